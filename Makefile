@@ -1,0 +1,46 @@
+# The front door. `make help` lists what it can do.
+.DEFAULT_GOAL := help
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 300
+
+.PHONY: help setup build run test lint format asan tsan clang bench fuzz clean
+
+help: ## list the commands
+	@grep -hE '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 20
+
+setup: ## install the Debian packages that are missing
+	@tools/setup
+
+build: setup ## build everything into build/out
+	@cmake --preset default
+	@cmake --build build/default -j $(JOBS)
+
+run: build ## the main job: set values on the pages, see the file and the notification
+	@build/out/wispen run
+
+test: build ## build and pass all tests
+	@ctest --test-dir build/default --output-on-failure -j $(JOBS)
+
+asan: setup ## tests under AddressSanitizer and UBSan
+	@tools/sanitize asan $(JOBS)
+
+tsan: setup ## tests under ThreadSanitizer
+	@tools/sanitize tsan $(JOBS)
+
+clang: setup ## build and test with clang
+	@cmake --preset clang && cmake --build build/clang -j $(JOBS) && ctest --test-dir build/clang --output-on-failure -j $(JOBS)
+
+bench: setup ## measure: ratios against peers, in one run each
+	@cmake --preset bench && cmake --build build/bench -j $(JOBS) && tools/bench build/bench
+
+fuzz: setup ## run every fuzzer for FUZZ_SECONDS (300)
+	@cmake --preset fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz $(FUZZ_SECONDS)
+
+lint: build ## formatting, clang-tidy, headers that compile alone, specifier lists
+	@tools/lint
+
+format: setup ## format the sources in place
+	@git ls-files '*.cpp' '*.hpp' '*.h' '*.c' | xargs clang-format -i
+
+clean: ## remove what was built
+	@rm -rf build

@@ -1,0 +1,29 @@
+# Build-wide settings: language level, warnings, sanitizers, where the outputs go.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "" FORCE)
+endif()
+
+option(WISPEN_BUILD_TESTS "Build the tests" ON)
+option(WISPEN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+option(WISPEN_BUILD_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
+set(WISPEN_SANITIZE "" CACHE STRING "Comma-separated sanitizers, as -fsanitize takes them")
+set(WISPEN_OUTPUT_DIR ${CMAKE_BINARY_DIR}/out CACHE PATH "Where programs, libraries and the bundle go")
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -fno-omit-frame-pointer
+                    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>)
+
+if(WISPEN_SANITIZE)
+  add_compile_options(-fsanitize=${WISPEN_SANITIZE} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${WISPEN_SANITIZE})
+endif()
