@@ -1,0 +1,319 @@
+// platform/objc/class.hpp: classes and categories authored in C++.
+//
+//   class WispToggle : public objc::Authored<WispToggle, PSSwitchTableCell> {
+//    public:
+//     static constexpr objc::FixedString kClass{"WispToggle"};
+//     static void define() {
+//       objc::Class<WispToggle>()
+//           .initializer<"initWithStyle:reuseIdentifier:specifier:", &WispToggle::initWithStyle>()
+//           .registerClass();
+//     }
+//   };
+//
+// Templates here only marshal; a class is one table, and the table is the whole class.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "platform/objc/abi.hpp"
+#include "platform/objc/dispatch.hpp"
+#include "platform/objc/fixed_string.hpp"
+#include "platform/objc/handle.hpp"
+#include "platform/objc/marshal.hpp"
+#include "platform/objc/selector.hpp"
+#include "platform/objc/send.hpp"
+
+namespace objc {
+
+namespace detail {
+
+template <class T>
+inline T* at(abi::id object, std::ptrdiff_t offset) {
+  return std::launder(reinterpret_cast<T*>(reinterpret_cast<std::byte*>(object) + offset));
+}
+
+inline std::ptrdiff_t offsetOf(abi::Class cls, const char* name) {
+  return abi::ivar_getOffset(abi::class_getInstanceVariable(cls, name));
+}
+
+/// How a function written in C++ answers a message: unpack, call, pack.
+template <class R>
+struct Answer {
+  using Raw = typename Marshal<R>::Raw;
+  static Raw pack(const R& value) { return Marshal<R>::out(value); }
+};
+template <Handle R>
+struct Answer<R> {
+  using Raw = abi::id;
+  static Raw pack(R&& value) { return abi::autorelease(leak(std::move(value))); }
+};
+
+template <class R, class Call>
+inline typename Marshal<R>::Raw answer(Call&& call) {
+  if constexpr (std::is_void_v<R>) {
+    call();
+  } else {
+    return Answer<R>::pack(call());
+  }
+}
+
+// What a function's type says about it. A free function's or static member's first parameter is the
+// receiver: a handle for a method, a ClassRef for a class method, an Allocated for an initialiser.
+template <auto Function, class Type = decltype(Function)>
+struct Thunk;
+
+template <auto Function, class R, class Self, class... Args>
+struct Thunk<Function, R (Self::*)(Args...)> {
+  static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
+                                        typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
+    return answer<R>([&] {
+      return ((*Borrowed<Self>(self)).*Function)(Incoming<std::remove_cvref_t<Args>>(raw).get()...);
+    });
+  }
+  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
+  static constexpr std::size_t kArguments = sizeof...(Args);
+  static constexpr bool kIsInitializer = false;
+};
+
+template <auto Function, class R, class Self, class... Args>
+struct Thunk<Function, R (Self::*)(Args...) const> {
+  static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
+                                        typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
+    return answer<R>([&] {
+      return ((*Borrowed<Self>(self)).*Function)(Incoming<std::remove_cvref_t<Args>>(raw).get()...);
+    });
+  }
+  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
+  static constexpr std::size_t kArguments = sizeof...(Args);
+  static constexpr bool kIsInitializer = false;
+};
+
+template <auto Function, class R, class Receiver, class... Args>
+struct Thunk<Function, R (*)(Receiver, Args...)> {
+  static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
+                                        typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
+    return answer<R>([&] {
+      return Function(Incoming<std::remove_cvref_t<Receiver>>(self).get(),
+                      Incoming<std::remove_cvref_t<Args>>(raw).get()...);
+    });
+  }
+  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
+  static constexpr std::size_t kArguments = sizeof...(Args);
+  static constexpr bool kIsInitializer = false;
+};
+
+template <auto Function, class R, class T, class... Args>
+struct Thunk<Function, R (*)(Allocated<T>, Args...)> {
+  static abi::id entry(abi::id self, abi::SEL, typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
+    return leak(Function(Allocated<T>(self), Incoming<std::remove_cvref_t<Args>>(raw).get()...));
+  }
+  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
+  static constexpr std::size_t kArguments = sizeof...(Args);
+  static constexpr bool kIsInitializer = true;
+};
+
+template <FixedString Sel, class T>
+consteval void checkMethod() {
+  static_assert(Sel.count(':') == T::kArguments,
+                "a selector takes exactly as many arguments as it has colons");
+  static_assert(isInitializer(Sel) == T::kIsInitializer,
+                "a method of the init family, and no other, is authored as a function of an Allocated");
+  static_assert(T::kIsInitializer || !returnsOwnedReference(Sel),
+                "authored methods give autoreleased results; a copy or new method would leak them");
+}
+
+template <FixedString Sel, auto Function>
+inline abi::IMP implementation() {
+  checkMethod<Sel, Thunk<Function>>();
+  return reinterpret_cast<abi::IMP>(&Thunk<Function>::entry);
+}
+
+}  // namespace detail
+
+/// The base of a C++ class that is also a registered class of the runtime.
+template <class Self, class BaseHandle>
+class Authored : public BaseHandle {
+ public:
+  using Base = BaseHandle;
+  using BaseHandle::BaseHandle;
+  Authored() = default;
+
+  static Allocated<Self> alloc() { return allocate<Self>(); }
+
+ protected:
+  /// The method of the registered base; known statically, so a subclass's instances end up here too.
+  template <FixedString Sel, class R = void, class... Args>
+  R super(const Args&... arguments) const {
+    return sendSuper<Sel, R>(*this, classFor<BaseHandle>(), arguments...);
+  }
+
+  /// The instance variable of that name, as a handle (or number) inside the object. Self is not nil.
+  template <class V, FixedString Name>
+  V& variable() const {
+    static const std::ptrdiff_t offset = detail::offsetOf(classFor<Self>().borrow(), Name.value);
+    return *detail::at<V>(borrow(*this), offset);
+  }
+
+  /// The C++ state of the object (Class::state), made at the first use and destroyed with the object.
+  template <class State>
+  State& state() const {
+    static const std::ptrdiff_t offset = detail::offsetOf(classFor<Self>().borrow(), "_state");
+    State*& slot = *detail::at<State*>(borrow(*this), offset);
+    if (slot == nullptr) slot = new State();
+    return *slot;
+  }
+};
+
+/// Builds and registers the class that T describes. Where a class of that name is registered already,
+/// every step does nothing, so a host that starts again in the same process finds its classes in place.
+template <class T>
+class Class {
+ public:
+  Class() {
+    if (abi::objc_lookUpClass(T::kClass.value) != nullptr) return;
+    const ClassRef base = classFor<typename T::Base>();
+    if (base) building_ = abi::objc_allocateClassPair(base.borrow(), T::kClass.value, 0);
+  }
+
+  /// An instance variable: a handle that starts as nil and is released, in reverse order of
+  /// declaration, when the object dies; or a plain number.
+  template <FixedString Name, class V>
+  Class& variable() {
+    static_assert(Handle<V> || std::is_arithmetic_v<V> || std::is_pointer_v<V>,
+                  "variables hold handles or numbers");
+    addVariable(Name.value, sizeof(V), alignof(V), Encoding<V>::value.value,
+                Handle<V> ? &destroy<V> : nullptr);
+    return *this;
+  }
+
+  /// C++ state behind one pointer; see Authored::state.
+  template <class State>
+  Class& state() {
+    addVariable("_state", sizeof(State*), alignof(State*), "^v", &destroyState<State>);
+    return *this;
+  }
+
+  template <FixedString Sel, auto Function>
+  Class& method() {
+    if (building_ != nullptr) add<Sel, Function>(building_);
+    return *this;
+  }
+
+  /// A function `T f(Allocated<T> self, arguments...)` that consumes self and gives the object or nil.
+  template <FixedString Sel, auto Function>
+  Class& initializer() {
+    return method<Sel, Function>();
+  }
+
+  /// A function whose first parameter is the receiving class.
+  template <FixedString Sel, auto Function>
+  Class& classMethod() {
+    if (building_ != nullptr) add<Sel, Function>(abi::classOf(reinterpret_cast<abi::id>(building_)));
+    return *this;
+  }
+
+  /// Runs first when an object dies, while its variables still hold.
+  template <void (T::*Function)()>
+  Class& onDealloc() {
+    lifetime().last_words = [](abi::id self) { ((*Borrowed<T>(self)).*Function)(); };
+    return *this;
+  }
+
+  /// Makes the class known to the runtime. False where the base is missing.
+  bool registerClass() {
+    if (building_ == nullptr) return classFor<T>() ? true : false;
+    if (lifetime().count > 0 || lifetime().last_words != nullptr) {
+      abi::class_addMethod(building_, selector<"dealloc">().borrow(), reinterpret_cast<abi::IMP>(&dealloc),
+                           "v@:");
+    }
+    abi::objc_registerClassPair(std::exchange(building_, nullptr));
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t kMostVariables = 24;
+  using Destroy = void (*)(void* slot);
+  struct Lifetime {
+    const char* names[kMostVariables];
+    Destroy destroy[kMostVariables];
+    std::size_t count;
+    void (*last_words)(abi::id self);
+  };
+  static Lifetime& lifetime() {
+    static constinit Lifetime table{};
+    return table;
+  }
+
+  template <class V>
+  static void destroy(void* slot) {
+    *static_cast<V*>(slot) = V();
+  }
+  template <class State>
+  static void destroyState(void* slot) {
+    delete std::exchange(*static_cast<State**>(slot), nullptr);
+  }
+
+  void addVariable(const char* name, std::size_t size, std::size_t alignment, const char* types,
+                   Destroy destroyer) {
+    if (building_ == nullptr) return;
+    std::uint8_t log2 = 0;
+    while ((std::size_t{1} << log2) < alignment) ++log2;
+    abi::class_addIvar(building_, name, size, log2, types);
+    if (destroyer == nullptr) return;
+    Lifetime& table = lifetime();
+    if (table.count == kMostVariables) __builtin_trap();  // a table's length is known when it is written
+    table.names[table.count] = name;
+    table.destroy[table.count++] = destroyer;
+  }
+
+  template <FixedString Sel, auto Function>
+  static void add(abi::Class target) {
+    abi::class_addMethod(target, selector<Sel>().borrow(), detail::implementation<Sel, Function>(),
+                         detail::Thunk<Function>::kEncoding.data());
+  }
+
+  static void dealloc(abi::id self, abi::SEL name) {
+    const Lifetime& table = lifetime();
+    if (table.last_words != nullptr) table.last_words(self);
+    const abi::Class cls = classFor<T>().borrow();
+    for (std::size_t i = table.count; i-- > 0;)
+      table.destroy[i](detail::at<void*>(self, detail::offsetOf(cls, table.names[i])));
+    abi::callSuper<void>({self, classFor<typename T::Base>().borrow()}, name);
+  }
+
+  abi::Class building_ = nullptr;
+};
+
+/// Adds methods to a class that exists, or replaces those of the same name.
+template <class T>
+class Category {
+ public:
+  template <FixedString Sel, auto Function>
+  Category& method() {
+    put<Sel, Function>(classFor<T>().borrow());
+    return *this;
+  }
+  template <FixedString Sel, auto Function>
+  Category& initializer() {
+    return method<Sel, Function>();
+  }
+  template <FixedString Sel, auto Function>
+  Category& classMethod() {
+    put<Sel, Function>(abi::classOf(reinterpret_cast<abi::id>(classFor<T>().borrow())));
+    return *this;
+  }
+
+ private:
+  template <FixedString Sel, auto Function>
+  static void put(abi::Class target) {
+    if (target == nullptr) return;
+    abi::class_replaceMethod(target, selector<Sel>().borrow(), detail::implementation<Sel, Function>(),
+                             detail::Thunk<Function>::kEncoding.data());
+  }
+};
+
+}  // namespace objc

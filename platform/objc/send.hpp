@@ -1,0 +1,175 @@
+// platform/objc/send.hpp: messages to objects, classes and super.
+#pragma once
+
+#include <atomic>
+#include <type_traits>
+#include <utility>
+
+#include "platform/objc/dispatch.hpp"
+#include "platform/objc/fixed_string.hpp"
+#include "platform/objc/handle.hpp"
+#include "platform/objc/marshal.hpp"
+#include "platform/objc/selector.hpp"
+
+namespace objc {
+
+namespace detail {
+
+template <FixedString Name>
+inline constinit std::atomic<abi::Class> classCache{nullptr};
+
+/// A raw result as the R that the caller asked for; a handle takes over or adds a reference as the
+/// selector's family says.
+template <class R, bool Owned, class Raw>
+inline R received(Raw raw) {
+  if constexpr (Handle<R>) {
+    return Owned ? adopt<R>(raw) : retain<R>(raw);
+  } else if constexpr (requires { Marshal<R>::in(raw); }) {
+    return Marshal<R>::in(raw);
+  } else {
+    return raw;
+  }
+}
+
+template <FixedString Sel, class... Args>
+consteval void checkArity() {
+  static_assert(Sel.count(':') == sizeof...(Args),
+                "a selector takes exactly as many arguments as it has colons");
+}
+
+template <FixedString Sel, class R, class... Args>
+inline R sendRaw(abi::id receiver, const Args&... arguments) {
+  checkArity<Sel, Args...>();
+  using Raw = typename Marshal<R>::Raw;
+  const abi::SEL name = selector<Sel>().borrow();
+  if constexpr (std::is_void_v<R>) {
+    abi::call<void>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...);
+  } else {
+    return received<R, returnsOwnedReference(Sel)>(
+        abi::call<Raw>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...));
+  }
+}
+
+}  // namespace detail
+
+/// The class of a literal name, nil while none is registered; found once, then remembered.
+template <FixedString Name>
+inline ClassRef classNamed() {
+  abi::Class cached = detail::classCache<Name>.load(std::memory_order_relaxed);
+  if (cached == nullptr) [[unlikely]] {
+    cached = abi::objc_lookUpClass(Name.value);
+    if (cached != nullptr) detail::classCache<Name>.store(cached, std::memory_order_relaxed);
+  }
+  return ClassRef(cached);
+}
+
+/// The class that handle type T stands for.
+template <Handle T>
+inline ClassRef classFor() {
+  return classNamed<T::kClass>();
+}
+
+/// Sends a message. R is the result's type; nil receivers give R(). Arguments keep their C++ types: a
+/// float parameter must be given a float. `init...` goes through Allocated instead.
+template <FixedString Sel, class R = void, class... Args>
+inline R send(const Object& receiver, const Args&... arguments) {
+  static_assert(!isInitializer(Sel), "initialisers consume their receiver: call them on what alloc() gave");
+  return detail::sendRaw<Sel, R>(borrow(receiver), arguments...);
+}
+
+/// Sends a message to a class.
+template <FixedString Sel, class R = void, class... Args>
+inline R send(ClassRef receiver, const Args&... arguments) {
+  return detail::sendRaw<Sel, R>(reinterpret_cast<abi::id>(receiver.borrow()), arguments...);
+}
+
+/// Sends a message whose selector is known only at run time. The caller vouches for the types, and for
+/// a result at +0.
+template <class R = void, class... Args>
+inline R perform(const Object& receiver, Selector selector, const Args&... arguments) {
+  using Raw = typename Marshal<R>::Raw;
+  if constexpr (std::is_void_v<R>) {
+    abi::call<void>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<Args>>::out(arguments)...);
+  } else {
+    return detail::received<R, false>(
+        abi::call<Raw>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<Args>>::out(arguments)...));
+  }
+}
+
+/// Whether the object answers the selector.
+inline bool respondsTo(const Object& object, Selector selector) {
+  return object && selector && detail::sendRaw<"respondsToSelector:", bool>(borrow(object), selector);
+}
+
+/// The same object as a T, or nil when it is none.
+template <Handle T>
+inline T dynamicCast(const Object& object) {
+  const ClassRef wanted = classFor<T>();
+  if (!object || !wanted) return T();
+  return detail::sendRaw<"isKindOfClass:", bool>(borrow(object), wanted) ? object.as<T>() : T();
+}
+
+/// What alloc gives: an object that is not initialised yet, owned until an initialiser consumes it.
+/// Typed handles derive theirs from it and name the initialisers.
+template <class T>  // complete only where it is used: T's own alloc() names it
+class Allocated {
+ public:
+  explicit Allocated(abi::id owned) noexcept : raw_(owned) {}
+  Allocated(Allocated&& other) noexcept : raw_(std::exchange(other.raw_, nullptr)) {}
+  Allocated& operator=(Allocated&&) = delete;
+  ~Allocated() {
+    if (raw_ != nullptr) abi::release(raw_);
+  }
+
+  /// Sends an initialiser; what comes back may be nil or another object.
+  template <FixedString Sel, class... Args>
+  T initialize(const Args&... arguments) && {
+    static_assert(isInitializer(Sel), "only a method of the init family initialises");
+    return detail::sendRaw<Sel, T>(std::exchange(raw_, nullptr), arguments...);
+  }
+
+  /// The same with the look-up starting at T's base: for initialisers authored in C++.
+  template <FixedString Sel, class... Args>
+  T initializeSuper(const Args&... arguments) && {
+    static_assert(isInitializer(Sel), "only a method of the init family initialises");
+    detail::checkArity<Sel, Args...>();
+    const abi::SuperReceiver receiver{std::exchange(raw_, nullptr), classFor<typename T::Base>().borrow()};
+    return adopt<T>(abi::callSuper<abi::id>(receiver, selector<Sel>().borrow(),
+                                            Marshal<std::decay_t<Args>>::out(arguments)...));
+  }
+
+  T init() && { return std::move(*this).template initialize<"init">(); }
+
+ private:
+  abi::id raw_;
+};
+
+/// An object of T's class, to be initialised. Nil (and harmless) where no such class is registered.
+template <class T>
+inline Allocated<T> allocate() {
+  return Allocated<T>(
+      abi::call<abi::id>(reinterpret_cast<abi::id>(classFor<T>().borrow()), selector<"alloc">().borrow()));
+}
+
+/// `new`: allocated and plainly initialised.
+template <Handle T>
+inline T make() {
+  return allocate<T>().init();
+}
+
+/// Sends a message to the receiver with the look-up starting at `base`.
+template <FixedString Sel, class R = void, class... Args>
+inline R sendSuper(const Object& receiver, ClassRef base, const Args&... arguments) {
+  detail::checkArity<Sel, Args...>();
+  using Raw = typename Marshal<R>::Raw;
+  const abi::SuperReceiver target{borrow(receiver), base.borrow()};
+  const abi::SEL name = selector<Sel>().borrow();
+  if constexpr (std::is_void_v<R>) {
+    abi::callSuper<void>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...);
+  } else {
+    return detail::received<R, returnsOwnedReference(Sel)>(
+        abi::callSuper<Raw>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...));
+  }
+}
+
+}  // namespace objc
