@@ -39,7 +39,7 @@ class NSObject : public objc::Object {
 
   bool isEqual(const objc::Object& other) const { return objc::send<"isEqual:", bool>(*this, other); }
   bool isKindOfClass(objc::ClassRef cls) const { return objc::send<"isKindOfClass:", bool>(*this, cls); }
-  bool respondsToSelector(objc::Selector selector) const { return objc::respondsTo(*this, selector); }
+  bool respondsToSelector(objc::Selector selector) const { return objc::responds_to(*this, selector); }
   NSUInteger hash() const { return objc::send<"hash", NSUInteger>(*this); }
   NSUInteger retainCount() const { return objc::send<"retainCount", NSUInteger>(*this); }
   NSString description() const;
@@ -55,7 +55,7 @@ class NSString : public NSObject {
 
   static NSString stringWithUTF8String(const char* utf8) {
     if (utf8 == nullptr) return NSString();
-    return objc::send<"stringWithUTF8String:", NSString>(objc::classFor<NSString>(), utf8);
+    return objc::send<"stringWithUTF8String:", NSString>(objc::class_for<NSString>(), utf8);
   }
 
   /// The UTF-8 bytes; they live as long as the autorelease pool of the caller. Null for nil.
@@ -82,13 +82,13 @@ class NSString : public NSObject {
 
 namespace objc::detail {
 template <FixedString Text>
-inline constinit std::atomic<abi::id> stringCache{nullptr};
+inline constinit std::atomic<abi::id> string_cache{nullptr};
 }  // namespace objc::detail
 
 /// The string object of a literal, made once and kept: `"key"_ns`.
 template <objc::FixedString Text>
 inline NSString operator""_ns() {
-  auto& cache = objc::detail::stringCache<Text>;
+  auto& cache = objc::detail::string_cache<Text>;
   objc::abi::id cached = cache.load(std::memory_order_acquire);
   if (cached == nullptr) [[unlikely]] {
     objc::abi::id made = objc::leak(NSString::stringWithUTF8String(Text.value));
@@ -134,7 +134,7 @@ class NSNumber : public NSObject {
  private:
   template <objc::FixedString Sel, class V>
   static NSNumber from(V value) {
-    return objc::send<Sel, NSNumber>(objc::classFor<NSNumber>(), value);
+    return objc::send<Sel, NSNumber>(objc::class_for<NSNumber>(), value);
   }
 };
 
@@ -144,7 +144,7 @@ class NSData : public NSObject {
   using NSObject::NSObject;
 
   static NSData dataWithBytes(const void* bytes, NSUInteger length) {
-    return objc::send<"dataWithBytes:length:", NSData>(objc::classFor<NSData>(), bytes, length);
+    return objc::send<"dataWithBytes:length:", NSData>(objc::class_for<NSData>(), bytes, length);
   }
   const void* bytes() const { return objc::send<"bytes", const void*>(*this); }
   NSUInteger length() const { return objc::send<"length", NSUInteger>(*this); }
@@ -157,7 +157,7 @@ class NSDate : public NSObject {
 
   /// Seconds since the first instant of 1 January 2001, GMT.
   static NSDate dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds) {
-    return objc::send<"dateWithTimeIntervalSinceReferenceDate:", NSDate>(objc::classFor<NSDate>(), seconds);
+    return objc::send<"dateWithTimeIntervalSinceReferenceDate:", NSDate>(objc::class_for<NSDate>(), seconds);
   }
   NSTimeInterval timeIntervalSinceReferenceDate() const {
     return objc::send<"timeIntervalSinceReferenceDate", NSTimeInterval>(*this);
@@ -183,9 +183,9 @@ class NSArray : public NSObject {
   static constexpr objc::FixedString kClass{"NSArray"};
   using NSObject::NSObject;
 
-  static NSArray array() { return objc::send<"array", NSArray>(objc::classFor<NSArray>()); }
+  static NSArray array() { return objc::send<"array", NSArray>(objc::class_for<NSArray>()); }
   static NSArray arrayWithArray(const NSArray& other) {
-    return objc::send<"arrayWithArray:", NSArray>(objc::classFor<NSArray>(), other);
+    return objc::send<"arrayWithArray:", NSArray>(objc::class_for<NSArray>(), other);
   }
 
   NSUInteger count() const { return objc::send<"count", NSUInteger>(*this); }
@@ -223,7 +223,7 @@ class NSMutableArray : public NSArray {
   using NSArray::NSArray;
 
   static NSMutableArray array() {
-    return objc::send<"array", NSMutableArray>(objc::classFor<NSMutableArray>());
+    return objc::send<"array", NSMutableArray>(objc::class_for<NSMutableArray>());
   }
   void addObject(const objc::Object& object) const { objc::send<"addObject:">(*this, object); }
   void insertObject(const objc::Object& object, NSUInteger index) const {
@@ -249,11 +249,11 @@ class NSDictionary : public NSObject {
   using NSObject::NSObject;
 
   static NSDictionary dictionary() {
-    return objc::send<"dictionary", NSDictionary>(objc::classFor<NSDictionary>());
+    return objc::send<"dictionary", NSDictionary>(objc::class_for<NSDictionary>());
   }
   /// The dictionary that a property-list file holds; nil where the file cannot be read as one.
   static NSDictionary dictionaryWithContentsOfFile(const NSString& path) {
-    return objc::send<"dictionaryWithContentsOfFile:", NSDictionary>(objc::classFor<NSDictionary>(), path);
+    return objc::send<"dictionaryWithContentsOfFile:", NSDictionary>(objc::class_for<NSDictionary>(), path);
   }
 
   NSUInteger count() const { return objc::send<"count", NSUInteger>(*this); }
@@ -281,11 +281,11 @@ class NSMutableDictionary : public NSDictionary {
   using NSDictionary::NSDictionary;
 
   static NSMutableDictionary dictionary() {
-    return objc::send<"dictionary", NSMutableDictionary>(objc::classFor<NSMutableDictionary>());
+    return objc::send<"dictionary", NSMutableDictionary>(objc::class_for<NSMutableDictionary>());
   }
   static NSMutableDictionary dictionaryWithContentsOfFile(const NSString& path) {
     return objc::send<"dictionaryWithContentsOfFile:", NSMutableDictionary>(
-        objc::classFor<NSMutableDictionary>(), path);
+        objc::class_for<NSMutableDictionary>(), path);
   }
   /// Raises the platform's invalid-argument exception for a nil object or key.
   void setObject(const objc::Object& object, const objc::Object& key) const {
@@ -297,6 +297,21 @@ class NSMutableDictionary : public NSDictionary {
 inline NSMutableDictionary NSDictionary::mutableCopy() const {
   return objc::send<"mutableCopy", NSMutableDictionary>(*this);
 }
+
+class NSMutableSet : public NSObject {
+ public:
+  static constexpr objc::FixedString kClass{"NSMutableSet"};
+  using NSObject::NSObject;
+
+  static NSMutableSet setWithArray(const NSArray& objects) {
+    return objc::send<"setWithArray:", NSMutableSet>(objc::class_for<NSMutableSet>(), objects);
+  }
+  bool containsObject(const objc::Object& object) const {
+    return objc::send<"containsObject:", bool>(*this, object);
+  }
+  void addObject(const objc::Object& object) const { objc::send<"addObject:">(*this, object); }
+  void removeObject(const objc::Object& object) const { objc::send<"removeObject:">(*this, object); }
+};
 
 class NSUserDefaults : public NSObject {
  public:
@@ -314,10 +329,10 @@ class NSBundle : public NSObject {
 
   /// The bundle whose code defines the class.
   static NSBundle bundleForClass(objc::ClassRef cls) {
-    return objc::send<"bundleForClass:", NSBundle>(objc::classFor<NSBundle>(), cls);
+    return objc::send<"bundleForClass:", NSBundle>(objc::class_for<NSBundle>(), cls);
   }
   static NSBundle bundleWithPath(const NSString& path) {
-    return objc::send<"bundleWithPath:", NSBundle>(objc::classFor<NSBundle>(), path);
+    return objc::send<"bundleWithPath:", NSBundle>(objc::class_for<NSBundle>(), path);
   }
 
   NSString bundlePath() const { return objc::send<"bundlePath", NSString>(*this); }

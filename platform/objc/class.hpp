@@ -6,7 +6,7 @@
 //     static void define() {
 //       objc::Class<WispToggle>()
 //           .initializer<"initWithStyle:reuseIdentifier:specifier:", &WispToggle::initWithStyle>()
-//           .registerClass();
+//           .register_class();
 //     }
 //   };
 //
@@ -36,7 +36,7 @@ inline T* at(abi::id object, std::ptrdiff_t offset) {
   return std::launder(reinterpret_cast<T*>(reinterpret_cast<std::byte*>(object) + offset));
 }
 
-inline std::ptrdiff_t offsetOf(abi::Class cls, const char* name) {
+inline std::ptrdiff_t offset_of(abi::Class cls, const char* name) {
   return abi::ivar_getOffset(abi::class_getInstanceVariable(cls, name));
 }
 
@@ -117,18 +117,18 @@ struct Thunk<Function, R (*)(Allocated<T>, Args...)> {
 };
 
 template <FixedString Sel, class T>
-consteval void checkMethod() {
+consteval void check_method() {
   static_assert(Sel.count(':') == T::kArguments,
                 "a selector takes exactly as many arguments as it has colons");
-  static_assert(isInitializer(Sel) == T::kIsInitializer,
+  static_assert(is_initializer(Sel) == T::kIsInitializer,
                 "a method of the init family, and no other, is authored as a function of an Allocated");
-  static_assert(T::kIsInitializer || !returnsOwnedReference(Sel),
+  static_assert(T::kIsInitializer || !returns_owned_reference(Sel),
                 "authored methods give autoreleased results; a copy or new method would leak them");
 }
 
 template <FixedString Sel, auto Function>
 inline abi::IMP implementation() {
-  checkMethod<Sel, Thunk<Function>>();
+  check_method<Sel, Thunk<Function>>();
   return reinterpret_cast<abi::IMP>(&Thunk<Function>::entry);
 }
 
@@ -148,20 +148,20 @@ class Authored : public BaseHandle {
   /// The method of the registered base; known statically, so a subclass's instances end up here too.
   template <FixedString Sel, class R = void, class... Args>
   R super(const Args&... arguments) const {
-    return sendSuper<Sel, R>(*this, classFor<BaseHandle>(), arguments...);
+    return send_super<Sel, R>(*this, class_for<BaseHandle>(), arguments...);
   }
 
   /// The instance variable of that name, as a handle (or number) inside the object. Self is not nil.
   template <class V, FixedString Name>
   V& variable() const {
-    static const std::ptrdiff_t offset = detail::offsetOf(classFor<Self>().borrow(), Name.value);
+    static const std::ptrdiff_t offset = detail::offset_of(class_for<Self>().borrow(), Name.value);
     return *detail::at<V>(borrow(*this), offset);
   }
 
   /// The C++ state of the object (Class::state), made at the first use and destroyed with the object.
   template <class State>
   State& state() const {
-    static const std::ptrdiff_t offset = detail::offsetOf(classFor<Self>().borrow(), "_state");
+    static const std::ptrdiff_t offset = detail::offset_of(class_for<Self>().borrow(), "_state");
     State*& slot = *detail::at<State*>(borrow(*this), offset);
     if (slot == nullptr) slot = new State();
     return *slot;
@@ -175,7 +175,7 @@ class Class {
  public:
   Class() {
     if (abi::objc_lookUpClass(T::kClass.value) != nullptr) return;
-    const ClassRef base = classFor<typename T::Base>();
+    const ClassRef base = class_for<typename T::Base>();
     if (base) building_ = abi::objc_allocateClassPair(base.borrow(), T::kClass.value, 0);
   }
 
@@ -185,15 +185,15 @@ class Class {
   Class& variable() {
     static_assert(Handle<V> || std::is_arithmetic_v<V> || std::is_pointer_v<V>,
                   "variables hold handles or numbers");
-    addVariable(Name.value, sizeof(V), alignof(V), Encoding<V>::value.value,
-                Handle<V> ? &destroy<V> : nullptr);
+    add_variable(Name.value, sizeof(V), alignof(V), Encoding<V>::value.value,
+                 Handle<V> ? &destroy<V> : nullptr);
     return *this;
   }
 
   /// C++ state behind one pointer; see Authored::state.
   template <class State>
   Class& state() {
-    addVariable("_state", sizeof(State*), alignof(State*), "^v", &destroyState<State>);
+    add_variable("_state", sizeof(State*), alignof(State*), "^v", &destroy_state<State>);
     return *this;
   }
 
@@ -211,21 +211,21 @@ class Class {
 
   /// A function whose first parameter is the receiving class.
   template <FixedString Sel, auto Function>
-  Class& classMethod() {
-    if (building_ != nullptr) add<Sel, Function>(abi::classOf(reinterpret_cast<abi::id>(building_)));
+  Class& class_method() {
+    if (building_ != nullptr) add<Sel, Function>(abi::class_of(reinterpret_cast<abi::id>(building_)));
     return *this;
   }
 
   /// Runs first when an object dies, while its variables still hold.
   template <void (T::*Function)()>
-  Class& onDealloc() {
+  Class& on_dealloc() {
     lifetime().last_words = [](abi::id self) { ((*Borrowed<T>(self)).*Function)(); };
     return *this;
   }
 
   /// Makes the class known to the runtime. False where the base is missing.
-  bool registerClass() {
-    if (building_ == nullptr) return classFor<T>() ? true : false;
+  bool register_class() {
+    if (building_ == nullptr) return class_for<T>() ? true : false;
     if (lifetime().count > 0 || lifetime().last_words != nullptr) {
       abi::class_addMethod(building_, selector<"dealloc">().borrow(), reinterpret_cast<abi::IMP>(&dealloc),
                            "v@:");
@@ -253,12 +253,12 @@ class Class {
     *static_cast<V*>(slot) = V();
   }
   template <class State>
-  static void destroyState(void* slot) {
+  static void destroy_state(void* slot) {
     delete std::exchange(*static_cast<State**>(slot), nullptr);
   }
 
-  void addVariable(const char* name, std::size_t size, std::size_t alignment, const char* types,
-                   Destroy destroyer) {
+  void add_variable(const char* name, std::size_t size, std::size_t alignment, const char* types,
+                    Destroy destroyer) {
     if (building_ == nullptr) return;
     std::uint8_t log2 = 0;
     while ((std::size_t{1} << log2) < alignment) ++log2;
@@ -279,10 +279,10 @@ class Class {
   static void dealloc(abi::id self, abi::SEL name) {
     const Lifetime& table = lifetime();
     if (table.last_words != nullptr) table.last_words(self);
-    const abi::Class cls = classFor<T>().borrow();
+    const abi::Class cls = class_for<T>().borrow();
     for (std::size_t i = table.count; i-- > 0;)
-      table.destroy[i](detail::at<void*>(self, detail::offsetOf(cls, table.names[i])));
-    abi::callSuper<void>({self, classFor<typename T::Base>().borrow()}, name);
+      table.destroy[i](detail::at<void*>(self, detail::offset_of(cls, table.names[i])));
+    abi::call_super<void>({self, class_for<typename T::Base>().borrow()}, name);
   }
 
   abi::Class building_ = nullptr;
@@ -294,7 +294,7 @@ class Category {
  public:
   template <FixedString Sel, auto Function>
   Category& method() {
-    put<Sel, Function>(classFor<T>().borrow());
+    put<Sel, Function>(class_for<T>().borrow());
     return *this;
   }
   template <FixedString Sel, auto Function>
@@ -302,8 +302,8 @@ class Category {
     return method<Sel, Function>();
   }
   template <FixedString Sel, auto Function>
-  Category& classMethod() {
-    put<Sel, Function>(abi::classOf(reinterpret_cast<abi::id>(classFor<T>().borrow())));
+  Category& class_method() {
+    put<Sel, Function>(abi::class_of(reinterpret_cast<abi::id>(class_for<T>().borrow())));
     return *this;
   }
 

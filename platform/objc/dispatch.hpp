@@ -27,7 +27,7 @@ IMP objc_msg_lookup_super(SuperReceiver* receiver, SEL selector);
 namespace detail {
 // Only the x86-64 calling convention has entries of their own for results returned in memory.
 template <class R>
-inline IMP sendEntry() {
+inline IMP send_entry() {
 #if defined(__x86_64__)
   if constexpr (!std::is_void_v<R> && sizeof(std::conditional_t<std::is_void_v<R>, char, R>) > 16) {
     return &objc_msgSend_stret;
@@ -36,7 +36,7 @@ inline IMP sendEntry() {
   return &objc_msgSend;
 }
 template <class R>
-inline IMP sendSuperEntry() {
+inline IMP send_super_entry() {
 #if defined(__x86_64__)
   if constexpr (!std::is_void_v<R> && sizeof(std::conditional_t<std::is_void_v<R>, char, R>) > 16) {
     return &objc_msgSendSuper_stret;
@@ -46,24 +46,24 @@ inline IMP sendSuperEntry() {
 }
 }  // namespace detail
 
-inline Class classOf(id object) { return object_getClass(object); }
+inline Class class_of(id object) { return object_getClass(object); }
 
 template <class R, class... Raw>
 inline R call(id receiver, SEL selector, Raw... arguments) {
   if (receiver == nullptr) return R();  // a structure's worth of zeros is not promised by the runtime
-  return reinterpret_cast<R (*)(id, SEL, Raw...)>(detail::sendEntry<R>())(receiver, selector, arguments...);
+  return reinterpret_cast<R (*)(id, SEL, Raw...)>(detail::send_entry<R>())(receiver, selector, arguments...);
 }
 
 template <class R, class... Raw>
-inline R callSuper(SuperReceiver receiver, SEL selector, Raw... arguments) {
+inline R call_super(SuperReceiver receiver, SEL selector, Raw... arguments) {
   if (receiver.receiver == nullptr) return R();
-  return reinterpret_cast<R (*)(SuperReceiver*, SEL, Raw...)>(detail::sendSuperEntry<R>())(
+  return reinterpret_cast<R (*)(SuperReceiver*, SEL, Raw...)>(detail::send_super_entry<R>())(
       &receiver, selector, arguments...);
 }
 
 #else
 
-inline Class classOf(id object) {
+inline Class class_of(id object) {
   return object != nullptr ? *reinterpret_cast<Class*>(object)
                            : nullptr;  // the class is an object's first word
 }
@@ -76,7 +76,7 @@ inline R call(id receiver, SEL selector, Raw... arguments) {
 }
 
 template <class R, class... Raw>
-inline R callSuper(SuperReceiver receiver, SEL selector, Raw... arguments) {
+inline R call_super(SuperReceiver receiver, SEL selector, Raw... arguments) {
   if (receiver.receiver == nullptr) return R();
   const IMP implementation = objc_msg_lookup_super(&receiver, selector);
   return reinterpret_cast<R (*)(id, SEL, Raw...)>(implementation)(receiver.receiver, selector, arguments...);

@@ -28,7 +28,7 @@ namespace detail {
 /// Whether a selector belongs to a method family by the language's naming rule: leading underscores
 /// are skipped, and the family's word must not run on in lower case (`copy:` belongs, `copying` does not).
 template <std::size_t N, std::size_t M>
-constexpr bool belongsToFamily(const FixedString<N>& selector, const char (&family)[M]) {
+constexpr bool belongs_to_family(const FixedString<N>& selector, const char (&family)[M]) {
   std::size_t at = 0;
   while (selector.value[at] == '_') ++at;
   for (std::size_t i = 0; i + 1 < M; ++i, ++at) {
@@ -42,16 +42,16 @@ constexpr bool belongsToFamily(const FixedString<N>& selector, const char (&fami
 
 /// Whether the method gives its caller a reference of its own (alloc, new, copy, mutableCopy, init).
 template <std::size_t N>
-constexpr bool returnsOwnedReference(const FixedString<N>& selector) {
-  return detail::belongsToFamily(selector, "alloc") || detail::belongsToFamily(selector, "new") ||
-         detail::belongsToFamily(selector, "copy") || detail::belongsToFamily(selector, "mutableCopy") ||
-         detail::belongsToFamily(selector, "init");
+constexpr bool returns_owned_reference(const FixedString<N>& selector) {
+  return detail::belongs_to_family(selector, "alloc") || detail::belongs_to_family(selector, "new") ||
+         detail::belongs_to_family(selector, "copy") || detail::belongs_to_family(selector, "mutableCopy") ||
+         detail::belongs_to_family(selector, "init");
 }
 
 /// Whether the method consumes the reference of its receiver.
 template <std::size_t N>
-constexpr bool isInitializer(const FixedString<N>& selector) {
-  return detail::belongsToFamily(selector, "init");
+constexpr bool is_initializer(const FixedString<N>& selector) {
+  return detail::belongs_to_family(selector, "init");
 }
 
 }  // namespace objc

@@ -48,7 +48,7 @@ class Object {
  private:
   friend abi::id borrow(const Object& handle) noexcept;
   friend abi::id leak(Object&& handle) noexcept;
-  friend void adoptInto(Object& handle, abi::id owned) noexcept;
+  friend void adopt_into(Object& handle, abi::id owned) noexcept;
 
   abi::id raw_ = nullptr;
 };
@@ -61,13 +61,13 @@ concept Handle = std::derived_from<std::remove_cvref_t<T>, Object> &&
 inline abi::id borrow(const Object& handle) noexcept { return handle.raw_; }
 /// Out, +1: the caller owes a release.
 inline abi::id leak(Object&& handle) noexcept { return std::exchange(handle.raw_, nullptr); }
-inline void adoptInto(Object& handle, abi::id owned) noexcept { handle.raw_ = owned; }
+inline void adopt_into(Object& handle, abi::id owned) noexcept { handle.raw_ = owned; }
 
 /// In, +1: takes over a reference that the caller owned.
 template <Handle T>
 inline T adopt(abi::id owned) {
   T handle;
-  adoptInto(handle, owned);
+  adopt_into(handle, owned);
   return handle;
 }
 
@@ -87,7 +87,7 @@ inline T Object::as() const {
 template <class T>
 class Borrowed {
  public:
-  explicit Borrowed(abi::id object) noexcept { adoptInto(*new (storage_) T(), object); }
+  explicit Borrowed(abi::id object) noexcept { adopt_into(*new (storage_) T(), object); }
   Borrowed(const Borrowed&) = delete;
   Borrowed& operator=(const Borrowed&) = delete;
 
@@ -95,6 +95,20 @@ class Borrowed {
 
  private:
   alignas(T) std::byte storage_[sizeof(T)];  // no destructor runs, so no release
+};
+
+/// A reference that keeps nothing alive and has no destructor: for process-wide variables, which are set,
+/// if ever, by code that owns the object.
+template <class T>
+class Unowned {
+ public:
+  constexpr Unowned() noexcept = default;
+  explicit Unowned(const T& object) noexcept : raw_(borrow(object)) {}
+
+  T get() const { return retain<T>(raw_); }
+
+ private:
+  abi::id raw_ = nullptr;
 };
 
 }  // namespace objc

@@ -20,19 +20,19 @@ void objc_autoreleasePoolPop(void* pool);
 inline id retain(id object) { return objc_retain(object); }
 inline void release(id object) { objc_release(object); }
 inline id autorelease(id object) { return objc_autorelease(object); }
-inline void* pushPool() { return objc_autoreleasePoolPush(); }
-inline void popPool(void* pool) { objc_autoreleasePoolPop(pool); }
+inline void* push_pool() { return objc_autoreleasePoolPush(); }
+inline void pop_pool(void* pool) { objc_autoreleasePoolPop(pool); }
 
 #else
 
 inline id retain(id object) { return call<id>(object, selector<"retain">().borrow()); }
 inline void release(id object) { call<void>(object, selector<"release">().borrow()); }
 inline id autorelease(id object) { return call<id>(object, selector<"autorelease">().borrow()); }
-inline void* pushPool() {
+inline void* push_pool() {
   static const Class pool_class = objc_lookUpClass("NSAutoreleasePool");
   return call<id>(reinterpret_cast<id>(pool_class), selector<"new">().borrow());
 }
-inline void popPool(void* pool) { call<void>(static_cast<id>(pool), selector<"drain">().borrow()); }
+inline void pop_pool(void* pool) { call<void>(static_cast<id>(pool), selector<"drain">().borrow()); }
 
 #endif
 
@@ -44,8 +44,8 @@ namespace objc {
 /// no handle: a pool must not be retained. Scopes end in the reverse order of their beginning.
 class AutoreleasePool {
  public:
-  AutoreleasePool() : pool_(abi::pushPool()) {}
-  ~AutoreleasePool() { abi::popPool(pool_); }
+  AutoreleasePool() : pool_(abi::push_pool()) {}
+  ~AutoreleasePool() { abi::pop_pool(pool_); }
   AutoreleasePool(const AutoreleasePool&) = delete;
   AutoreleasePool& operator=(const AutoreleasePool&) = delete;
 

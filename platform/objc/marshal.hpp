@@ -29,14 +29,14 @@ class ClassRef {
 
   const char* name() const { return raw_ != nullptr ? abi::class_getName(raw_) : ""; }
   ClassRef superclass() const { return ClassRef(raw_ != nullptr ? abi::class_getSuperclass(raw_) : nullptr); }
-  bool isSubclassOf(ClassRef ancestor) const {
+  bool is_subclass_of(ClassRef ancestor) const {
     for (ClassRef c = *this; c; c = c.superclass()) {
       if (c == ancestor) return true;
     }
     return false;
   }
   /// Whether instances answer the selector.
-  bool instancesRespondTo(Selector selector) const {
+  bool instances_respond_to(Selector selector) const {
     return raw_ != nullptr && selector && abi::class_respondsToSelector(raw_, selector.borrow());
   }
 
@@ -47,7 +47,7 @@ class ClassRef {
 };
 
 /// The class of an object, nil for nil.
-inline ClassRef classOf(const Object& object) { return ClassRef(abi::classOf(borrow(object))); }
+inline ClassRef class_of(const Object& object) { return ClassRef(abi::class_of(borrow(object))); }
 
 /// The type encoding of T, as the runtime's own compiler would write it. Structures specialise it
 /// beside their declaration.

@@ -37,16 +37,16 @@ namespace detail {
 // Constant-initialised, so that no code runs before main; filled at the first use. Two threads may
 // both fill it, with the same value.
 template <FixedString Name>
-inline constinit std::atomic<abi::SEL> selectorCache{nullptr};
+inline constinit std::atomic<abi::SEL> selector_cache{nullptr};
 }  // namespace detail
 
 /// The selector of a literal: one look-up by name in the life of the process.
 template <FixedString Name>
 inline Selector selector() {
-  abi::SEL cached = detail::selectorCache<Name>.load(std::memory_order_relaxed);
+  abi::SEL cached = detail::selector_cache<Name>.load(std::memory_order_relaxed);
   if (cached == nullptr) [[unlikely]] {
     cached = abi::sel_registerName(Name.value);
-    detail::selectorCache<Name>.store(cached, std::memory_order_relaxed);
+    detail::selector_cache<Name>.store(cached, std::memory_order_relaxed);
   }
   return Selector(cached);
 }

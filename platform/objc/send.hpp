@@ -16,7 +16,7 @@ namespace objc {
 namespace detail {
 
 template <FixedString Name>
-inline constinit std::atomic<abi::Class> classCache{nullptr};
+inline constinit std::atomic<abi::Class> class_cache{nullptr};
 
 /// A raw result as the R that the caller asked for; a handle takes over or adds a reference as the
 /// selector's family says.
@@ -32,20 +32,20 @@ inline R received(Raw raw) {
 }
 
 template <FixedString Sel, class... Args>
-consteval void checkArity() {
+consteval void check_arity() {
   static_assert(Sel.count(':') == sizeof...(Args),
                 "a selector takes exactly as many arguments as it has colons");
 }
 
 template <FixedString Sel, class R, class... Args>
-inline R sendRaw(abi::id receiver, const Args&... arguments) {
-  checkArity<Sel, Args...>();
+inline R send_raw(abi::id receiver, const Args&... arguments) {
+  check_arity<Sel, Args...>();
   using Raw = typename Marshal<R>::Raw;
   const abi::SEL name = selector<Sel>().borrow();
   if constexpr (std::is_void_v<R>) {
     abi::call<void>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...);
   } else {
-    return received<R, returnsOwnedReference(Sel)>(
+    return received<R, returns_owned_reference(Sel)>(
         abi::call<Raw>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...));
   }
 }
@@ -54,33 +54,33 @@ inline R sendRaw(abi::id receiver, const Args&... arguments) {
 
 /// The class of a literal name, nil while none is registered; found once, then remembered.
 template <FixedString Name>
-inline ClassRef classNamed() {
-  abi::Class cached = detail::classCache<Name>.load(std::memory_order_relaxed);
+inline ClassRef class_named() {
+  abi::Class cached = detail::class_cache<Name>.load(std::memory_order_relaxed);
   if (cached == nullptr) [[unlikely]] {
     cached = abi::objc_lookUpClass(Name.value);
-    if (cached != nullptr) detail::classCache<Name>.store(cached, std::memory_order_relaxed);
+    if (cached != nullptr) detail::class_cache<Name>.store(cached, std::memory_order_relaxed);
   }
   return ClassRef(cached);
 }
 
 /// The class that handle type T stands for.
 template <Handle T>
-inline ClassRef classFor() {
-  return classNamed<T::kClass>();
+inline ClassRef class_for() {
+  return class_named<T::kClass>();
 }
 
 /// Sends a message. R is the result's type; nil receivers give R(). Arguments keep their C++ types: a
 /// float parameter must be given a float. `init...` goes through Allocated instead.
 template <FixedString Sel, class R = void, class... Args>
 inline R send(const Object& receiver, const Args&... arguments) {
-  static_assert(!isInitializer(Sel), "initialisers consume their receiver: call them on what alloc() gave");
-  return detail::sendRaw<Sel, R>(borrow(receiver), arguments...);
+  static_assert(!is_initializer(Sel), "initialisers consume their receiver: call them on what alloc() gave");
+  return detail::send_raw<Sel, R>(borrow(receiver), arguments...);
 }
 
 /// Sends a message to a class.
 template <FixedString Sel, class R = void, class... Args>
 inline R send(ClassRef receiver, const Args&... arguments) {
-  return detail::sendRaw<Sel, R>(reinterpret_cast<abi::id>(receiver.borrow()), arguments...);
+  return detail::send_raw<Sel, R>(reinterpret_cast<abi::id>(receiver.borrow()), arguments...);
 }
 
 /// Sends a message whose selector is known only at run time. The caller vouches for the types, and for
@@ -97,16 +97,16 @@ inline R perform(const Object& receiver, Selector selector, const Args&... argum
 }
 
 /// Whether the object answers the selector.
-inline bool respondsTo(const Object& object, Selector selector) {
-  return object && selector && detail::sendRaw<"respondsToSelector:", bool>(borrow(object), selector);
+inline bool responds_to(const Object& object, Selector selector) {
+  return object && selector && detail::send_raw<"respondsToSelector:", bool>(borrow(object), selector);
 }
 
 /// The same object as a T, or nil when it is none.
 template <Handle T>
-inline T dynamicCast(const Object& object) {
-  const ClassRef wanted = classFor<T>();
+inline T cast_or_nil(const Object& object) {
+  const ClassRef wanted = class_for<T>();
   if (!object || !wanted) return T();
-  return detail::sendRaw<"isKindOfClass:", bool>(borrow(object), wanted) ? object.as<T>() : T();
+  return detail::send_raw<"isKindOfClass:", bool>(borrow(object), wanted) ? object.as<T>() : T();
 }
 
 /// What alloc gives: an object that is not initialised yet, owned until an initialiser consumes it.
@@ -124,18 +124,18 @@ class Allocated {
   /// Sends an initialiser; what comes back may be nil or another object.
   template <FixedString Sel, class... Args>
   T initialize(const Args&... arguments) && {
-    static_assert(isInitializer(Sel), "only a method of the init family initialises");
-    return detail::sendRaw<Sel, T>(std::exchange(raw_, nullptr), arguments...);
+    static_assert(is_initializer(Sel), "only a method of the init family initialises");
+    return detail::send_raw<Sel, T>(std::exchange(raw_, nullptr), arguments...);
   }
 
   /// The same with the look-up starting at T's base: for initialisers authored in C++.
   template <FixedString Sel, class... Args>
-  T initializeSuper(const Args&... arguments) && {
-    static_assert(isInitializer(Sel), "only a method of the init family initialises");
-    detail::checkArity<Sel, Args...>();
-    const abi::SuperReceiver receiver{std::exchange(raw_, nullptr), classFor<typename T::Base>().borrow()};
-    return adopt<T>(abi::callSuper<abi::id>(receiver, selector<Sel>().borrow(),
-                                            Marshal<std::decay_t<Args>>::out(arguments)...));
+  T initialize_super(const Args&... arguments) && {
+    static_assert(is_initializer(Sel), "only a method of the init family initialises");
+    detail::check_arity<Sel, Args...>();
+    const abi::SuperReceiver receiver{std::exchange(raw_, nullptr), class_for<typename T::Base>().borrow()};
+    return adopt<T>(abi::call_super<abi::id>(receiver, selector<Sel>().borrow(),
+                                             Marshal<std::decay_t<Args>>::out(arguments)...));
   }
 
   T init() && { return std::move(*this).template initialize<"init">(); }
@@ -148,7 +148,7 @@ class Allocated {
 template <class T>
 inline Allocated<T> allocate() {
   return Allocated<T>(
-      abi::call<abi::id>(reinterpret_cast<abi::id>(classFor<T>().borrow()), selector<"alloc">().borrow()));
+      abi::call<abi::id>(reinterpret_cast<abi::id>(class_for<T>().borrow()), selector<"alloc">().borrow()));
 }
 
 /// `new`: allocated and plainly initialised.
@@ -159,16 +159,16 @@ inline T make() {
 
 /// Sends a message to the receiver with the look-up starting at `base`.
 template <FixedString Sel, class R = void, class... Args>
-inline R sendSuper(const Object& receiver, ClassRef base, const Args&... arguments) {
-  detail::checkArity<Sel, Args...>();
+inline R send_super(const Object& receiver, ClassRef base, const Args&... arguments) {
+  detail::check_arity<Sel, Args...>();
   using Raw = typename Marshal<R>::Raw;
   const abi::SuperReceiver target{borrow(receiver), base.borrow()};
   const abi::SEL name = selector<Sel>().borrow();
   if constexpr (std::is_void_v<R>) {
-    abi::callSuper<void>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...);
+    abi::call_super<void>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...);
   } else {
-    return detail::received<R, returnsOwnedReference(Sel)>(
-        abi::callSuper<Raw>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...));
+    return detail::received<R, returns_owned_reference(Sel)>(
+        abi::call_super<Raw>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...));
   }
 }
 

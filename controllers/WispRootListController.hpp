@@ -1,0 +1,19 @@
+// controllers/WispRootListController.hpp: the page that the bundle opens on.
+#pragma once
+
+#include "controllers/WispBaseController.hpp"
+
+namespace wispen {
+
+class WispRootListController : public objc::Authored<WispRootListController, WispBaseController> {
+ public:
+  static constexpr objc::FixedString kClass{"WispRootListController"};
+  using Authored::Authored;
+
+  static void define();
+
+  /// The list "Root", filtered; built once, then kept until the framework drops it.
+  NSMutableArray specifiers() const;
+};
+
+}  // namespace wispen

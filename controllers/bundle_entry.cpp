@@ -1,0 +1,23 @@
+// controllers/bundle_entry.cpp: what happens when the bundle is loaded.
+
+#include "controllers/WispBaseController.hpp"
+#include "controllers/WispRootListController.hpp"
+#include "controllers/sub_pages.hpp"
+
+namespace wispen {
+namespace {
+
+// The one initialiser of the image: whoever loads the bundle asks for its principal class by name next.
+// A base comes before what derives from it.
+[[gnu::constructor]] void register_classes() {
+  WispBaseController::define();
+  WispRootListController::define();
+  SepSettingsCell::define();
+  BackgroundSettingsCell::define();
+  ContextMenuLabels::define();
+  Expanded3DAdjustments::define();
+  SepSettingsHSCell::define();
+}
+
+}  // namespace
+}  // namespace wispen

@@ -1,0 +1,68 @@
+// platform/Preferences.hpp: the Preferences framework: rows (specifiers) and the pages that list them.
+#pragma once
+
+#include "platform/Foundation.hpp"
+
+/// One row, or the head of a group of rows: what a dictionary of a specifier list says.
+class PSSpecifier : public NSObject {
+ public:
+  static constexpr objc::FixedString kClass{"PSSpecifier"};
+  using NSObject::NSObject;
+
+  NSString name() const { return objc::send<"name", NSString>(*this); }
+  NSString identifier() const { return objc::send<"identifier", NSString>(*this); }
+  /// The page; the getter, the setter and the action are sent to it.
+  NSObject target() const { return objc::send<"target", NSObject>(*this); }
+  /// Everything that the list says of the row, by key.
+  NSMutableDictionary properties() const { return objc::send<"properties", NSMutableDictionary>(*this); }
+  NSInteger cellType() const { return objc::send<"cellType", NSInteger>(*this); }
+
+  template <class T = NSObject>
+  T propertyForKey(const NSString& key) const {
+    return objc::send<"propertyForKey:", T>(*this, key);
+  }
+  void setProperty(const objc::Object& value, const NSString& key) const {
+    objc::send<"setProperty:forKey:">(*this, value, key);
+  }
+  /// The row's value, by the getter on the target.
+  template <class T = NSObject>
+  T performGetter() const {
+    return objc::send<"performGetter", T>(*this);
+  }
+  void performSetterWithValue(const objc::Object& value) const {
+    objc::send<"performSetterWithValue:">(*this, value);
+  }
+  NSArray values() const { return objc::send<"values", NSArray>(*this); }
+  NSDictionary titleDictionary() const { return objc::send<"titleDictionary", NSDictionary>(*this); }
+};
+
+/// A page that lists specifiers.
+class PSListController : public NSObject {
+ public:
+  static constexpr objc::FixedString kClass{"PSListController"};
+  using NSObject::NSObject;
+
+  /// The rows that the page shows; a subclass fills the framework's variable in its override.
+  NSMutableArray specifiers() const { return objc::send<"specifiers", NSMutableArray>(*this); }
+  /// The specifiers of a list in the page's bundle, by file name without extension, in file order.
+  NSMutableArray loadSpecifiersFromPlistName(const NSString& name, const objc::Object& target) const {
+    return objc::send<"loadSpecifiersFromPlistName:target:", NSMutableArray>(*this, name, target);
+  }
+  void insertSpecifierAfterSpecifier(const PSSpecifier& specifier, const PSSpecifier& anchor,
+                                     bool animated) const {
+    objc::send<"insertSpecifier:afterSpecifier:animated:">(*this, specifier, anchor, animated);
+  }
+  void removeSpecifier(const PSSpecifier& specifier, bool animated) const {
+    objc::send<"removeSpecifier:animated:">(*this, specifier, animated);
+  }
+  void reloadSpecifiers() const { objc::send<"reloadSpecifiers">(*this); }
+  NSBundle bundle() const { return objc::send<"bundle", NSBundle>(*this); }
+
+ protected:
+  /// The framework's own variable `_specifiers`: the list that is shown, nil until it is built.
+  NSMutableArray& specifiers_variable() const {
+    static const std::ptrdiff_t offset =
+        objc::detail::offset_of(objc::class_for<PSListController>().borrow(), "_specifiers");
+    return *objc::detail::at<NSMutableArray>(objc::borrow(*this), offset);
+  }
+};
