@@ -15,6 +15,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -288,10 +289,59 @@ class Class {
   abi::Class building_ = nullptr;
 };
 
+/// The method that a category replaced, still callable; empty where there was none.
+template <class Signature>
+class Original;
+
+template <class R, class... Args>
+class Original<R(Args...)> {
+ public:
+  explicit operator bool() const { return implementation_ != nullptr; }
+
+  template <class Receiver>
+  R operator()(const Receiver& receiver, const Args&... arguments) const {
+    const auto implementation =
+        reinterpret_cast<typename Marshal<R>::Raw (*)(abi::id, abi::SEL, typename Marshal<Args>::Raw...)>(
+            implementation_);
+    if constexpr (std::is_void_v<R>) {
+      implementation(Marshal<Receiver>::out(receiver), selector_.borrow(), Marshal<Args>::out(arguments)...);
+    } else {
+      return detail::received<R, false>(implementation(Marshal<Receiver>::out(receiver), selector_.borrow(),
+                                                       Marshal<Args>::out(arguments)...));
+    }
+  }
+
+ private:
+  template <class T>
+  friend class Category;
+  abi::IMP implementation_ = nullptr;
+  Selector selector_;
+};
+
 /// Adds methods to a class that exists, or replaces those of the same name.
 template <class T>
 class Category {
  public:
+  /// The replaced method's implementation, own or inherited, goes to `original`.
+  template <FixedString Sel, auto Function, class Signature>
+  Category& class_method(Original<Signature>& original) {
+    const abi::Class cls = class_for<T>().borrow();
+    if (const abi::Method method = abi::class_getClassMethod(cls, selector<Sel>().borrow())) {
+      original.implementation_ = abi::method_getImplementation(method);
+      original.selector_ = selector<Sel>();
+    }
+    return class_method<Sel, Function>();
+  }
+  template <FixedString Sel, auto Function, class Signature>
+  Category& method(Original<Signature>& original) {
+    const abi::Class cls = class_for<T>().borrow();
+    if (const abi::Method method = abi::class_getInstanceMethod(cls, selector<Sel>().borrow())) {
+      original.implementation_ = abi::method_getImplementation(method);
+      original.selector_ = selector<Sel>();
+    }
+    return this->template method<Sel, Function>();
+  }
+
   template <FixedString Sel, auto Function>
   Category& method() {
     put<Sel, Function>(class_for<T>().borrow());
@@ -315,5 +365,16 @@ class Category {
                              detail::Thunk<Function>::kEncoding.data());
   }
 };
+
+/// The address of one of the class's own methods, for finding the image that the class came from; null for
+/// a class without any.
+inline const void* code_address(ClassRef cls) {
+  unsigned int count = 0;
+  abi::Method* const methods = cls ? abi::class_copyMethodList(cls.borrow(), &count) : nullptr;
+  const void* address =
+      count > 0 ? reinterpret_cast<const void*>(abi::method_getImplementation(methods[0])) : nullptr;
+  std::free(methods);
+  return address;
+}
 
 }  // namespace objc

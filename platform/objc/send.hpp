@@ -138,6 +138,9 @@ class Allocated {
                                              Marshal<std::decay_t<Args>>::out(arguments)...));
   }
 
+  /// The object as it stands: for classes whose base has nothing to initialise.
+  T as_initialized() && { return adopt<T>(std::exchange(raw_, nullptr)); }
+
   T init() && { return std::move(*this).template initialize<"init">(); }
 
  private:

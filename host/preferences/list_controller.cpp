@@ -1,0 +1,395 @@
+// host/preferences/list_controller.cpp: PSListController: a page that lists specifiers.
+
+#include "host/preferences/list_controller.hpp"
+
+#include <algorithm>
+#include <deque>
+
+#include "host/preferences/specifier_list.hpp"
+#include "platform/CoreFoundation.hpp"
+
+namespace wispen::preferences {
+
+struct ListControllerState {
+  std::deque<ListChange> changes;
+  // Where each group starts, for the list as it stood when `grouped` was set.
+  std::vector<std::size_t> group_starts;
+  bool grouped = false;
+  // Where a specifier was last found: pages walk their rows in order, and a search that starts there makes
+  // the walk linear.
+  std::size_t cursor = 0;
+  PSSpecifier specifier;
+  NSString title;
+};
+
+ListControllerState& ListController::parts() const { return state<ListControllerState>(); }
+
+NSMutableArray ListController::shown() const { return objc::send<"specifiers", NSMutableArray>(*this); }
+
+NSMutableArray ListController::specifiers() const {
+  if (!list()) list() = NSMutableArray::array();
+  return list();
+}
+
+void ListController::setSpecifiers(const NSArray& specifiers) const {
+  list() = specifiers ? specifiers.mutableCopy() : NSMutableArray();
+  parts().grouped = false;
+  record(ListChange::Kind::Reload, 0, PSSpecifier(), false);
+}
+
+NSBundle ListController::bundle() const { return NSBundle::bundleForClass(objc::class_of(*this)); }
+
+NSMutableArray ListController::loadSpecifiersFromPlistName(const NSString& name,
+                                                           const NSObject& target) const {
+  return loadSpecifiersFromPlistNameInBundle(name, target, objc::send<"bundle", NSBundle>(*this));
+}
+
+NSMutableArray ListController::loadSpecifiersFromPlistNameInBundle(const NSString& name,
+                                                                   const NSObject& target,
+                                                                   const NSBundle& bundle) const {
+  const SpecifierList loaded = load_specifier_list(bundle, name, target);
+  // A page that a row opened bears the row's label; only the first page takes its list's title.
+  if (loaded.title && !parts().specifier && !parts().title) parts().title = loaded.title;
+  parts().grouped = false;
+  return loaded.specifiers;
+}
+
+void ListController::record(ListChange::Kind kind, std::size_t index, const PSSpecifier& specifier,
+                            bool animated) const {
+  auto& changes = parts().changes;
+  if (changes.size() == kMostChanges) changes.pop_front();
+  changes.push_back({kind, index, specifier, animated});
+}
+
+void ListController::reloadSpecifiers() const {
+  list() = NSMutableArray();
+  parts().grouped = false;
+  parts().cursor = 0;
+  shown();
+  reload();
+}
+
+void ListController::reload() const { record(ListChange::Kind::Reload, 0, PSSpecifier(), false); }
+
+void ListController::reloadSpecifier(const PSSpecifier& specifier) const {
+  reloadSpecifierAnimated(specifier, false);
+}
+
+void ListController::reloadSpecifierAnimated(const PSSpecifier& specifier, bool animated) const {
+  const NSInteger index = indexOfSpecifier(specifier);
+  if (index != static_cast<NSInteger>(NSNotFound)) {
+    record(ListChange::Kind::Replace, static_cast<std::size_t>(index), specifier, animated);
+  }
+}
+
+void ListController::reloadSpecifierID(const NSString& identifier) const {
+  reloadSpecifier(specifierForID(identifier));
+}
+
+void ListController::insert(const PSSpecifier& specifier, std::size_t index, bool animated) const {
+  shown().insertObject(specifier, index);
+  parts().grouped = false;
+  parts().cursor = index;
+  record(ListChange::Kind::Insert, index, specifier, animated);
+}
+
+void ListController::remove(std::size_t index, bool animated) const {
+  const NSMutableArray rows = shown();
+  const auto specifier = rows.objectAtIndex<PSSpecifier>(index);
+  rows.removeObjectAtIndex(index);
+  parts().grouped = false;
+  parts().cursor = index;
+  record(ListChange::Kind::Remove, index, specifier, animated);
+}
+
+void ListController::addSpecifier(const PSSpecifier& specifier) const {
+  addSpecifierAnimated(specifier, false);
+}
+
+void ListController::addSpecifierAnimated(const PSSpecifier& specifier, bool animated) const {
+  insert(specifier, shown().count(), animated);
+}
+
+void ListController::insertSpecifierAtIndex(const PSSpecifier& specifier, NSInteger index,
+                                            bool animated) const {
+  insert(specifier, static_cast<std::size_t>(index), animated);
+}
+
+void ListController::insertSpecifierAfter(const PSSpecifier& specifier, const PSSpecifier& anchor) const {
+  insertSpecifierAfterAnimated(specifier, anchor, false);
+}
+
+void ListController::insertSpecifierAfterAnimated(const PSSpecifier& specifier, const PSSpecifier& anchor,
+                                                  bool animated) const {
+  const NSInteger index = indexOfSpecifier(anchor);
+  const bool found = index != static_cast<NSInteger>(NSNotFound);
+  insert(specifier, found ? static_cast<std::size_t>(index) + 1 : shown().count(), animated);
+}
+
+void ListController::insertSpecifierAfterID(const PSSpecifier& specifier, const NSString& identifier,
+                                            bool animated) const {
+  insertSpecifierAfterAnimated(specifier, specifierForID(identifier), animated);
+}
+
+void ListController::insertContiguousAfter(const NSArray& added, const PSSpecifier& anchor,
+                                           bool animated) const {
+  const NSInteger index = indexOfSpecifier(anchor);
+  const bool found = index != static_cast<NSInteger>(NSNotFound);
+  insertContiguousAtIndex(added, found ? index + 1 : static_cast<NSInteger>(shown().count()), animated);
+}
+
+void ListController::insertContiguousAtIndex(const NSArray& added, NSInteger index, bool animated) const {
+  for (NSUInteger i = 0, count = added.count(); i < count; ++i) {
+    insert(added.objectAtIndex<PSSpecifier>(i), static_cast<std::size_t>(index) + i, animated);
+  }
+}
+
+void ListController::removeSpecifier(const PSSpecifier& specifier) const {
+  removeSpecifierAnimated(specifier, false);
+}
+
+void ListController::removeSpecifierAnimated(const PSSpecifier& specifier, bool animated) const {
+  const NSInteger index = indexOfSpecifier(specifier);
+  if (index != static_cast<NSInteger>(NSNotFound)) remove(static_cast<std::size_t>(index), animated);
+}
+
+void ListController::removeSpecifierID(const NSString& identifier) const {
+  removeSpecifier(specifierForID(identifier));
+}
+
+void ListController::removeSpecifierIDAnimated(const NSString& identifier, bool animated) const {
+  removeSpecifierAnimated(specifierForID(identifier), animated);
+}
+
+void ListController::removeContiguous(const NSArray& removed, bool animated) const {
+  // A copy: the caller may hand over the list itself.
+  const NSArray specifiers = removed.copy();
+  for (NSUInteger i = 0, count = specifiers.count(); i < count; ++i) {
+    removeSpecifierAnimated(specifiers.objectAtIndex<PSSpecifier>(i), animated);
+  }
+}
+
+void ListController::replaceContiguous(const NSArray& removed, const NSArray& added, bool animated) const {
+  const NSInteger index = indexOfSpecifier(removed.firstObject<PSSpecifier>());
+  const bool found = index != static_cast<NSInteger>(NSNotFound);
+  removeContiguous(removed, animated);
+  insertContiguousAtIndex(added, found ? index : static_cast<NSInteger>(shown().count()), animated);
+}
+
+void ListController::replaceContiguousPlain(const NSArray& removed, const NSArray& added) const {
+  replaceContiguous(removed, added, false);
+}
+
+bool ListController::containsSpecifier(const PSSpecifier& specifier) const {
+  return indexOfSpecifier(specifier) != static_cast<NSInteger>(NSNotFound);
+}
+
+NSInteger ListController::indexOfSpecifier(const PSSpecifier& specifier) const {
+  const NSMutableArray rows = shown();
+  const NSUInteger count = rows.count();
+  if (!specifier) return static_cast<NSInteger>(NSNotFound);
+  const NSUInteger start = std::min<NSUInteger>(parts().cursor, count);
+  const auto search = [&](NSUInteger from, NSUInteger to) {
+    for (NSUInteger i = from; i < to; ++i) {
+      if (rows.objectAtIndex(i) == specifier) {
+        parts().cursor = i;
+        return static_cast<NSInteger>(i);
+      }
+    }
+    return static_cast<NSInteger>(NSNotFound);
+  };
+  const NSInteger ahead = search(start, count);
+  return ahead != static_cast<NSInteger>(NSNotFound) ? ahead : search(0, start);
+}
+
+NSInteger ListController::indexOfSpecifierID(const NSString& identifier) const {
+  return indexOfSpecifier(specifierForID(identifier));
+}
+
+PSSpecifier ListController::specifierForID(const NSString& identifier) const {
+  const NSMutableArray rows = shown();
+  for (NSUInteger i = 0, count = rows.count(); i < count; ++i) {
+    const auto specifier = rows.objectAtIndex<PSSpecifier>(i);
+    if (specifier.identifier().isEqual(identifier)) return specifier;
+  }
+  return PSSpecifier();
+}
+
+PSSpecifier ListController::specifierAtIndex(NSInteger index) const {
+  const NSMutableArray rows = shown();
+  const bool inside = index >= 0 && static_cast<NSUInteger>(index) < rows.count();
+  return inside ? rows.objectAtIndex<PSSpecifier>(static_cast<NSUInteger>(index)) : PSSpecifier();
+}
+
+const std::vector<std::size_t>& ListController::group_starts() const {
+  ListControllerState& state = parts();
+  const NSMutableArray rows = shown();  // may build the list, which makes the groups stale
+  if (state.grouped) return state.group_starts;
+  state.group_starts.clear();
+  for (NSUInteger i = 0, count = rows.count(); i < count; ++i) {
+    const bool head =
+        rows.objectAtIndex<PSSpecifier>(i).cellType() == static_cast<NSInteger>(CellType::Group);
+    if (head || i == 0) state.group_starts.push_back(i);
+  }
+  state.grouped = true;
+  return state.group_starts;
+}
+
+NSInteger ListController::numberOfGroups() const { return static_cast<NSInteger>(group_starts().size()); }
+
+NSArray ListController::specifiersInGroup(NSInteger group) const {
+  NSMutableArray members = NSMutableArray::array();
+  const auto& starts = group_starts();
+  if (group < 0 || static_cast<std::size_t>(group) >= starts.size()) return members;
+  const auto index = static_cast<std::size_t>(group);
+  const NSMutableArray rows = shown();
+  const std::size_t end = index + 1 < starts.size() ? starts[index + 1] : rows.count();
+  for (std::size_t i = starts[index]; i < end; ++i) members.addObject(rows.objectAtIndex(i));
+  return members;
+}
+
+NSInteger ListController::rowsForGroup(NSInteger group) const {
+  const NSArray members = specifiersInGroup(group);
+  const bool headed = members.count() > 0 && members.objectAtIndex<PSSpecifier>(0).cellType() ==
+                                                 static_cast<NSInteger>(CellType::Group);
+  return static_cast<NSInteger>(members.count()) - (headed ? 1 : 0);
+}
+
+bool ListController::getGroupRow(NSInteger* group, NSInteger* row, const PSSpecifier& specifier) const {
+  const NSInteger index = indexOfSpecifier(specifier);
+  if (index == static_cast<NSInteger>(NSNotFound)) return false;
+  const auto& starts = group_starts();
+  const auto after = std::ranges::upper_bound(starts, static_cast<std::size_t>(index));
+  const auto start = static_cast<NSInteger>(*(after - 1));
+  const bool headed = specifierAtIndex(start).cellType() == static_cast<NSInteger>(CellType::Group);
+  if (group != nullptr) *group = after - starts.begin() - 1;
+  if (row != nullptr) *row = index - start - (headed ? 1 : 0);  // a head has row -1
+  return true;
+}
+
+NSObject ListController::indexPathForSpecifier(const PSSpecifier& specifier) const {
+  NSInteger place[2];
+  if (!getGroupRow(&place[0], &place[1], specifier) || place[1] < 0) return NSObject();
+  const NSUInteger indexes[2] = {static_cast<NSUInteger>(place[0]), static_cast<NSUInteger>(place[1])};
+  return objc::send<"indexPathWithIndexes:length:", NSObject>(
+      objc::class_named<"NSIndexPath">(), static_cast<const NSUInteger*>(indexes), NSUInteger{2});
+}
+
+namespace {
+
+/// The phone's user keeps these below the home folder, which the host's current root stands for.
+NSString domain_file(const PSSpecifier& specifier) {
+  const auto domain = objc::cast_or_nil<NSString>(specifier.propertyForKey("defaults"_ns));
+  if (!domain) return NSString();
+  return ("/var/mobile/Library/Preferences/" + domain.utf8() + ".plist").c_str();
+}
+
+}  // namespace
+
+NSObject ListController::readPreferenceValue(const PSSpecifier& specifier) const {
+  const NSObject key = specifier.propertyForKey("key"_ns);
+  NSObject value;
+  if (const NSString file = domain_file(specifier)) {
+    value = NSDictionary::dictionaryWithContentsOfFile(file).objectForKey(key);
+  }
+  return value ? value : specifier.propertyForKey("default"_ns);
+}
+
+void ListController::setPreferenceValue(const NSObject& value, const PSSpecifier& specifier) const {
+  const NSObject key = specifier.propertyForKey("key"_ns);
+  const NSString file = domain_file(specifier);
+  if (!key || !file) return;  // documented: a row without both stores nothing
+  NSMutableDictionary domain = NSMutableDictionary::dictionaryWithContentsOfFile(file);
+  if (!domain) domain = NSMutableDictionary::dictionary();
+  if (value) {
+    domain.setObject(value, key);
+  } else {
+    domain.removeObjectForKey(key);
+  }
+  domain.writeToFile(file, true);
+  if (const auto name = objc::cast_or_nil<NSString>(specifier.propertyForKey("PostNotification"_ns))) {
+    CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), name, nullptr,
+                                         NSDictionary(), true);
+  }
+}
+
+PSSpecifier ListController::specifier() const { return parts().specifier; }
+void ListController::setSpecifier(const PSSpecifier& specifier) const {
+  parts().specifier = specifier;
+  if (specifier) parts().title = specifier.name();
+}
+NSString ListController::title() const { return parts().title; }
+void ListController::setTitle(const NSString& title) const { parts().title = title; }
+
+std::vector<ListChange> ListController::changes() const {
+  return {parts().changes.begin(), parts().changes.end()};
+}
+void ListController::clearChanges() const { parts().changes.clear(); }
+
+NSArray ListController::specifierChanges() const {
+  NSMutableArray result = NSMutableArray::array();
+  for (const ListChange& change : parts().changes) {
+    NSMutableDictionary entry = NSMutableDictionary::dictionary();
+    static constexpr const char* kNames[] = {"insert", "remove", "replace", "reload"};
+    entry.setObject(NSString(kNames[static_cast<std::size_t>(change.kind)]), "change"_ns);
+    entry.setObject(NSNumber::numberWithInteger(static_cast<NSInteger>(change.index)), "index"_ns);
+    entry.setObject(NSNumber::numberWithBool(change.animated), "animated"_ns);
+    if (change.specifier) entry.setObject(change.specifier, "specifier"_ns);
+    result.addObject(entry);
+  }
+  return result;
+}
+
+void ListController::define() {
+  objc::Class<ListController>()
+      .variable<"_specifiers", NSMutableArray>()
+      .state<ListControllerState>()
+      .method<"specifiers", &ListController::specifiers>()
+      .method<"setSpecifiers:", &ListController::setSpecifiers>()
+      .method<"loadSpecifiersFromPlistName:target:", &ListController::loadSpecifiersFromPlistName>()
+      .method<"loadSpecifiersFromPlistName:target:bundle:",
+              &ListController::loadSpecifiersFromPlistNameInBundle>()
+      .method<"bundle", &ListController::bundle>()
+      .method<"reloadSpecifiers", &ListController::reloadSpecifiers>()
+      .method<"reload", &ListController::reload>()
+      .method<"reloadSpecifier:", &ListController::reloadSpecifier>()
+      .method<"reloadSpecifier:animated:", &ListController::reloadSpecifierAnimated>()
+      .method<"reloadSpecifierID:", &ListController::reloadSpecifierID>()
+      .method<"addSpecifier:", &ListController::addSpecifier>()
+      .method<"addSpecifier:animated:", &ListController::addSpecifierAnimated>()
+      .method<"insertSpecifier:atIndex:animated:", &ListController::insertSpecifierAtIndex>()
+      .method<"insertSpecifier:afterSpecifier:", &ListController::insertSpecifierAfter>()
+      .method<"insertSpecifier:afterSpecifier:animated:", &ListController::insertSpecifierAfterAnimated>()
+      .method<"insertSpecifier:afterSpecifierID:animated:", &ListController::insertSpecifierAfterID>()
+      .method<"insertContiguousSpecifiers:afterSpecifier:animated:", &ListController::insertContiguousAfter>()
+      .method<"insertContiguousSpecifiers:atIndex:animated:", &ListController::insertContiguousAtIndex>()
+      .method<"removeSpecifier:", &ListController::removeSpecifier>()
+      .method<"removeSpecifier:animated:", &ListController::removeSpecifierAnimated>()
+      .method<"removeSpecifierID:", &ListController::removeSpecifierID>()
+      .method<"removeSpecifierID:animated:", &ListController::removeSpecifierIDAnimated>()
+      .method<"removeContiguousSpecifiers:animated:", &ListController::removeContiguous>()
+      .method<"replaceContiguousSpecifiers:withSpecifiers:", &ListController::replaceContiguousPlain>()
+      .method<"replaceContiguousSpecifiers:withSpecifiers:animated:", &ListController::replaceContiguous>()
+      .method<"updateSpecifiers:withSpecifiers:", &ListController::replaceContiguousPlain>()
+      .method<"containsSpecifier:", &ListController::containsSpecifier>()
+      .method<"indexOfSpecifier:", &ListController::indexOfSpecifier>()
+      .method<"indexOfSpecifierID:", &ListController::indexOfSpecifierID>()
+      .method<"specifierForID:", &ListController::specifierForID>()
+      .method<"specifierAtIndex:", &ListController::specifierAtIndex>()
+      .method<"numberOfGroups", &ListController::numberOfGroups>()
+      .method<"rowsForGroup:", &ListController::rowsForGroup>()
+      .method<"specifiersInGroup:", &ListController::specifiersInGroup>()
+      .method<"getGroup:row:ofSpecifier:", &ListController::getGroupRow>()
+      .method<"indexPathForSpecifier:", &ListController::indexPathForSpecifier>()
+      .method<"readPreferenceValue:", &ListController::readPreferenceValue>()
+      .method<"setPreferenceValue:specifier:", &ListController::setPreferenceValue>()
+      .method<"specifier", &ListController::specifier>()
+      .method<"setSpecifier:", &ListController::setSpecifier>()
+      .method<"title", &ListController::title>()
+      .method<"setTitle:", &ListController::setTitle>()
+      .method<"specifierChanges", &ListController::specifierChanges>()
+      .method<"clearSpecifierChanges", &ListController::clearChanges>()
+      .register_class();
+}
+
+}  // namespace wispen::preferences

@@ -1,0 +1,179 @@
+// host/preferences/specifier_list.cpp: the specifier lists of a bundle, made into specifiers.
+
+#include "host/preferences/specifier_list.hpp"
+
+#include <optional>
+#include <utility>
+
+#include "host/foundation/problems.hpp"
+
+namespace wispen::preferences {
+
+namespace {
+
+std::set<std::string>& capabilities() {
+  static auto* const set = new std::set<std::string>{
+      "armv7", "arm64", "wifi", "bluetooth-le", "touch-id", "accelerometer", "gyroscope", "haptics", "metal"};
+  return *set;
+}
+
+/// Reads one list's items; it knows the table that their texts are translated by.
+class ListReader {
+ public:
+  ListReader(const NSBundle& bundle, const NSString& name, const NSObject& target)
+      : bundle_(bundle), name_(name), target_(target) {}
+
+  Specifier read(const NSDictionary& item) const {
+    const auto cell = text(item, "cell"_ns);
+    const std::string cell_name = cell ? cell.utf8() : "PSGroupCell";
+    std::optional<CellType> type = cell_type_from_name(cell_name);
+    if (!type) {
+      report_problem(where() + ": unknown cell \"" + cell_name + "\"");
+      type = CellType::StaticText;
+    }
+    Specifier specifier = Specifier::make(translated(text(item, "label"_ns)), *type);
+    specifier.setTarget(target_);
+    specifier.setProperties(item);
+    specifier.setPropertyForKey(name_, "localizationTable"_ns);
+    translate_properties(specifier);
+    bind_selectors(specifier, item);
+    read_choices(specifier, item);
+    return specifier;
+  }
+
+  NSString translated(const NSString& source) const {
+    if (!source || source.length() == 0) return source;
+    return bundle_.localizedString(source, source, name_);
+  }
+
+  std::string where() const { return name_.utf8() + ".plist"; }
+
+ private:
+  static NSString text(const NSDictionary& item, const NSString& key) {
+    return objc::cast_or_nil<NSString>(item.objectForKey(key));
+  }
+
+  // The label stays as the list has it, since cells use it as a key of the strings table; the name holds its
+  // translation. Keys, values and ids are never translated.
+  void translate_properties(const Specifier& specifier) const {
+    for (const NSString& key : {"footerText"_ns, "placeholder"_ns, "staticTextMessage"_ns}) {
+      if (const NSString source = text(specifier.properties(), key)) {
+        specifier.setPropertyForKey(translated(source), key);
+      }
+    }
+    const auto confirmation = objc::cast_or_nil<NSDictionary>(specifier.propertyForKey("confirmation"_ns));
+    if (!confirmation) return;
+    const NSMutableDictionary translation = confirmation.mutableCopy();
+    const NSArray keys = confirmation.allKeys();
+    for (NSUInteger i = 0; i < keys.count(); ++i) {
+      const auto key = keys.objectAtIndex<NSString>(i);
+      if (const NSString source = text(confirmation, key)) translation.setObject(translated(source), key);
+    }
+    specifier.setPropertyForKey(translation, "confirmation"_ns);
+  }
+
+  static void bind_selectors(const Specifier& specifier, const NSDictionary& item) {
+    const auto named = [&](const NSString& key) {
+      const NSString name = text(item, key);
+      return name ? objc::Selector::named(name.utf8().c_str()) : objc::Selector();
+    };
+    const objc::Selector getter = named("get"_ns);
+    const objc::Selector setter = named("set"_ns);
+    specifier.setAccessors(getter ? getter : objc::selector<"readPreferenceValue:">(),
+                           setter ? setter : objc::selector<"setPreferenceValue:specifier:">());
+    specifier.setAction(named("action"_ns));
+  }
+
+  NSArray translated_array(const NSObject& source) const {
+    const auto titles = objc::cast_or_nil<NSArray>(source);
+    if (!titles) return NSArray();
+    NSMutableArray translation = NSMutableArray::array();
+    for (NSUInteger i = 0; i < titles.count(); ++i) {
+      const auto title = objc::cast_or_nil<NSString>(titles.objectAtIndex(i));
+      if (title) {
+        translation.addObject(translated(title));
+      } else {
+        translation.addObject(titles.objectAtIndex(i));
+      }
+    }
+    return translation;
+  }
+
+  /// The array that the item holds, or that the target gives where the item names a data source.
+  NSArray choices(const NSDictionary& item, const NSString& key, const NSString& source_key,
+                  const Specifier& specifier) const {
+    if (const NSString source = text(item, source_key)) {
+      const auto selector = objc::Selector::named(source.utf8().c_str());
+      if (target_.respondsToSelector(selector)) {
+        return objc::cast_or_nil<NSArray>(objc::perform<NSObject>(target_, selector, specifier));
+      }
+    }
+    return objc::cast_or_nil<NSArray>(item.objectForKey(key));
+  }
+
+  void read_choices(const Specifier& specifier, const NSDictionary& item) const {
+    const NSArray values = choices(item, "validValues"_ns, "valuesDataSource"_ns, specifier);
+    if (!values) return;
+    const NSArray titles =
+        translated_array(choices(item, "validTitles"_ns, "titlesDataSource"_ns, specifier));
+    if (titles && titles.count() != values.count()) {
+      report_problem(where() + ": the row " + specifier.identifier().utf8() + " has " +
+                     std::to_string(values.count()) + " values and " + std::to_string(titles.count()) +
+                     " titles");
+    }
+    const NSArray short_titles = translated_array(item.objectForKey("shortTitles"_ns));
+    if (short_titles) {
+      specifier.setValuesTitlesShortTitles(values, titles ? titles : values, short_titles);
+    } else {
+      specifier.setValuesTitles(values, titles ? titles : values);
+    }
+  }
+
+  NSBundle bundle_;
+  NSString name_;
+  NSObject target_;
+};
+
+bool device_has_what_it_needs(const NSDictionary& item) {
+  const auto required = objc::cast_or_nil<NSArray>(item.objectForKey("requiredCapabilities"_ns));
+  if (!required) return true;
+  for (NSUInteger i = 0; i < required.count(); ++i) {
+    const auto name = objc::cast_or_nil<NSString>(required.objectAtIndex(i));
+    if (name && !capabilities().contains(name.utf8())) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::set<std::string> device_capabilities() { return capabilities(); }
+void set_device_capabilities(std::set<std::string> wanted) { capabilities() = std::move(wanted); }
+
+SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, const NSObject& target) {
+  SpecifierList list{NSString(), NSMutableArray::array()};
+  const ListReader reader(bundle, name, target);
+  const NSString path = bundle.pathForResource(name, "plist"_ns);
+  if (!path) {
+    report_problem("the bundle has no list " + reader.where());
+    return list;
+  }
+  const NSDictionary file = NSDictionary::dictionaryWithContentsOfFile(path);
+  if (!file) {
+    report_problem(path.utf8() + " is no property list that can be read");
+    return list;
+  }
+  list.title = reader.translated(objc::cast_or_nil<NSString>(file.objectForKey("title"_ns)));
+  const auto items = objc::cast_or_nil<NSArray>(file.objectForKey("items"_ns));
+  if (!items) report_problem(reader.where() + " has no array \"items\"");
+  for (NSUInteger i = 0, count = items.count(); i < count; ++i) {
+    const auto item = objc::cast_or_nil<NSDictionary>(items.objectAtIndex(i));
+    if (!item) {
+      report_problem(reader.where() + ": item " + std::to_string(i) + " is no dictionary");
+      continue;
+    }
+    if (device_has_what_it_needs(item)) list.specifiers.addObject(reader.read(item));
+  }
+  return list;
+}
+
+}  // namespace wispen::preferences

@@ -1,0 +1,111 @@
+/* host/wispen_host.h: the desktop host as a C library, libwispenhost.so.
+ *
+ * A program in any language can start the host on a device root, load a settings bundle, and then talk to
+ * everything in it through the Objective-C runtime, by class and selector name: the bundle's controllers, the
+ * specifiers, Foundation. This header adds what is not a message: starting and stopping, the loop and its
+ * clock, the notifications, errors.
+ *
+ *   wispen_host_options options = {sizeof options};
+ *   options.root = "/tmp/device";
+ *   if (!wispen_host_start(&options)) fail(wispen_host_last_error());
+ *   wispen_host_load_bundle("build/out/3dvitrelleprefs.bundle");
+ *   wispen_host_object page = wispen_host_open_page("SepSettingsCell");
+ *   ... objc_msg_lookup(page, sel_registerName("specifiers")) ...
+ *   wispen_host_release(page);
+ *   wispen_host_stop();
+ *
+ * Everything is called from one thread, the main thread: the one that called wispen_host_start. One host runs
+ * in a process at a time; it may be stopped and started again, also on another root. Strings are UTF-8.
+ * Functions that give an int give 1 for done and 0 for failed; wispen_host_last_error() then says why, in one
+ * sentence. */
+#ifndef HOST_WISPEN_HOST_H_
+#define HOST_WISPEN_HOST_H_
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** An object of the runtime: an `id`. */
+typedef struct wispen_host_object_s* wispen_host_object;
+
+/** What a host starts with. Zero the structure, set size, then what differs from the defaults. */
+typedef struct wispen_host_options {
+  /** sizeof(wispen_host_options), so that the structure can grow. */
+  size_t size;
+  /** The folder that plays the phone's file system; made where it does not exist. Required. */
+  const char* root;
+  /** "rootless" or "rootful"; null: as the root was made, and rootless for a new one. */
+  const char* layout;
+  /** The user's languages, most wanted first, comma separated: "de,en". Null: "en". */
+  const char* languages;
+  /** "light" or "dark". Null: "light". */
+  const char* appearance;
+  /** "phone" or "pad". Null: "phone". */
+  const char* device;
+  /** Where "@rpath" leads, colon separated; null: the folder of libwispenhost.so. */
+  const char* rpath;
+  /** Non-zero: time is the wall clock's. Zero: the clock stands still and moves by wispen_host_advance. */
+  int wall_clock;
+} wispen_host_options;
+
+/** Starts the host. Fails while one runs, and for options that cannot be used; nothing is running then. */
+int wispen_host_start(const wispen_host_options* options);
+/** Ends background work and forgets the root. Objects of the bundle must have been released. Harmless when no
+ *  host runs. Fails where a background job would not end; the host is stopped even so. */
+int wispen_host_stop(void);
+/** Whether a host runs. */
+int wispen_host_running(void);
+
+/** Why the last function that failed did so; "" when none has. Valid until the next call of this library. */
+const char* wispen_host_last_error(void);
+/** The next sentence about something that the platform passes over in silence (a strings table with a broken
+ *  line, a list that is missing), oldest first; null when there is none left. Valid until the next call. */
+const char* wispen_host_next_problem(void);
+
+/** The path of the device root, absolute; null when no host runs. */
+const char* wispen_host_root(void);
+/** The real path of a path on the phone. Null on failure. Valid until the next call. */
+const char* wispen_host_path(const char* device_path);
+
+/** Opens a bundle and loads its code. Gives the NSBundle (not to be released), or null. A bundle that is
+ *  loaded already is opened again, its data read anew. */
+wispen_host_object wispen_host_load_bundle(const char* path);
+/** Makes a page of a loaded bundle: an instance of the class, initialised, which the caller releases. Null class
+ *  name: the principal class of the bundle loaded last. Null on failure. */
+wispen_host_object wispen_host_open_page(const char* class_name);
+/** Gives an object's reference back; null is harmless. */
+void wispen_host_release(wispen_host_object object);
+
+/** The user's languages from now on, as in the options. */
+int wispen_host_set_languages(const char* languages);
+
+/** Runs everything that is due: the main queue, background work, arrived notifications. Fails where the work
+ *  does not come to an end. Autoreleased objects of these jobs go with them. */
+int wispen_host_run_until_idle(void);
+/** Runs for a time of the host's clock, in seconds: waits on a wall clock, drives a driven one. */
+int wispen_host_run_for(double seconds);
+/** Moves a driven clock on; every timer fires at its exact time. Fails on a wall clock. */
+int wispen_host_advance(double seconds);
+/** Seconds on the host's clock; a driven one starts at 0. */
+double wispen_host_now(void);
+
+/** How many notifications this process has posted since the host started, and the name of each, in order. */
+size_t wispen_host_posted_count(void);
+/** Null out of range. Valid until the host stops. */
+const char* wispen_host_posted_name(size_t index);
+
+/** Called on the main thread, from within the run functions, once or more after a name was posted by whatever
+ *  process on this root; `posts` is how many posts this call stands for. */
+typedef void (*wispen_host_listener)(const char* name, unsigned long long posts, void* context);
+/** Listens to a name, or to all of them where it is null. Gives a number above zero, or 0 on failure. */
+int wispen_host_listen(const char* name, wispen_host_listener listener, void* context);
+/** Ends a listening; unknown numbers are harmless. */
+void wispen_host_stop_listening(int listening);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
