@@ -1,0 +1,60 @@
+// host/core/device_root.hpp: a folder that plays the phone's file system.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/core/result.hpp"
+
+namespace wispen {
+
+/// Where a jailbreak keeps its own files: below /var/jb, or straight at the root.
+enum class Layout { Rootless, Rootful };
+
+std::string_view layout_name(Layout layout);
+/// The layout named "rootless" or "rootful"; nothing for any other word.
+std::optional<Layout> layout_from_name(std::string_view name);
+
+/// A folder that plays the phone's file system for one layout. Immutable; copies name the same folder.
+class DeviceRoot {
+ public:
+  /// The platform's path buffers hold 1024 bytes with the terminator, and too long a path is cut
+  /// without a word. So a root's own path leaves this much room for the longest path below it.
+  static constexpr std::size_t kPathBufferSize = 1024;
+  static constexpr std::size_t kReservedForPaths = 128;
+
+  /// Opens `folder`, making it and the phone's folders in it on first use. Without a layout the root
+  /// keeps the one it was made with; a new one becomes rootless. Fails, with a sentence for a person,
+  /// for a folder of another layout, a non-empty folder that is no device root, one that cannot be
+  /// written, and a path that leaves too little room in the platform's buffers.
+  static Result<DeviceRoot> open(const std::string& folder, std::optional<Layout> layout = std::nullopt);
+
+  /// $XDG_DATA_HOME/wispen/root, else ~/.local/share/wispen/root. Only computed, nothing is made.
+  static Result<std::string> default_folder();
+
+  /// The folder's absolute path without links or a trailing slash.
+  const std::string& path() const { return path_; }
+  Layout layout() const { return layout_; }
+
+  /// The host path of the jailbreak's tree: path() + "/var/jb", or path() itself.
+  std::string jbroot_prefix() const;
+  /// The same as the phone sees it: "/var/jb", or "".
+  std::string_view device_jbroot() const { return layout_ == Layout::Rootless ? "/var/jb" : ""; }
+  /// The folder that holds the named notifications.
+  std::string notifications_folder() const;
+
+  /// The host path of a path on the phone. Links are followed as the phone would follow them: ".." and
+  /// absolute links stay below the root. What does not exist yet is appended as written. A path that
+  /// lies below path() already, as the root-path conversion makes them, keeps its place; a relative
+  /// one starts at the root. Fails for an embedded NUL, a loop of links and a path over 4095 bytes.
+  Result<std::string> resolve(std::string_view device_path) const;
+
+ private:
+  DeviceRoot(std::string path, Layout layout) : path_(std::move(path)), layout_(layout) {}
+
+  std::string path_;
+  Layout layout_;
+};
+
+}  // namespace wispen

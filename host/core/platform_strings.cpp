@@ -1,0 +1,23 @@
+// host/core/platform_strings.cpp
+
+#include "host/core/platform_strings.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+std::size_t wispen_platform_strlcpy(char* target, const char* source, std::size_t size) {
+  const std::size_t wanted = std::strlen(source);
+  if (size > 0) {
+    const std::size_t copied = std::min(wanted, size - 1);
+    std::memcpy(target, source, copied);
+    target[copied] = '\0';
+  }
+  return wanted;
+}
+
+std::size_t wispen_platform_strlcat(char* target, const char* source, std::size_t size) {
+  const std::size_t held = strnlen(target, size);
+  // No terminator within the bound: the target is left alone, as the manual has it.
+  if (held == size) return size + std::strlen(source);
+  return held + wispen_platform_strlcpy(target + held, source, size - held);
+}

@@ -1,0 +1,15 @@
+// host/core/platform_strings.hpp: the bounded string functions of the phone's C library.
+//
+// glibc has them only since 2.38. Both behave as the BSD manual says: the result is always terminated
+// (where `size` is not 0), and the return value is the length that was wanted, so that a cut shows.
+#pragma once
+
+#include <cstddef>
+
+extern "C" {
+
+[[gnu::visibility("default")]] std::size_t wispen_platform_strlcpy(char* target, const char* source,
+                                                                   std::size_t size);
+[[gnu::visibility("default")]] std::size_t wispen_platform_strlcat(char* target, const char* source,
+                                                                   std::size_t size);
+}

@@ -1,0 +1,39 @@
+// tests/host/core/platform_strings_test.cpp
+
+#include "host/core/platform_strings.hpp"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+TEST(Strlcpy, CutsAndTerminatesAndSaysWhatItWanted) {
+  std::array<char, 4> buffer{"zzz"};
+  EXPECT_EQ(wispen_platform_strlcpy(buffer.data(), "abcdef", 4), 6u);
+  EXPECT_STREQ(buffer.data(), "abc");
+  EXPECT_EQ(wispen_platform_strlcpy(buffer.data(), "", 4), 0u);
+  EXPECT_STREQ(buffer.data(), "");
+}
+
+TEST(Strlcpy, TouchesNothingWhenThereIsNoRoom) {
+  char buffer = '#';
+  EXPECT_EQ(wispen_platform_strlcpy(&buffer, "abc", 0), 3u);
+  EXPECT_EQ(buffer, '#');
+}
+
+TEST(Strlcat, AppendsWithinTheWholeSize) {
+  std::array<char, 6> buffer{"ab"};
+  EXPECT_EQ(wispen_platform_strlcat(buffer.data(), "cdefg", 6), 7u);
+  EXPECT_STREQ(buffer.data(), "abcde");
+  EXPECT_EQ(wispen_platform_strlcat(buffer.data(), "", 6), 5u);
+}
+
+TEST(Strlcat, LeavesAnUnterminatedTargetAlone) {
+  const std::array<char, 3> unterminated = {'a', 'b', 'c'};
+  std::array<char, 3> buffer = unterminated;
+  EXPECT_EQ(wispen_platform_strlcat(buffer.data(), "xy", 3), 5u);
+  EXPECT_EQ(buffer, unterminated);
+}
+
+}  // namespace
