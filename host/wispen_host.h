@@ -72,8 +72,8 @@ const char* wispen_host_path(const char* device_path);
 /** Opens a bundle and loads its code. Gives the NSBundle (not to be released), or null. A bundle that is
  *  loaded already is opened again, its data read anew. */
 wispen_host_object wispen_host_load_bundle(const char* path);
-/** Makes a page of a loaded bundle: an instance of the class, initialised, which the caller releases. Null class
- *  name: the principal class of the bundle loaded last. Null on failure. */
+/** Makes a page of a loaded bundle: an instance of the class, initialised, which the caller releases. Null
+ * class name: the principal class of the bundle loaded last. Null on failure. */
 wispen_host_object wispen_host_open_page(const char* class_name);
 /** Gives an object's reference back; null is harmless. */
 void wispen_host_release(wispen_host_object object);

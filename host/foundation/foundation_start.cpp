@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "host/foundation/bundle.hpp"
+#include "host/foundation/file_dictionaries.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {
@@ -42,6 +43,7 @@ Result<void> start_foundation(const std::string& private_folder) {
   // after that is lost without a word.
   if (!objc::class_named<"NSString">())
     return Error{"Foundation is not linked: the class NSString is missing"};
+  install_file_dictionaries();
   install_bundles();
   started = true;
   return {};

@@ -75,7 +75,8 @@ Result<plist::Tree> tree_at_depth(const objc::Object& object, std::size_t depth)
     return plist::Tree(*std::move(text));
   }
   if (const auto number = objc::cast_or_nil<NSNumber>(object)) return tree_of_number(number);
-  if (const auto dictionary = objc::cast_or_nil<NSDictionary>(object)) return tree_of_dictionary(dictionary, depth);
+  if (const auto dictionary = objc::cast_or_nil<NSDictionary>(object))
+    return tree_of_dictionary(dictionary, depth);
   if (const auto array = objc::cast_or_nil<NSArray>(object)) return tree_of_array(array, depth);
   if (const auto data = objc::cast_or_nil<NSData>(object)) {
     const auto* bytes = static_cast<const std::uint8_t*>(data.bytes());
@@ -84,7 +85,8 @@ Result<plist::Tree> tree_at_depth(const objc::Object& object, std::size_t depth)
   if (const auto date = objc::cast_or_nil<NSDate>(object)) {
     return plist::Tree(plist::Date{date.timeIntervalSinceReferenceDate()});
   }
-  return Error{std::string("an object of class ") + objc::class_of(object).name() + " is no property-list value"};
+  return Error{std::string("an object of class ") + objc::class_of(object).name() +
+               " is no property-list value"};
 }
 
 }  // namespace
@@ -126,7 +128,8 @@ NSObject object_of(const plist::Value& value) {
     }
     case plist::Type::Dictionary: {
       NSMutableDictionary dictionary = NSMutableDictionary::dictionary();
-      for (const plist::Entry entry : value.entries()) dictionary.setObject(object_of(entry.value), object_of(entry.key));
+      for (const plist::Entry entry : value.entries())
+        dictionary.setObject(object_of(entry.value), object_of(entry.key));
       return objc::send<"copy", NSDictionary>(dictionary);
     }
     case plist::Type::Uid: {

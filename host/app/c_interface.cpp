@@ -1,0 +1,205 @@
+// host/app/c_interface.cpp: the C interface over the host.
+
+#include <chrono>
+#include <cmath>
+#include <deque>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "host/app/host.hpp"
+#include "host/foundation/bundle.hpp"
+#include "host/foundation/notification_center.hpp"
+#include "host/foundation/problems.hpp"
+#include "host/wispen_host.h"
+
+namespace {
+
+using wispen::Host;
+using wispen::Result;
+
+std::unique_ptr<Host> host;
+std::string last_error;
+std::string answer;  // the bytes behind the last const char* that was given out
+std::deque<std::string> problems;
+
+int done() {
+  last_error.clear();
+  return 1;
+}
+
+int failed(std::string why) {
+  last_error = std::move(why);
+  return 0;
+}
+
+int done_or_failed(const Result<void>& result) { return result ? done() : failed(result.error().message); }
+
+bool is_running() {
+  if (host != nullptr) return true;
+  failed("no host is running");
+  return false;
+}
+
+/// A time from outside: a finite number of seconds that is not negative and fits the clock.
+Result<wispen::Nanoseconds> duration(double seconds) {
+  constexpr double kLongest = 9e9;  // some 285 years
+  if (!(seconds >= 0 && seconds <= kLongest)) return wispen::Error{"a duration is between 0 and 9e9 seconds"};
+  return wispen::Nanoseconds(std::llround(seconds * 1e9));
+}
+
+Result<wispen::HostOptions> options_from(const wispen_host_options& given) {
+  wispen::HostOptions options;
+  if (given.root == nullptr || *given.root == '\0') return wispen::Error{"the option root is missing"};
+  options.root = given.root;
+  if (given.layout != nullptr) {
+    options.layout = wispen::layout_from_name(given.layout);
+    if (!options.layout) {
+      return wispen::Error{std::string("there is no layout \"") + given.layout +
+                           "\": rootless and rootful are known"};
+    }
+  }
+  if (given.languages != nullptr) options.languages = wispen::split_list(given.languages, ',');
+  if (given.appearance != nullptr) options.appearance = given.appearance;
+  if (given.device != nullptr) options.device = given.device;
+  if (given.rpath != nullptr) options.library_search_path = wispen::split_list(given.rpath, ':');
+  options.clock = given.wall_clock != 0 ? wispen::ClockKind::Wall : wispen::ClockKind::Driven;
+  return options;
+}
+
+}  // namespace
+
+extern "C" {
+
+[[gnu::visibility("default")]] int wispen_host_start(const wispen_host_options* options) {
+  if (options == nullptr || options->size < sizeof(wispen_host_options)) {
+    return failed("the options' size is not that of this version");
+  }
+  if (host != nullptr) return failed("a host is running already");
+  auto usable = options_from(*options);
+  if (!usable) return failed(usable.error().message);
+  auto started = Host::start(*std::move(usable));
+  if (!started) return failed(started.error().message);
+  host = *std::move(started);
+  wispen::take_problems();
+  problems.clear();
+  return done();
+}
+
+[[gnu::visibility("default")]] int wispen_host_stop(void) {
+  if (host == nullptr) return done();
+  const bool ended = host->stop();
+  host.reset();
+  return ended ? done() : failed("a background job would not end");
+}
+
+[[gnu::visibility("default")]] int wispen_host_running(void) { return host != nullptr ? 1 : 0; }
+
+[[gnu::visibility("default")]] const char* wispen_host_last_error(void) { return last_error.c_str(); }
+
+[[gnu::visibility("default")]] const char* wispen_host_next_problem(void) {
+  for (std::string& sentence : wispen::take_problems()) problems.push_back(std::move(sentence));
+  if (problems.empty()) return nullptr;
+  answer = std::move(problems.front());
+  problems.pop_front();
+  return answer.c_str();
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_root(void) {
+  return is_running() ? host->root().path().c_str() : nullptr;
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_path(const char* device_path) {
+  if (!is_running()) return nullptr;
+  auto path = host->root().resolve(device_path != nullptr ? device_path : "");
+  if (!path) {
+    failed(path.error().message);
+    return nullptr;
+  }
+  answer = *std::move(path);
+  return answer.c_str();
+}
+
+[[gnu::visibility("default")]] wispen_host_object wispen_host_load_bundle(const char* path) {
+  if (!is_running()) return nullptr;
+  const objc::AutoreleasePool pool;
+  const auto bundle = host->load_bundle(path != nullptr ? path : "");
+  if (!bundle) {
+    failed(bundle.error().message);
+    return nullptr;
+  }
+  done();
+  return reinterpret_cast<wispen_host_object>(objc::borrow(*bundle));  // bundles live as long as the process
+}
+
+[[gnu::visibility("default")]] wispen_host_object wispen_host_open_page(const char* class_name) {
+  if (!is_running()) return nullptr;
+  const objc::AutoreleasePool pool;
+  auto page = host->open_page(class_name != nullptr ? class_name : "");
+  if (!page) {
+    failed(page.error().message);
+    return nullptr;
+  }
+  done();
+  return reinterpret_cast<wispen_host_object>(objc::leak(*std::move(page)));
+}
+
+[[gnu::visibility("default")]] void wispen_host_release(wispen_host_object object) {
+  const objc::AutoreleasePool pool;
+  objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(object));
+}
+
+[[gnu::visibility("default")]] int wispen_host_set_languages(const char* languages) {
+  auto list = wispen::split_list(languages != nullptr ? languages : "", ',');
+  if (list.empty()) return failed("at least one language is needed");
+  wispen::set_preferred_languages(std::move(list));
+  return done();
+}
+
+[[gnu::visibility("default")]] int wispen_host_run_until_idle(void) {
+  return is_running() ? done_or_failed(host->loop().run_until_idle()) : 0;
+}
+
+[[gnu::visibility("default")]] int wispen_host_run_for(double seconds) {
+  if (!is_running()) return 0;
+  const auto time = duration(seconds);
+  return time ? done_or_failed(host->loop().run_for(*time)) : failed(time.error().message);
+}
+
+[[gnu::visibility("default")]] int wispen_host_advance(double seconds) {
+  if (!is_running()) return 0;
+  const auto time = duration(seconds);
+  return time ? done_or_failed(host->loop().advance(*time)) : failed(time.error().message);
+}
+
+[[gnu::visibility("default")]] double wispen_host_now(void) {
+  return is_running() ? static_cast<double>(host->loop().clock().now().count()) / 1e9 : 0;
+}
+
+[[gnu::visibility("default")]] size_t wispen_host_posted_count(void) {
+  return wispen::posted_notifications().size();
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
+  const auto& names = wispen::posted_notifications();
+  return index < names.size() ? names[index].c_str() : nullptr;
+}
+
+[[gnu::visibility("default")]] int wispen_host_listen(const char* name, wispen_host_listener listener,
+                                                      void* context) {
+  if (!is_running()) return 0;
+  if (listener == nullptr) return failed("a listening needs a function to call");
+  const auto number = host->listen(name != nullptr ? name : "",
+                                   [listener, context](const std::string& posted, unsigned long long posts) {
+                                     listener(posted.c_str(), posts, context);
+                                   });
+  if (!number) return failed(number.error().message);
+  done();
+  return *number;
+}
+
+[[gnu::visibility("default")]] void wispen_host_stop_listening(int listening) {
+  if (host != nullptr) host->stop_listening(listening);
+}
+
+}  // extern "C"

@@ -1,0 +1,158 @@
+// host/app/host.cpp: the running host: one device root, one loop, the bundles loaded on it.
+
+#include "host/app/host.hpp"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "host/core/current_root.hpp"
+#include "host/core/platform_dlfcn.hpp"
+#include "host/core/queues.hpp"
+#include "host/foundation/bundle.hpp"
+#include "host/foundation/foundation_start.hpp"
+#include "host/foundation/notification_center.hpp"
+#include "host/preferences/list_controller.hpp"
+
+namespace wispen {
+
+namespace {
+
+/// Foundation must know a thread before it sends messages there.
+extern "C" {
+unsigned char GSRegisterCurrentThread();
+void GSUnregisterCurrentThread();
+}
+
+void run_in_pool(void (*body)(void*), void* context) {
+  const objc::AutoreleasePool pool;
+  body(context);
+}
+
+Result<void> check(const HostOptions& options) {
+  if (options.root.empty()) return Error{"the host needs a folder for its device root"};
+  if (options.languages.empty()) return Error{"the host needs at least one language"};
+  constexpr std::array kAppearances{"light", "dark"};
+  if (std::ranges::find(kAppearances, options.appearance) == kAppearances.end()) {
+    return Error{"there is no appearance \"" + options.appearance + "\": light and dark are known"};
+  }
+  constexpr std::array kDevices{"phone", "pad"};
+  if (std::ranges::find(kDevices, options.device) == kDevices.end()) {
+    return Error{"there is no device \"" + options.device + "\": phone and pad are known"};
+  }
+  return {};
+}
+
+}  // namespace
+
+std::vector<std::string> split_list(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  while (start <= text.size()) {
+    const std::size_t end = std::min(text.find(separator, start), text.size());
+    const auto first = text.find_first_not_of(' ', start);
+    if (first < end) {
+      const auto last = text.find_last_not_of(' ', end - 1);
+      parts.push_back(text.substr(first, last - first + 1));
+    }
+    start = end + 1;
+  }
+  return parts;
+}
+
+struct Host::Listening {
+  NotificationListener source;
+  WatchId watch = 0;
+};
+
+Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
+  if (auto usable = check(options); !usable) return usable.error();
+  auto root = DeviceRoot::open(options.root, options.layout);
+  if (!root) return root.error();
+  // Foundation keeps its own defaults where the phone keeps caches: below the root, not the account's home.
+  auto private_folder = root->resolve("/var/mobile/Library/Caches/foundation");
+  if (!private_folder) return private_folder.error();
+  if (auto started = start_foundation(*private_folder); !started) return started.error();
+  preferences::Specifier::define();
+  preferences::ListController::define();
+
+  set_preferred_languages(options.languages);
+  if (!options.library_search_path.empty()) {
+    set_library_search_path(options.library_search_path);
+  } else {
+    set_library_search_path({host_library_folder()});
+  }
+  auto shared_root = std::make_shared<const DeviceRoot>(*std::move(root));
+  set_current_root(shared_root);
+  return std::unique_ptr<Host>(new Host(std::move(options), std::move(shared_root)));
+}
+
+Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
+    : options_(std::move(options)),
+      root_(std::move(root)),
+      loop_(std::make_unique<MainLoop>(options_.clock)) {
+  loop_->set_job_scope(run_in_pool);
+  Queues::shared().background().set_hooks({.thread_started = [] { GSRegisterCurrentThread(); },
+                                           .thread_ending = [] { GSUnregisterCurrentThread(); },
+                                           .job_scope = run_in_pool});
+  Queues::shared().attach(*loop_);
+  clear_posted_notifications();
+}
+
+Host::~Host() { stop(); }
+
+bool Host::stop() {
+  if (std::exchange(stopped_, true)) return true;
+  while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
+  const bool ended = Queues::shared().stop();
+  set_current_root(nullptr);
+  return ended;
+}
+
+Result<NSBundle> Host::load_bundle(const std::string& path) {
+  auto bundle = bundle_at(path);
+  if (!bundle) return bundle;
+  const auto principal = load_bundle_code(*bundle);
+  if (!principal) return principal.error();
+  principal_class_ = *principal;
+  return bundle;
+}
+
+Result<NSObject> Host::open_page(const std::string& class_name) {
+  const objc::ClassRef cls =
+      class_name.empty() ? principal_class_ : objc::ClassRef::named(class_name.c_str());
+  if (!cls && class_name.empty()) return Error{"no bundle is loaded"};
+  if (!cls) return Error{"there is no class " + class_name};
+  if (!cls.is_subclass_of(objc::class_named<"PSListController">())) {
+    return Error{std::string("the class ") + cls.name() + " is no page"};
+  }
+  NSObject page = objc::send<"new", NSObject>(cls);
+  if (!page) return Error{std::string("a page of class ") + cls.name() + " cannot be made"};
+  return page;
+}
+
+Result<int> Host::listen(const std::string& name, Listener listener) {
+  auto source =
+      NotificationListener::open(root_->notifications_folder(),
+                                 name.empty() ? std::vector<std::string>() : std::vector<std::string>{name});
+  if (!source) return source.error();
+  const int number = next_listening_++;
+  auto listening = std::make_unique<Listening>(Listening{*std::move(source), 0});
+  auto* const kept = listening.get();
+  listening->watch = loop_->watch(kept->source.fd(), POLLIN, [kept, listener = std::move(listener)](short) {
+    for (const Notice& notice : kept->source.read()) listener(notice.name, notice.posts);
+  });
+  listenings_.emplace(number, std::move(listening));
+  return number;
+}
+
+void Host::stop_listening(int number) {
+  const auto found = listenings_.find(number);
+  if (found == listenings_.end()) return;
+  loop_->unwatch(found->second->watch);
+  listenings_.erase(found);
+}
+
+}  // namespace wispen

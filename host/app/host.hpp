@@ -1,0 +1,71 @@
+// host/app/host.hpp: the running host: one device root, one loop, the bundles loaded on it.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/core/device_root.hpp"
+#include "host/core/main_loop.hpp"
+#include "host/core/notification_listener.hpp"
+#include "host/core/result.hpp"
+#include "platform/Foundation.hpp"
+
+namespace wispen {
+
+/// What a host starts with.
+struct HostOptions {
+  std::string root;
+  std::optional<Layout> layout;
+  std::vector<std::string> languages{"en"};
+  std::string appearance = "light";
+  std::string device = "phone";
+  std::vector<std::string> library_search_path;  // empty: the folder of the host library
+  ClockKind clock = ClockKind::Driven;
+};
+
+/// Splits "de,en" at commas; blanks around the parts and empty parts are dropped.
+std::vector<std::string> split_list(const std::string& text, char separator);
+
+/// One runs in a process at a time. All functions are for the main thread, which is the one that started it.
+class Host {
+ public:
+  static Result<std::unique_ptr<Host>> start(HostOptions options);
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+  ~Host();
+
+  /// Ends background work; false where a job would not end.
+  bool stop();
+
+  MainLoop& loop() { return *loop_; }
+  const DeviceRoot& root() const { return *root_; }
+  const HostOptions& options() const { return options_; }
+
+  Result<NSBundle> load_bundle(const std::string& path);
+  /// A new page; with no name the principal class of the bundle loaded last.
+  Result<NSObject> open_page(const std::string& class_name);
+
+  using Listener = std::function<void(const std::string& name, unsigned long long posts)>;
+  /// An empty name is every name.
+  Result<int> listen(const std::string& name, Listener listener);
+  void stop_listening(int number);
+
+ private:
+  Host(HostOptions options, std::shared_ptr<const DeviceRoot> root);
+
+  HostOptions options_;
+  std::shared_ptr<const DeviceRoot> root_;
+  std::unique_ptr<MainLoop> loop_;
+  objc::ClassRef principal_class_;
+  bool stopped_ = false;
+
+  struct Listening;
+  std::map<int, std::unique_ptr<Listening>> listenings_;
+  int next_listening_ = 1;
+};
+
+}  // namespace wispen
