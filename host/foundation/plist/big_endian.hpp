@@ -1,0 +1,46 @@
+// host/foundation/plist/big_endian.hpp: numbers as binary property lists store them.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace wispen::plist {
+
+/// `size` bytes, 1 to 8, the most significant first.
+inline std::uint64_t readBigEndian(const char* bytes, std::size_t size) {
+  switch (size) {
+    case 1:
+      return static_cast<std::uint8_t>(*bytes);
+    case 2: {
+      std::uint16_t number = 0;
+      std::memcpy(&number, bytes, sizeof number);
+      return std::endian::native == std::endian::little ? __builtin_bswap16(number) : number;
+    }
+    case 4: {
+      std::uint32_t number = 0;
+      std::memcpy(&number, bytes, sizeof number);
+      return std::endian::native == std::endian::little ? __builtin_bswap32(number) : number;
+    }
+    default: {
+      std::uint64_t number = 0;
+      for (std::size_t i = 0; i < size; ++i) number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
+      return number;
+    }
+  }
+}
+
+inline void appendBigEndian(std::string& bytes, std::uint64_t number, std::size_t size) {
+  for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<char>(number >> (8 * i) & 0xFF));
+}
+
+/// How many bytes a number needs, 1 to 8.
+inline std::uint8_t bytesFor(std::uint64_t number) {
+  std::uint8_t size = 1;
+  while (size < 8 && number >> (8 * size) != 0) ++size;
+  return size;
+}
+
+}  // namespace wispen::plist

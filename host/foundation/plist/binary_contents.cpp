@@ -1,0 +1,155 @@
+#include "host/foundation/plist/binary_contents.hpp"
+
+#include <bit>
+
+#include "host/foundation/plist/big_endian.hpp"
+#include "host/foundation/plist/utf.hpp"
+
+namespace wispen::plist {
+
+namespace {
+
+Type typeOf(Marker marker) {
+  switch (marker) {
+    case Marker::Integer:
+      return Type::Integer;
+    case Marker::Real:
+      return Type::Real;
+    case Marker::Date:
+      return Type::Date;
+    case Marker::Bytes:
+      return Type::Data;
+    case Marker::Ascii:
+    case Marker::Utf16:
+      return Type::String;
+    case Marker::Uid:
+      return Type::Uid;
+    case Marker::List:
+      return Type::Array;
+    case Marker::Map:
+      return Type::Dictionary;
+    default:
+      return Type::Boolean;
+  }
+}
+
+}  // namespace
+
+// The file has been checked, so nothing here looks for an end.
+BinaryObject BinaryContents::object(Node node) const {
+  const char* bytes = bytes_.data();
+  const char* entry = bytes + trailer_.offset_table + std::size_t{node} * trailer_.offset_size;
+  BinaryObject object;
+  object.begin = readBigEndian(entry, trailer_.offset_size);
+  const auto first = static_cast<std::uint8_t>(bytes[object.begin]);
+  object.marker = static_cast<Marker>(first >> 4);
+  object.low = first & 15;
+  object.payload = object.begin + 1;
+  switch (object.marker) {
+    case Marker::Singleton:
+      return object;
+    case Marker::Integer:
+    case Marker::Real:
+    case Marker::Date:
+      object.payload_size = std::size_t{1} << object.low;
+      return object;
+    case Marker::Uid:
+      object.payload_size = std::size_t{object.low} + 1;
+      return object;
+    default:
+      break;
+  }
+  object.count = object.low;
+  if (object.low == 15) {
+    const std::size_t size = std::size_t{1} << (bytes[object.payload] & 15);
+    object.count = readBigEndian(bytes + object.payload + 1, size);
+    object.payload += 1 + size;
+  }
+  switch (object.marker) {
+    case Marker::Utf16:
+      object.payload_size = object.count * 2;
+      break;
+    case Marker::List:
+    case Marker::Map:
+      object.payload_size = object.references() * trailer_.reference_size;
+      break;
+    default:
+      object.payload_size = object.count;
+      break;
+  }
+  return object;
+}
+
+Node BinaryContents::reference(const BinaryObject& container, std::uint64_t ordinal) const {
+  return static_cast<Node>(readBigEndian(
+      bytes_.data() + container.payload + ordinal * trailer_.reference_size, trailer_.reference_size));
+}
+
+Type BinaryContents::type(Node node) const { return typeOf(object(node).marker); }
+
+bool BinaryContents::boolean(Node node) const { return object(node).low == kBinaryTrue; }
+
+Integer BinaryContents::integer(Node node) const {
+  const BinaryObject number = object(node);
+  const char* payload = bytes_.data() + number.payload;
+  if (number.payload_size < 16) return {readBigEndian(payload, number.payload_size), false};
+  const Integer low{readBigEndian(payload + 8, 8), false};
+  const bool negative = readBigEndian(payload, 8) != 0;
+  return negative ? low : Integer::ofUnsigned(low.bits);
+}
+
+double BinaryContents::number(Node node) const {
+  const BinaryObject real = object(node);
+  const std::uint64_t bits = readBigEndian(bytes_.data() + real.payload, real.payload_size);
+  if (real.payload_size == 4) return std::bit_cast<float>(static_cast<std::uint32_t>(bits));
+  return std::bit_cast<double>(bits);
+}
+
+std::uint64_t BinaryContents::uid(Node node) const {
+  const BinaryObject uid = object(node);
+  return readBigEndian(bytes_.data() + uid.payload, uid.payload_size);
+}
+
+std::vector<std::uint8_t> BinaryContents::data(Node node) const {
+  const BinaryObject data = object(node);
+  const std::string_view bytes = source().substr(data.payload, data.payload_size);
+  return {bytes.begin(), bytes.end()};
+}
+
+std::optional<std::string_view> BinaryContents::textInPlace(Node node) const {
+  const BinaryObject string = object(node);
+  if (string.marker != Marker::Ascii) return std::nullopt;
+  return source().substr(string.payload, string.payload_size);
+}
+
+std::string BinaryContents::text(Node node) const {
+  const BinaryObject string = object(node);
+  const std::string_view bytes = source().substr(string.payload, string.payload_size);
+  return string.marker == Marker::Ascii ? std::string(bytes) : utf8FromUtf16(bytes, ByteOrder::Big);
+}
+
+Node BinaryContents::keyAt(Node dictionary, Position position) const {
+  return reference(object(dictionary), position);
+}
+
+Node BinaryContents::valueAt(Node container, Position position) const {
+  const BinaryObject found = object(container);
+  return reference(found, found.marker == Marker::Map ? found.count + position : position);
+}
+
+std::optional<Node> BinaryContents::find(Node dictionary, std::string_view key) const {
+  const BinaryObject found = object(dictionary);
+  for (std::uint64_t i = found.count; i-- > 0;) {
+    const Node candidate = reference(found, i);
+    const BinaryObject string = object(candidate);
+    if (string.marker == Marker::Ascii) {
+      if (string.count != key.size() || source().substr(string.payload, string.count) != key) continue;
+    } else if (text(candidate) != key) {
+      continue;
+    }
+    return reference(found, found.count + i);
+  }
+  return std::nullopt;
+}
+
+}  // namespace wispen::plist

@@ -1,0 +1,190 @@
+#include "host/foundation/plist/binary_splice.hpp"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "host/foundation/plist/big_endian.hpp"
+#include "host/foundation/plist/binary_writer.hpp"
+
+namespace wispen::plist {
+
+namespace {
+
+/// A reference that the new root makes: to a new object when the top bit is set, else to one of the file's.
+constexpr std::uint32_t kNew = std::uint32_t{1} << 31;
+
+/// What a number of the file stands for afterwards; from kFirstNew on, an index of a new object.
+constexpr std::uint32_t kUnused = 0;
+constexpr std::uint32_t kKept = 1;
+constexpr std::uint32_t kRoot = 2;
+constexpr std::uint32_t kFirstNew = 3;
+
+class BinarySplicer {
+ public:
+  BinarySplicer(const BinaryContents& contents, ChangeSet& changes)
+      : contents_(contents), changes_(changes), uses_(contents.trailer().object_count, kUnused) {}
+
+  std::string run() {
+    changeEntries();
+    appendMissing();
+    uses_[contents_.root()] = kRoot;
+    for (const std::uint32_t reference : keys_) keep(reference);
+    for (const std::uint32_t reference : values_) keep(reference);
+    numberNewObjects();
+    return write();
+  }
+
+ private:
+  /// The new root's entries, in the old one's order. Of several with a changed key only the first stays.
+  void changeEntries() {
+    const BinaryObject root = contents_.object(contents_.root());
+    for (std::uint64_t i = 0; i < root.count; ++i) {
+      const Node key = contents_.reference(root, i);
+      ChangeSet::Effective* effective = changes_.find(Value(contents_, key));
+      if (effective == nullptr) {
+        keys_.push_back(key);
+        values_.push_back(contents_.reference(root, root.count + i));
+        continue;
+      }
+      if (effective->change->value && !effective->met) {
+        keys_.push_back(key);
+        values_.push_back(objects_.add(*effective->change->value) | kNew);
+      }
+      effective->met = true;
+    }
+  }
+
+  void appendMissing() {
+    for (const ChangeSet::Effective& effective : changes_.effective()) {
+      if (effective.met || !effective.change->value) continue;
+      keys_.push_back(objects_.addString(effective.change->key) | kNew);
+      values_.push_back(objects_.add(*effective.change->value) | kNew);
+    }
+  }
+
+  /// Marks an object of the file and all that it holds.
+  void keep(std::uint32_t reference) {
+    if ((reference & kNew) != 0) return;
+    std::vector<Node> waiting = {reference};
+    while (!waiting.empty()) {
+      const Node node = waiting.back();
+      waiting.pop_back();
+      if (uses_[node] != kUnused) continue;
+      uses_[node] = kKept;
+      const BinaryObject object = contents_.object(node);
+      if (!object.isContainer()) continue;
+      for (std::uint64_t i = 0; i < object.references(); ++i) {
+        waiting.push_back(contents_.reference(object, i));
+      }
+    }
+  }
+
+  /// New objects take the numbers that have become free, so that a list written again and again stays small.
+  void numberNewObjects() {
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < objects_.all().size(); ++i) {
+      while (next < uses_.size() && uses_[next] != kUnused) ++next;
+      if (next == uses_.size()) uses_.push_back(kUnused);
+      uses_[next] = kFirstNew + static_cast<std::uint32_t>(i);
+      numbers_.push_back(static_cast<std::uint32_t>(next));
+    }
+    while (uses_.back() == kUnused) uses_.pop_back();
+    reference_size_ = std::max(contents_.trailer().reference_size, bytesFor(uses_.size()));
+  }
+
+  std::string write() {
+    bytes_.reserve(contents_.source().size() + 256);
+    bytes_ = contents_.source().substr(0, kHeaderSize);
+    std::vector<std::uint32_t> offsets;
+    offsets.reserve(uses_.size());
+    for (std::size_t number = 0; number < uses_.size(); ++number) {
+      // A number without an object still needs an entry in the table: the first object's place will do.
+      const std::size_t offset = uses_[number] == kUnused ? kHeaderSize : bytes_.size() + run_.size();
+      offsets.push_back(static_cast<std::uint32_t>(offset));
+      writeObject(static_cast<Node>(number));
+    }
+    flush();
+    finishBinary(bytes_, offsets, reference_size_, contents_.root());
+    return std::move(bytes_);
+  }
+
+  void writeObject(Node number) {
+    const std::uint32_t use = uses_[number];
+    if (use == kKept) {
+      writeKept(contents_.object(number));
+    } else if (use == kRoot) {
+      flush();
+      appendObjectHeader(bytes_, Marker::Map, keys_.size());
+      appendReferences(keys_);
+      appendReferences(values_);
+    } else if (use != kUnused) {
+      writeNew(objects_.all()[use - kFirstNew]);
+    }
+  }
+
+  void writeKept(const BinaryObject& object) {
+    const std::string_view source = contents_.source();
+    if (object.isContainer() && reference_size_ != contents_.trailer().reference_size) {
+      flush();
+      bytes_ += source.substr(object.begin, object.payload - object.begin);
+      for (std::uint64_t i = 0; i < object.references(); ++i) {
+        appendBigEndian(bytes_, contents_.reference(object, i), reference_size_);
+      }
+      return;
+    }
+    // Objects mostly stand in the order of their numbers: whole stretches are copied at once.
+    if (run_.data() + run_.size() != source.data() + object.begin) {
+      flush();
+      run_ = source.substr(object.begin, 0);
+    }
+    run_ = {run_.data(), run_.size() + (object.end() - object.begin)};
+  }
+
+  void writeNew(const NewObject& object) {
+    flush();
+    if (!object.isContainer()) {
+      bytes_ += object.bytes;
+      return;
+    }
+    const std::size_t references = object.references.size();
+    appendObjectHeader(bytes_, object.marker,
+                       object.marker == Marker::Map ? references / 2 : references);
+    for (const std::uint32_t reference : object.references) {
+      appendBigEndian(bytes_, numbers_[reference], reference_size_);
+    }
+  }
+
+  void appendReferences(const std::vector<std::uint32_t>& references) {
+    for (const std::uint32_t reference : references) {
+      const std::uint32_t number = (reference & kNew) != 0 ? numbers_[reference & ~kNew] : reference;
+      appendBigEndian(bytes_, number, reference_size_);
+    }
+  }
+
+  void flush() {
+    bytes_ += run_;
+    run_ = {};
+  }
+
+  static constexpr std::size_t kHeaderSize = 8;
+
+  const BinaryContents& contents_;
+  ChangeSet& changes_;
+  std::vector<std::uint32_t> uses_;
+  std::vector<std::uint32_t> keys_;
+  std::vector<std::uint32_t> values_;
+  NewObjects objects_;
+  std::vector<std::uint32_t> numbers_;  ///< of the new objects
+  std::uint8_t reference_size_ = 0;
+  std::string bytes_;
+  std::string_view run_;  ///< bytes of the file still to be copied
+};
+
+}  // namespace
+
+std::string spliceBinary(const BinaryContents& contents, ChangeSet changes) {
+  return BinarySplicer(contents, changes).run();
+}
+
+}  // namespace wispen::plist

@@ -1,0 +1,52 @@
+// host/foundation/plist/binary_writer.hpp: trees as binary property lists.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/foundation/plist/binary_contents.hpp"
+#include "host/foundation/plist/tree.hpp"
+
+namespace wispen::plist {
+
+/// One object that is to be written: the bytes of a leaf, or the references of a container.
+struct NewObject {
+  std::string bytes;  ///< a leaf's, complete; empty for a container
+  Marker marker = Marker::Singleton;
+  std::vector<std::uint32_t> references;  ///< of a dictionary: keys, then values
+
+  bool isContainer() const { return bytes.empty(); }
+};
+
+/// Objects made from trees, each string and number once.
+class NewObjects {
+ public:
+  /// An index into all(); a container stands before what it holds.
+  std::uint32_t add(const Tree& tree);
+  std::uint32_t addString(std::string_view text);
+  /// A container whose references the caller has made up.
+  std::uint32_t addContainer(Marker marker, std::vector<std::uint32_t> references);
+
+  const std::vector<NewObject>& all() const { return objects_; }
+
+ private:
+  std::uint32_t addLeaf(std::string bytes);
+
+  std::vector<NewObject> objects_;
+  std::unordered_map<std::string, std::uint32_t> leaves_;
+};
+
+/// Appends an object's first byte and, where it does not fit in there, its count.
+void appendObjectHeader(std::string& bytes, Marker marker, std::uint64_t count);
+
+/// Appends the offset table and the trailer to a header and its objects.
+void finishBinary(std::string& bytes, const std::vector<std::uint32_t>& offsets, std::uint8_t reference_size,
+                  std::uint32_t root);
+
+/// A whole file. The tree is one that can be written.
+std::string encodeBinary(const Tree& tree);
+
+}  // namespace wispen::plist

@@ -1,0 +1,51 @@
+// host/foundation/plist/change_set.hpp: changes found by key while a dictionary is walked.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/foundation/plist/splice.hpp"
+
+namespace wispen::plist {
+
+/// The changes that count, and which of them the dictionary's entries have met.
+class ChangeSet {
+ public:
+  explicit ChangeSet(const std::vector<Change>& changes) {
+    places_.reserve(changes.size());
+    for (const Change& change : changes) {
+      const auto [place, fresh] = places_.try_emplace(change.key, effective_.size());
+      if (fresh) {
+        effective_.push_back({&change, false});
+      } else {
+        effective_[place->second].change = &change;
+      }
+    }
+  }
+
+  /// Changes that set a key no entry had are left over at the end, in the order in which they were given.
+  struct Effective {
+    const Change* change = nullptr;
+    bool met = false;
+  };
+
+  Effective* find(std::string_view key) {
+    // One change is the rule: a page sets one value.
+    if (effective_.size() == 1) return effective_[0].change->key == key ? effective_.data() : nullptr;
+    const auto place = places_.find(key);
+    return place == places_.end() ? nullptr : &effective_[place->second];
+  }
+  Effective* find(const Value& key) {
+    const std::optional<std::string_view> in_place = key.stringView();
+    return in_place ? find(*in_place) : find(std::string_view(key.string()));
+  }
+  const std::vector<Effective>& effective() const { return effective_; }
+
+ private:
+  std::vector<Effective> effective_;
+  std::unordered_map<std::string_view, std::size_t> places_;
+};
+
+}  // namespace wispen::plist

@@ -1,0 +1,130 @@
+#include "host/foundation/plist/document.hpp"
+
+#include <new>
+
+#include "host/foundation/files/read_file.hpp"
+#include "host/foundation/plist/binary_contents.hpp"
+#include "host/foundation/plist/limits.hpp"
+#include "host/foundation/plist/utf.hpp"
+#include "host/foundation/plist/xml_contents.hpp"
+
+namespace wispen::plist {
+
+namespace {
+
+template <class Specific>
+Result<std::shared_ptr<const Contents>> asContents(Result<std::shared_ptr<const Specific>> specific) {
+  if (!specific) return specific.error();
+  return std::shared_ptr<const Contents>(*std::move(specific));
+}
+
+Result<std::shared_ptr<const Contents>> parseUtf16(std::string_view bytes, ByteOrder order) {
+  const std::optional<std::string> text = utf8FromUtf16Strict(bytes, order);
+  if (!text) return Error{"the file is no well-formed UTF-16"};
+  return asContents(XmlContents::parse(
+      files::Buffer(*text), order == ByteOrder::Big ? XmlEncoding::Utf16Big : XmlEncoding::Utf16Little));
+}
+
+Result<std::shared_ptr<const Contents>> parseAny(files::Buffer bytes) {
+  const std::string_view view = bytes.view();
+  if (view.size() > kMaxFileSize) {
+    return Error{"the property list is larger than " + std::to_string(kMaxFileSize) + " bytes"};
+  }
+  if (view.starts_with(kBinaryMagic)) return asContents(BinaryContents::parse(std::move(bytes)));
+  if (view.starts_with("\xFF\xFE")) return parseUtf16(view, ByteOrder::Little);
+  if (view.starts_with("\xFE\xFF")) return parseUtf16(view, ByteOrder::Big);
+  return asContents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
+}
+
+}  // namespace
+
+bool Value::boolean() const { return is(Type::Boolean) && contents_->boolean(node_); }
+
+Integer Value::integer() const { return is(Type::Integer) ? contents_->integer(node_) : Integer{}; }
+
+double Value::real() const { return is(Type::Real) ? contents_->number(node_) : 0; }
+
+double Value::date() const { return is(Type::Date) ? contents_->number(node_) : 0; }
+
+std::uint64_t Value::uid() const { return is(Type::Uid) ? contents_->uid(node_) : 0; }
+
+std::vector<std::uint8_t> Value::data() const {
+  return is(Type::Data) ? contents_->data(node_) : std::vector<std::uint8_t>{};
+}
+
+std::string Value::string() const { return is(Type::String) ? contents_->text(node_) : std::string{}; }
+
+std::optional<std::string_view> Value::stringView() const {
+  return is(Type::String) ? contents_->textInPlace(node_) : std::nullopt;
+}
+
+std::size_t Value::count() const {
+  return is(Type::Array) || is(Type::Dictionary) ? contents_->count(node_) : 0;
+}
+
+Elements Value::elements() const { return {*contents_, node_, is(Type::Array)}; }
+
+Entries Value::entries() const { return {*contents_, node_, is(Type::Dictionary)}; }
+
+std::optional<Value> Value::find(std::string_view key) const {
+  if (!is(Type::Dictionary)) return std::nullopt;
+  const std::optional<Node> found = contents_->find(node_, key);
+  if (!found) return std::nullopt;
+  return Value(*contents_, *found);
+}
+
+Result<Document> Document::parse(files::Buffer bytes) {
+  try {
+    Result<std::shared_ptr<const Contents>> contents = parseAny(std::move(bytes));
+    if (!contents) return contents.error();
+    return Document(*std::move(contents));
+  } catch (const std::bad_alloc&) {
+    return Error{"out of memory"};
+  }
+}
+
+Result<Document> Document::parse(std::string_view bytes) {
+  try {
+    return parse(files::Buffer(bytes));
+  } catch (const std::bad_alloc&) {
+    return Error{"out of memory"};
+  }
+}
+
+Result<Document> Document::read(const std::string& path, const files::SystemCalls& calls) {
+  Result<files::Buffer> bytes = files::read(path, kMaxFileSize, calls);
+  if (!bytes) return bytes.error();
+  Result<Document> document = parse(*std::move(bytes));
+  if (document) return document;
+  try {
+    return Error{path + ": " + document.error().message};
+  } catch (const std::bad_alloc&) {
+    return Error{"out of memory"};
+  }
+}
+
+const char* nameOf(Type type) {
+  switch (type) {
+    case Type::Boolean:
+      return "a boolean";
+    case Type::Integer:
+      return "an integer";
+    case Type::Real:
+      return "a real number";
+    case Type::String:
+      return "a string";
+    case Type::Data:
+      return "data";
+    case Type::Date:
+      return "a date";
+    case Type::Array:
+      return "an array";
+    case Type::Dictionary:
+      return "a dictionary";
+    case Type::Uid:
+      return "a UID";
+  }
+  return "a value";
+}
+
+}  // namespace wispen::plist

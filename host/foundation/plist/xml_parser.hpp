@@ -1,0 +1,79 @@
+// host/foundation/plist/xml_parser.hpp: one pass over an XML property list.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/foundation/files/buffer.hpp"
+#include "host/foundation/plist/xml_contents.hpp"
+
+namespace wispen::plist {
+
+/// Checks a whole XML property list and notes where each of its elements stands. It works through its own
+/// list of open elements, never by recursion, and looks at each byte once.
+///
+/// What it accepts: an optional byte order mark and XML declaration, comments, processing instructions and
+/// one document type without an internal subset around or inside one value, in a <plist> element or bare.
+class XmlParser {
+ public:
+  XmlParser(const files::Buffer& text, XmlEncoding encoding)
+      : begin_(text.data()), end_(text.data() + text.size()), at_(begin_), encoding_(encoding) {}
+
+  /// False when the text is no property list; error() then says why.
+  bool run();
+
+  std::vector<XmlElement> takeElements() { return std::move(elements_); }
+  /// "line 12: ..."
+  std::string error() const;
+
+ private:
+  enum class Name : std::uint8_t { Plist, Dict, Array, Key, String, Integer, Real, True, False, Date, Data };
+  struct Tag {
+    Name name = Name::Plist;
+    bool empty = false;
+  };
+
+  bool failAt(const char* place, std::string message);
+  bool fail(std::string message) { return failAt(at_, std::move(message)); }
+
+  void skipSpace();
+  bool skipComment();
+  bool skipInstruction();
+  bool skipDoctype();
+  bool skipMisc(bool doctype_allowed);
+  bool checkEncoding(std::string_view instruction);
+
+  bool openTag(Tag& tag);
+  bool openTagWithExtras(Tag& tag);
+  bool skipAttributes(bool& empty);
+  bool closeTag(std::string_view name, bool& canonical);
+
+  bool parseValues(bool inside_plist);
+  bool startElement(const Tag& tag, const char* begin);
+  bool closeContainer();
+  bool characterData(std::string_view name, bool& plain);
+  bool character(bool& plain);
+  bool scalar(const Tag& tag, XmlElement& element);
+  bool checkScalar(Name name, std::string_view content, const char* place);
+
+  std::uint32_t offset(const char* place) const { return static_cast<std::uint32_t>(place - begin_); }
+  bool startsWith(std::string_view text) const {
+    return std::string_view(at_, static_cast<std::size_t>(end_ - at_)).starts_with(text);
+  }
+
+  static std::string_view spelling(Name name);
+
+  const char* begin_;
+  const char* end_;
+  const char* at_;
+  XmlEncoding encoding_;
+  std::vector<XmlElement> elements_;
+  std::vector<Node> open_;
+  bool expects_key_ = false;
+  bool doctype_seen_ = false;
+  const char* error_place_ = nullptr;
+  std::string error_;
+};
+
+}  // namespace wispen::plist

@@ -1,0 +1,144 @@
+#include "host/foundation/plist/xml_splice.hpp"
+
+#include <utility>
+
+#include "host/foundation/plist/utf.hpp"
+#include "host/foundation/plist/xml_writer.hpp"
+
+namespace wispen::plist {
+
+namespace {
+
+bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+class XmlSplicer {
+ public:
+  XmlSplicer(const XmlContents& contents, ChangeSet& changes)
+      : contents_(contents), changes_(changes), source_(contents.source()) {}
+
+  std::string run() {
+    result_.reserve(source_.size() + 256);
+    detectLayout();
+    for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) {
+      if (ChangeSet::Effective* effective = changes_.find(Value(contents_, at))) change(at, *effective);
+    }
+    appendMissing();
+    copyTo(source_.size());
+    return std::move(result_);
+  }
+
+ private:
+  const XmlElement& root() const { return contents_.element(contents_.root()); }
+
+  /// Where the white space begins that runs up to `offset`.
+  std::size_t spaceBefore(std::size_t offset) const {
+    while (offset > 0 && isSpace(source_[offset - 1])) --offset;
+    return offset;
+  }
+
+  std::string_view between(std::size_t begin, std::size_t end) const {
+    return source_.substr(begin, end - begin);
+  }
+
+  void copyTo(std::size_t offset) {
+    result_ += between(copied_, offset);
+    copied_ = offset;
+  }
+
+  /// Copies the look of the last entry: what stands before its key and between key and value.
+  void detectLayout() {
+    const std::size_t open = spaceBefore(root().begin);
+    root_line_ = between(open, root().begin);
+    if (!root_line_.starts_with('\n') && !root_line_.starts_with('\r')) root_line_ = "\n";
+    last_key_ = contents_.end(0);
+    for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) last_key_ = at;
+    if (last_key_ == contents_.end(0)) {
+      before_key_ = std::string(root_line_) + "\t";
+      before_value_ = before_key_;
+    } else {
+      const XmlElement& key = contents_.element(last_key_);
+      before_key_ = between(spaceBefore(key.begin), key.begin);
+      const std::size_t value = contents_.element(last_key_ + 1).begin;
+      before_value_ = between(spaceBefore(value), value);
+    }
+    layout_.line = before_value_;
+    layout_.step = before_key_.size() > root_line_.size() && before_key_.starts_with(root_line_)
+                       ? before_key_.substr(root_line_.size())
+                       : "\t";
+  }
+
+  /// Changes one entry; of several with the same key the first gets the value and the others go.
+  void change(Node key, ChangeSet::Effective& effective) {
+    const XmlElement& value = contents_.element(key + 1);
+    if (effective.change->value && !effective.met) {
+      copyTo(value.begin);
+      appendXml(result_, *effective.change->value, layout_);
+    } else {
+      copyTo(spaceBefore(contents_.element(key).begin));
+    }
+    copied_ = value.end;
+    effective.met = true;
+  }
+
+  void appendMissing() {
+    bool any = false;
+    for (const ChangeSet::Effective& effective : changes_.effective()) {
+      if (effective.met || !effective.change->value) continue;
+      if (!any) beginAppending();
+      any = true;
+      result_ += before_key_;
+      appendXmlKey(result_, effective.change->key);
+      result_ += before_value_;
+      appendXml(result_, *effective.change->value, layout_);
+    }
+    if (any) endAppending();
+  }
+
+  void beginAppending() {
+    if (root().has(XmlElement::kEmpty)) {
+      copyTo(root().begin);
+      result_ += "<dict>";
+      copied_ = root().end;
+    } else if (last_key_ == contents_.end(0)) {
+      // An empty dictionary: what it holds beside entries, a comment perhaps, stays in front.
+      const std::string_view content = contents_.content(0);
+      copyTo(spaceBefore(static_cast<std::size_t>(content.data() + content.size() - source_.data())));
+    } else {
+      const std::size_t end = contents_.element(last_key_ + 1).end;
+      if (end > copied_) copyTo(end);
+    }
+  }
+
+  void endAppending() {
+    if (root().has(XmlElement::kEmpty)) {
+      result_ += root_line_;
+      result_ += "</dict>";
+    } else if (last_key_ == contents_.end(0) && !isSpace(source_[copied_])) {
+      result_ += root_line_;
+    }
+  }
+
+  const XmlContents& contents_;
+  ChangeSet& changes_;
+  std::string_view source_;
+  std::string result_;
+  std::size_t copied_ = 0;
+  std::string_view root_line_;
+  std::string before_key_;
+  std::string before_value_;
+  Position last_key_ = 0;
+  XmlLayout layout_;
+};
+
+}  // namespace
+
+std::string spliceXml(const XmlContents& contents, ChangeSet changes) {
+  std::string text = XmlSplicer(contents, changes).run();
+  if (contents.encoding() == XmlEncoding::Utf8) return text;
+  std::string bytes;
+  bytes.reserve(text.size() * 2);
+  appendUtf16(bytes, text, contents.encoding() == XmlEncoding::Utf16Big ? ByteOrder::Big : ByteOrder::Little);
+  return bytes;
+}
+
+}  // namespace wispen::plist
