@@ -34,6 +34,8 @@ class StringsTables {
     std::unordered_map<std::string, std::string> entries;
   };
 
+  static Table read(const std::string& file, const Stamp& stamp);
+
   std::map<std::string, Table> tables_;
 };
 
