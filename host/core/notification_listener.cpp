@@ -39,7 +39,10 @@ std::vector<Notice> merged(std::vector<Notice> notices) {
   return result;
 }
 
-std::int64_t nanoseconds(const timespec& time) { return time.tv_sec * 1'000'000'000 + time.tv_nsec; }
+constexpr std::size_t kBufferSize = 16384;
+
+/// A descriptor for each file makes a look cheaper, but many names must not eat the process's limit.
+constexpr std::size_t kMaxHeldFiles = 16;
 
 }  // namespace
 
@@ -52,81 +55,103 @@ Result<NotificationListener> NotificationListener::open(const std::string& folde
   UniqueFd directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!directory) return Error{"cannot listen in '" + folder + "': " + std::strerror(errno)};
 
-  NotificationListener listener(folder, std::move(events), std::move(directory));
-  for (const std::string& name : names) listener.wanted_.emplace(notification_file_name(name), name);
+  NotificationListener listener(std::move(events), std::move(directory));
+  listener.selective_ = !names.empty();
+  for (const std::string& name : names)
+    listener.entries_.try_emplace(notification_file_name(name), Entry{name});
   // After the watch is set: what is posted from here on changes a size and makes an event.
-  listener.rescan(nullptr);
+  std::vector<Notice> from_before;
+  listener.rescan(from_before);
   return listener;
 }
 
-std::optional<NotificationListener::Seen> NotificationListener::look(const char* file) const {
+NotificationListener::Entry* NotificationListener::entry_of(std::string_view file) {
+  if (file.starts_with('.')) return nullptr;
+  const auto found = entries_.find(file);
+  if (found != entries_.end()) return &found->second;
+  if (selective_) return nullptr;
+  return &entries_.try_emplace(std::string(file), Entry{notification_name_of_file(file)}).first->second;
+}
+
+bool NotificationListener::look(const char* file, Entry& now) const {
   struct stat status {};
-  if (fstatat(directory_.get(), file, &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode)) {
-    return std::nullopt;
+  if (selective_ && entries_.size() <= kMaxHeldFiles) {
+    // The file of a post that was made before a deletion can still be counted through its descriptor.
+    if (now.fd) {
+      now.size = lseek(now.fd.get(), 0, SEEK_END);
+      return now.size >= 0;
+    }
+    now.fd.reset(openat(directory_.get(), file, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+    if (!now.fd || fstat(now.fd.get(), &status) != 0) return false;
+  } else if (fstatat(directory_.get(), file, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+    return false;
   }
-  return Seen{status.st_size, nanoseconds(status.st_mtim)};
+  now.inode = status.st_ino;
+  now.size = status.st_size;
+  return S_ISREG(status.st_mode);
 }
 
-void NotificationListener::note(const std::string& file, bool events_lost, std::vector<Notice>& notices) {
-  const auto now = look(file.c_str());
-  Seen& seen = seen_[file];
-  if (!now) {
-    seen = Seen{};
-    return;
-  }
-  // A size that did not grow by itself is news only where the events were lost: otherwise it belongs to a
-  // post that an earlier event already reported.
-  const bool smaller = now->size < seen.size;
-  const bool changed = now->size != seen.size || (events_lost && now->changed != seen.changed);
-  const std::int64_t posts = now->size > seen.size ? now->size - seen.size : now->size;
-  seen = *now;
-  if (!changed || (now->size == 0 && !smaller)) return;
-
-  const auto wanted = wanted_.find(file);
-  std::string name = wanted != wanted_.end() ? wanted->second : notification_name_of_file(file);
-  notices.push_back({std::move(name), static_cast<std::uint64_t>(std::max<std::int64_t>(posts, 1))});
+void NotificationListener::note(const char* file, Entry& entry, std::vector<Notice>& notices) const {
+  const ino_t inode = entry.inode;
+  const std::int64_t size = entry.size;
+  if (!look(file, entry)) return entry.forget_file();
+  const bool grown = entry.inode == inode && entry.size >= size;
+  const std::int64_t posts = grown ? entry.size - size : entry.size;
+  // Without a difference the event belongs to a post that an earlier one already reported.
+  if (posts > 0) notices.push_back({entry.name, static_cast<std::uint64_t>(posts)});
 }
 
-void NotificationListener::rescan(std::vector<Notice>* notices) {
-  std::vector<Notice> ignored;
-  std::vector<Notice>& found = notices ? *notices : ignored;
-  if (!wanted_.empty()) {
-    for (const auto& [file, name] : wanted_) note(file, true, found);
+void NotificationListener::rescan(std::vector<Notice>& notices) {
+  // Deletions may be among what was missed, so no descriptor is trusted.
+  for (auto& [file, entry] : entries_) entry.fd.reset();
+  if (selective_) {
+    for (auto& [file, entry] : entries_) note(file.c_str(), entry, notices);
     return;
   }
   const int copy = openat(directory_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (copy < 0) return;
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries(fdopendir(copy), closedir);
-  while (const dirent* entry = entries ? readdir(entries.get()) : nullptr) {
-    if (entry->d_name[0] != '.') note(entry->d_name, true, found);
+  const std::unique_ptr<DIR, int (*)(DIR*)> files(fdopendir(copy), closedir);
+  while (const dirent* file = files ? readdir(files.get()) : nullptr) {
+    if (Entry* entry = entry_of(file->d_name)) note(file->d_name, *entry, notices);
   }
 }
 
+void NotificationListener::note_events(const char* buffer, std::size_t length, std::vector<Notice>& notices) {
+  for (std::size_t offset = 0; offset < length;) {
+    inotify_event event{};
+    std::memcpy(&event, buffer + offset, sizeof event);
+    const char* file = buffer + offset + sizeof event;
+    offset += sizeof event + event.len;
+    if (event.mask & IN_Q_OVERFLOW) {
+      rescan(notices);
+    } else if (Entry* entry = event.len > 0 ? entry_of(file) : nullptr) {
+      // A file that was deleted counts from nothing again.
+      if (event.mask & (IN_DELETE | IN_MOVED_FROM)) {
+        entry->forget_file();
+      } else {
+        note(file, *entry, notices);
+      }
+    }
+  }
+}
+
+void NotificationListener::set_blocking(bool blocking) {
+  if (blocking == blocking_) return;
+  fcntl(events_.get(), F_SETFL, blocking ? 0 : O_NONBLOCK);
+  blocking_ = blocking;
+}
+
 std::vector<Notice> NotificationListener::read() {
+  set_blocking(false);
   std::vector<Notice> notices;
-  alignas(inotify_event) std::array<char, 16384> buffer;
+  alignas(inotify_event) std::array<char, kBufferSize> buffer;
   // Bounded, so that a storm of posts cannot keep the caller here; what is left makes the descriptor
   // readable.
   for (int round = 0; round < 64; ++round) {
     const ssize_t length = ::read(events_.get(), buffer.data(), buffer.size());
     if (length < 0 && errno == EINTR) continue;
     if (length <= 0) break;
-    for (ssize_t offset = 0; offset < length;) {
-      inotify_event event{};
-      std::memcpy(&event, buffer.data() + offset, sizeof event);
-      const char* file = buffer.data() + offset + sizeof event;
-      offset += static_cast<ssize_t>(sizeof event + event.len);
-      if (event.mask & IN_Q_OVERFLOW) {
-        rescan(&notices);
-      } else if (event.len > 0 && file[0] != '.' && (wanted_.empty() || wanted_.contains(file))) {
-        // A file that was deleted counts from nothing again.
-        if (event.mask & (IN_DELETE | IN_MOVED_FROM)) {
-          seen_.erase(file);
-        } else {
-          note(file, false, notices);
-        }
-      }
-    }
+    note_events(buffer.data(), static_cast<std::size_t>(length), notices);
     // A short read emptied the queue: one call less on the way of every notice.
     if (static_cast<std::size_t>(length) < buffer.size() / 2) break;
   }
@@ -134,19 +159,28 @@ std::vector<Notice> NotificationListener::read() {
 }
 
 std::vector<Notice> NotificationListener::wait(std::optional<Nanoseconds> timeout) {
-  const Nanoseconds end = timeout ? Clock::steady_now() + *timeout : Nanoseconds::max();
-  while (true) {
-    if (auto notices = read(); !notices.empty()) return notices;
-    timespec left{};
-    if (timeout) {
+  if (timeout) {
+    const Nanoseconds end = Clock::steady_now() + *timeout;
+    while (true) {
+      if (auto notices = read(); !notices.empty()) return notices;
       const Nanoseconds remaining = end - Clock::steady_now();
       if (remaining <= Nanoseconds::zero()) return {};
       const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(remaining);
-      left = {seconds.count(), (remaining - seconds).count()};
+      const timespec left{seconds.count(), (remaining - seconds).count()};
+      pollfd polled{events_.get(), POLLIN, 0};
+      if (ppoll(&polled, 1, &left, nullptr) < 0 && errno != EINTR) return {};
     }
-    pollfd polled{events_.get(), POLLIN, 0};
-    if (ppoll(&polled, 1, timeout ? &left : nullptr, nullptr) < 0 && errno != EINTR) return {};
   }
+  // Waiting in the read itself is the shortest way from a post to its listener.
+  set_blocking(true);
+  std::vector<Notice> notices;
+  alignas(inotify_event) std::array<char, kBufferSize> buffer;
+  while (notices.empty()) {
+    const ssize_t length = ::read(events_.get(), buffer.data(), buffer.size());
+    if (length < 0 && errno != EINTR) return {};
+    if (length > 0) note_events(buffer.data(), static_cast<std::size_t>(length), notices);
+  }
+  return merged(std::move(notices));
 }
 
 }  // namespace wispen

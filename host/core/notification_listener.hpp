@@ -1,9 +1,13 @@
 // host/core/notification_listener.hpp: hearing what other processes post.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -41,24 +45,36 @@ class NotificationListener {
   std::vector<Notice> wait(std::optional<Nanoseconds> timeout = std::nullopt);
 
  private:
-  /// What a file looked like when it was last reported.
-  struct Seen {
+  /// A name's file as it was when it was last reported.
+  struct Entry {
+    std::string name;
+    ino_t inode = 0;
     std::int64_t size = 0;
-    std::int64_t changed = 0;  // modification time, in ns
+    UniqueFd fd = {};
+
+    void forget_file() { *this = Entry{std::move(name)}; }
+  };
+  /// Lets the map be asked with what the kernel's buffer holds, without making a string of it.
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
   };
 
-  NotificationListener(std::string folder, UniqueFd events, UniqueFd directory)
-      : folder_(std::move(folder)), events_(std::move(events)), directory_(std::move(directory)) {}
+  NotificationListener(UniqueFd events, UniqueFd directory)
+      : events_(std::move(events)), directory_(std::move(directory)) {}
 
-  std::optional<Seen> look(const char* file) const;
-  void note(const std::string& file, bool events_lost, std::vector<Notice>& notices);
-  void rescan(std::vector<Notice>* notices);
+  bool look(const char* file, Entry& now) const;
+  void note(const char* file, Entry& entry, std::vector<Notice>& notices) const;
+  void note_events(const char* buffer, std::size_t length, std::vector<Notice>& notices);
+  void rescan(std::vector<Notice>& notices);
+  void set_blocking(bool blocking);
+  Entry* entry_of(std::string_view file);
 
-  std::string folder_;
   UniqueFd events_;
   UniqueFd directory_;
-  std::unordered_map<std::string, std::string> wanted_;  // file name to name; empty for all
-  std::unordered_map<std::string, Seen> seen_;
+  bool selective_ = false;
+  bool blocking_ = false;
+  std::unordered_map<std::string, Entry, Hash, std::equal_to<>> entries_;  // by file name
 };
 
 }  // namespace wispen

@@ -31,40 +31,40 @@ Result<NotificationPoster::File*> NotificationPoster::file_of(std::string_view n
   const std::string path = folder_ + "/" + notification_file_name(name);
   // Another kind of file under this name, say a FIFO, must not make a post wait.
   UniqueFd fd(open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
-  if (!fd) return Error{"cannot post in '" + folder_ + "': " + std::strerror(errno)};
+  struct stat status {};
+  if (!fd || fstat(fd.get(), &status) != 0)
+    return Error{"cannot post in '" + folder_ + "': " + std::strerror(errno)};
+  if (!S_ISREG(status.st_mode)) {
+    return Error{"cannot post in '" + folder_ + "': the name's place is taken by something else"};
+  }
   *oldest = File{std::string(name), std::move(fd)};
   return oldest;
 }
 
 Result<void> NotificationPoster::post(std::string_view name) {
   const std::lock_guard lock(mutex_);
-  // A file that was deleted since it was opened is made again, once: listeners would not see the old one.
-  for (int attempt = 0;; ++attempt) {
+  for (int attempt = 0; attempt < 2; ++attempt) {
     auto found = file_of(name);
     if (!found) return found.error();
     File& file = **found;
     file.used = ++uses_;
-
-    struct stat status {};
-    if (fstat(file.fd.get(), &status) != 0 || (status.st_nlink == 0 && attempt == 0)) {
-      file.fd.reset();
-      if (attempt == 0) continue;
-      return Error{"cannot post in '" + folder_ + "': the file of the name goes away"};
-    }
-    if (!S_ISREG(status.st_mode)) {
-      file.fd.reset();
-      return Error{"cannot post in '" + folder_ + "': the name's place is taken by something else"};
-    }
-    if (file.can_punch && status.st_blocks * kBlock >= kMaxStored) {
-      // A file system that cannot do this keeps the bytes; the count is right all the same.
-      file.can_punch = fallocate(file.fd.get(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0,
-                                 status.st_size / kPage * kPage) == 0;
-    }
-    while (true) {
-      if (write(file.fd.get(), "!", 1) == 1) return {};
+    while (write(file.fd.get(), "!", 1) != 1) {
       if (errno != EINTR) return Error{"cannot post in '" + folder_ + "': " + std::strerror(errno)};
     }
+
+    // Only now, so that the listeners are on their way: was that still the file that they look at?
+    struct stat status {};
+    if (fstat(file.fd.get(), &status) == 0 && status.st_nlink > 0) {
+      if (file.can_punch && status.st_blocks * kBlock >= kMaxStored) {
+        // A file system that cannot do this keeps the bytes; the count is right all the same.
+        file.can_punch = fallocate(file.fd.get(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0,
+                                   status.st_size / kPage * kPage) == 0;
+      }
+      return {};
+    }
+    file.fd.reset();
   }
+  return Error{"cannot post in '" + folder_ + "': the name's file goes away again and again"};
 }
 
 Result<void> post_notification(std::string_view name) {

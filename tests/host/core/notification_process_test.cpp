@@ -116,7 +116,7 @@ TEST_F(BetweenProcesses, ASlowListenerSeesTheLastState) {
       std::ifstream(state) >> seen;
       ++rounds;
       // Slow by work and not by the clock: many posts come meanwhile.
-      std::vector<int> work(200'000);
+      std::vector<unsigned> work(200'000);
       for (std::size_t i = 1; i < work.size(); ++i) work[i] = work[i - 1] * 3 + 1;
       if (work.back() == 7) say(output, "never");
     }
