@@ -43,10 +43,10 @@ inline R send_raw(abi::id receiver, const Args&... arguments) {
   using Raw = typename Marshal<R>::Raw;
   const abi::SEL name = selector<Sel>().borrow();
   if constexpr (std::is_void_v<R>) {
-    abi::call<void>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...);
+    abi::call<void>(receiver, name, Marshal<std::decay_t<const Args&>>::out(arguments)...);
   } else {
     return received<R, returns_owned_reference(Sel)>(
-        abi::call<Raw>(receiver, name, Marshal<std::decay_t<Args>>::out(arguments)...));
+        abi::call<Raw>(receiver, name, Marshal<std::decay_t<const Args&>>::out(arguments)...));
   }
 }
 
@@ -89,10 +89,10 @@ template <class R = void, class... Args>
 inline R perform(const Object& receiver, Selector selector, const Args&... arguments) {
   using Raw = typename Marshal<R>::Raw;
   if constexpr (std::is_void_v<R>) {
-    abi::call<void>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<Args>>::out(arguments)...);
+    abi::call<void>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<const Args&>>::out(arguments)...);
   } else {
     return detail::received<R, false>(
-        abi::call<Raw>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<Args>>::out(arguments)...));
+        abi::call<Raw>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<const Args&>>::out(arguments)...));
   }
 }
 
@@ -135,7 +135,7 @@ class Allocated {
     detail::check_arity<Sel, Args...>();
     const abi::SuperReceiver receiver{std::exchange(raw_, nullptr), class_for<typename T::Base>().borrow()};
     return adopt<T>(abi::call_super<abi::id>(receiver, selector<Sel>().borrow(),
-                                             Marshal<std::decay_t<Args>>::out(arguments)...));
+                                             Marshal<std::decay_t<const Args&>>::out(arguments)...));
   }
 
   /// The object as it stands: for classes whose base has nothing to initialise.
@@ -168,10 +168,10 @@ inline R send_super(const Object& receiver, ClassRef base, const Args&... argume
   const abi::SuperReceiver target{borrow(receiver), base.borrow()};
   const abi::SEL name = selector<Sel>().borrow();
   if constexpr (std::is_void_v<R>) {
-    abi::call_super<void>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...);
+    abi::call_super<void>(target, name, Marshal<std::decay_t<const Args&>>::out(arguments)...);
   } else {
     return detail::received<R, returns_owned_reference(Sel)>(
-        abi::call_super<Raw>(target, name, Marshal<std::decay_t<Args>>::out(arguments)...));
+        abi::call_super<Raw>(target, name, Marshal<std::decay_t<const Args&>>::out(arguments)...));
   }
 }
 

@@ -1,0 +1,2 @@
+// EXPECT: host/core/result.hpp
+#include "host/core/result.hpp"
