@@ -36,7 +36,7 @@ std::string TextParser::found() const {
 
 void TextParser::run(Entries& entries) {
   if (const std::size_t bad = plist::utf8ErrorOffset(text_); bad != text_.size()) {
-    // Entries before the bad byte are read as usual, and the first mistake is the one that is named.
+    // Entries before the bad byte are read as usual. What then seems to end too early ends at that byte.
     text_ = text_.substr(0, bad);
     while (skipSpace() && !atEnd() && entry(entries)) {
     }
@@ -55,8 +55,10 @@ bool TextParser::skipSpace() {
       at_ = std::min(text_.find_first_of("\r\n", at_), text_.size());
     } else if (rest.starts_with("/*")) {
       const std::size_t close = text_.find("*/", at_ + 2);
-      if (close == std::string_view::npos)
-        return fail("expected \"*/\" at the end of the comment that begins here");
+      if (close == std::string_view::npos) {
+        const std::size_t begin = std::exchange(at_, text_.size());
+        return fail(begin, "expected \"*/\" at the end of the comment that begins here");
+      }
       at_ = close + 2;
     } else {
       return true;
@@ -98,8 +100,10 @@ bool TextParser::quoted(std::string& token) {
   for (;;) {
     const std::size_t stop = text_.find_first_of("\"\\", at_);
     // Named where it begins: a forgotten quote swallows all lines up to the next one.
-    if (stop == std::string_view::npos)
+    if (stop == std::string_view::npos) {
+      at_ = text_.size();
       return fail(begin, "expected '\"' at the end of the text that begins here");
+    }
     token += text_.substr(at_, stop - at_);
     at_ = stop + 1;
     if (text_[stop] == '"') return true;
