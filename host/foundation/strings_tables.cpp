@@ -4,8 +4,8 @@
 
 #include <sys/stat.h>
 
-#include "host/foundation/plist/document.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/foundation/strings/table.hpp"
 
 namespace wispen {
 
@@ -23,16 +23,9 @@ std::optional<StringsTables::Answer> StringsTables::look_up(const std::string& f
 }
 
 StringsTables::Table StringsTables::read(const std::string& file, const Stamp& stamp) {
-  Table table{stamp, {}};
-  const auto document = plist::Document::read(file);
-  if (!document) {
-    report_problem(file + ": " + document.error().message);
-    return table;
-  }
-  for (const plist::Entry entry : document->root().entries()) {
-    table.entries[entry.key.string()] = entry.value.string();
-  }
-  return table;
+  const auto read = strings::Table::read(file);
+  if (read.error()) report_problem(read.error()->message);
+  return {stamp, {read.entries().begin(), read.entries().end()}};
 }
 
 }  // namespace wispen

@@ -98,6 +98,14 @@ bool sync(int file, const SystemCalls& calls) {
   return result == 0;
 }
 
+/// The mode that the temporary file is made with. Only where it will not change hands may others have a look
+/// at it before it is complete.
+mode_t firstMode(const std::optional<struct stat>& old) {
+  if (!old) return 0644;
+  const bool own = old->st_uid == ::geteuid() && old->st_gid == ::getegid();
+  return own ? old->st_mode & 0777 : 0600;
+}
+
 bool keepOwnerAndMode(int file, const struct stat& old, const SystemCalls& calls) {
   struct stat fresh = {};
   if (calls.fstat(file, &fresh) != 0) return false;
@@ -124,8 +132,7 @@ Result<void> replaceResolved(const std::string& path, const Target& target, std:
   sweepStaleTemporaries(folder, target.folder_status, calls);
 
   std::string temporary;
-  // What replaces an existing file starts closed to all others; only a new file starts with its final mode.
-  Descriptor file = createTemporary(folder, target.old ? 0600 : 0644, temporary, calls);
+  Descriptor file = createTemporary(folder, firstMode(target.old), temporary, calls);
   if (!file.valid()) return Error{failure("write", path, errno)};
   if (!fill(file, bytes, target.old, calls) ||
       calls.renameat(folder, temporary.c_str(), folder, target.name.c_str()) != 0) {

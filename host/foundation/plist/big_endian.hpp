@@ -32,8 +32,26 @@ inline std::uint64_t readBigEndian(const char* bytes, std::size_t size) {
   }
 }
 
+/// Writes `size` bytes, 1 to 8.
+inline void writeBigEndian(char* bytes, std::uint64_t number, std::size_t size) {
+  for (std::size_t i = size; i-- > 0; number >>= 8) bytes[i] = static_cast<char>(number & 0xFF);
+}
+
 inline void appendBigEndian(std::string& bytes, std::uint64_t number, std::size_t size) {
-  for (std::size_t i = size; i-- > 0;) bytes.push_back(static_cast<char>(number >> (8 * i) & 0xFF));
+  char buffer[8];
+  writeBigEndian(buffer, number, size);
+  bytes.append(buffer, size);
+}
+
+/// Appends each of many numbers.
+template <class Numbers, class Convert>
+void appendAllBigEndian(std::string& bytes, const Numbers& numbers, std::size_t size, Convert convert) {
+  std::size_t at = bytes.size();
+  bytes.resize(at + numbers.size() * size);
+  for (const auto number : numbers) {
+    writeBigEndian(bytes.data() + at, convert(number), size);
+    at += size;
+  }
 }
 
 /// How many bytes a number needs, 1 to 8.

@@ -38,9 +38,8 @@ Type typeOf(Marker marker) {
 // The file has been checked, so nothing here looks for an end.
 BinaryObject BinaryContents::object(Node node) const {
   const char* bytes = bytes_.data();
-  const char* entry = bytes + trailer_.offset_table + std::size_t{node} * trailer_.offset_size;
   BinaryObject object;
-  object.begin = readBigEndian(entry, trailer_.offset_size);
+  object.begin = offset(node);
   const auto first = static_cast<std::uint8_t>(bytes[object.begin]);
   object.marker = static_cast<Marker>(first >> 4);
   object.low = first & 15;
@@ -117,9 +116,14 @@ std::vector<std::uint8_t> BinaryContents::data(Node node) const {
 }
 
 std::optional<std::string_view> BinaryContents::textInPlace(Node node) const {
-  const BinaryObject string = object(node);
-  if (string.marker != Marker::Ascii) return std::nullopt;
-  return source().substr(string.payload, string.payload_size);
+  const char* string = bytes_.data() + offset(node);
+  const auto first = static_cast<std::uint8_t>(*string);
+  if (first >> 4 != static_cast<std::uint8_t>(Marker::Ascii)) return std::nullopt;
+  // The two lengths that names have, without the general case's detours.
+  if ((first & 15) != 15) return std::string_view(string + 1, first & 15);
+  if (string[1] == 0x10) return std::string_view(string + 3, static_cast<std::uint8_t>(string[2]));
+  const BinaryObject long_string = object(node);
+  return source().substr(long_string.payload, long_string.payload_size);
 }
 
 std::string BinaryContents::text(Node node) const {
@@ -141,13 +145,8 @@ std::optional<Node> BinaryContents::find(Node dictionary, std::string_view key) 
   const BinaryObject found = object(dictionary);
   for (std::uint64_t i = found.count; i-- > 0;) {
     const Node candidate = reference(found, i);
-    const BinaryObject string = object(candidate);
-    if (string.marker == Marker::Ascii) {
-      if (string.count != key.size() || source().substr(string.payload, string.count) != key) continue;
-    } else if (text(candidate) != key) {
-      continue;
-    }
-    return reference(found, found.count + i);
+    const std::optional<std::string_view> in_place = textInPlace(candidate);
+    if (in_place ? *in_place == key : text(candidate) == key) return reference(found, found.count + i);
   }
   return std::nullopt;
 }

@@ -5,6 +5,7 @@
 
 #include "host/core/result.hpp"
 #include "host/foundation/files/buffer.hpp"
+#include "host/foundation/plist/big_endian.hpp"
 #include "host/foundation/plist/contents.hpp"
 
 namespace wispen::plist {
@@ -83,10 +84,19 @@ class BinaryContents final : public Contents {
   std::string_view source() const { return bytes_.view(); }
   const BinaryTrailer& trailer() const { return trailer_; }
   BinaryObject object(Node node) const;
+  bool isContainer(Node node) const {
+    const auto marker = static_cast<Marker>(static_cast<std::uint8_t>(bytes_.data()[offset(node)]) >> 4);
+    return marker == Marker::List || marker == Marker::Map;
+  }
   /// The reference at an ordinal of a container: an array's elements; a dictionary's keys, then its values.
   Node reference(const BinaryObject& container, std::uint64_t ordinal) const;
 
  private:
+  std::size_t offset(Node node) const {
+    const std::size_t entry = trailer_.offset_table + std::size_t{node} * trailer_.offset_size;
+    return readBigEndian(bytes_.data() + entry, trailer_.offset_size);
+  }
+
   files::Buffer bytes_;
   BinaryTrailer trailer_;
 };

@@ -1,6 +1,7 @@
 #include "host/foundation/plist/binary_parser.hpp"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -9,6 +10,25 @@
 #include "host/foundation/plist/limits.hpp"
 
 namespace wispen::plist {
+
+namespace {
+
+constexpr std::uint8_t kNotSimple = 0xFF;
+
+/// Payload bytes by first byte, of the objects whose first byte and length are all there is to check.
+constexpr std::array<std::uint8_t, 256> kSimplePayloads = [] {
+  std::array<std::uint8_t, 256> sizes{};
+  sizes.fill(kNotSimple);
+  sizes[kBinaryFalse] = 0;
+  sizes[kBinaryTrue] = 0;
+  for (std::uint8_t low = 0; low <= 3; ++low) sizes[0x10U | low] = static_cast<std::uint8_t>(1U << low);
+  sizes[0x22] = 4;
+  sizes[0x23] = 8;
+  sizes[0x33] = 8;
+  return sizes;
+}();
+
+}  // namespace
 
 bool BinaryParser::failAt(std::uint64_t offset, std::string message) {
   error_ = "byte " + std::to_string(offset) + ": " + std::move(message);
@@ -133,6 +153,27 @@ bool BinaryParser::account(std::uint64_t size, std::size_t offset) {
          failAt(offset, "objects named in many places make the list too large");
 }
 
+bool BinaryParser::visitSimple(Node node, bool as_key, std::uint64_t& size) {
+  const std::uint64_t entry = trailer_.offset_table + std::uint64_t{node} * trailer_.offset_size;
+  const std::uint64_t offset = readBigEndian(bytes_ + entry, trailer_.offset_size);
+  if (offset < 8 || offset >= trailer_.offset_table) return false;
+  const auto first = static_cast<std::uint8_t>(bytes_[offset]);
+  if (first >> 4 == static_cast<std::uint8_t>(Marker::Ascii)) {
+    std::uint64_t payload = offset + 1;
+    std::uint64_t length = first & 15;
+    if (length == 15) {
+      if (bytes_[payload] != 0x10) return false;  // more than 255 characters
+      length = static_cast<std::uint8_t>(bytes_[payload + 1]);
+      payload += 2;
+    }
+    size += kExpandedValueSize + length;
+    return payload + length <= trailer_.offset_table && isAscii({bytes_ + payload, length});
+  }
+  const std::uint8_t payload = kSimplePayloads[first];
+  size += kExpandedValueSize + payload;
+  return !as_key && payload != kNotSimple && offset + 1 + payload <= trailer_.offset_table;
+}
+
 bool BinaryParser::visit(Node node, bool as_key) {
   BinaryObject object;
   if (!inspect(node, object)) return false;
@@ -184,6 +225,7 @@ bool BinaryParser::walk() {
     const std::uint64_t keys = container.marker == Marker::Map ? container.count : 0;
     const std::uint64_t references = container.references();
     std::uint64_t ordinal = open_.back().next;
+    std::uint64_t simple_size = 0;
     // A nested container interrupts its parent's walk, which goes on here afterwards.
     while (ordinal < references && open_.size() == depth) {
       const char* place = bytes_ + container.payload + ordinal * trailer_.reference_size;
@@ -192,9 +234,17 @@ bool BinaryParser::walk() {
         return failAt(static_cast<std::uint64_t>(place - bytes_),
                       "a reference to an object that is not there");
       }
-      open_[depth - 1].next = ++ordinal;
+      ++ordinal;
+      std::uint64_t size = 0;
+      if (visitSimple(static_cast<Node>(node), ordinal <= keys, size)) {
+        simple_size += size;
+        continue;
+      }
+      open_[depth - 1].next = ordinal;
       if (!visit(static_cast<Node>(node), ordinal <= keys)) return false;
     }
+    open_[depth - 1].extent.size += simple_size;
+    if (!account(simple_size, container.begin)) return false;
     if (ordinal == references && open_.size() == depth) leave();
   }
   return true;

@@ -42,6 +42,8 @@ class BinaryParser {
   bool enter(Node node, const BinaryObject& object);
   bool walk();
   bool visit(Node node, bool as_key);
+  /// The same for the plain leaves that lists are full of; false leaves the object to visit().
+  bool visitSimple(Node node, bool as_key, std::uint64_t& size);
   bool account(std::uint64_t size, std::size_t offset);
   void leave();
 

@@ -39,9 +39,11 @@ class BinarySplicer {
   /// The new root's entries, in the old one's order. Of several with a changed key only the first stays.
   void changeEntries() {
     const BinaryObject root = contents_.object(contents_.root());
+    keys_.reserve(root.count + changes_.effective().size());
+    values_.reserve(root.count + changes_.effective().size());
     for (std::uint64_t i = 0; i < root.count; ++i) {
       const Node key = contents_.reference(root, i);
-      ChangeSet::Effective* effective = changes_.find(Value(contents_, key));
+      ChangeSet::Effective* effective = changes_.findIn(contents_, key);
       if (effective == nullptr) {
         keys_.push_back(key);
         values_.push_back(contents_.reference(root, root.count + i));
@@ -66,16 +68,16 @@ class BinarySplicer {
   /// Marks an object of the file and all that it holds.
   void keep(std::uint32_t reference) {
     if ((reference & kNew) != 0) return;
-    std::vector<Node> waiting = {reference};
-    while (!waiting.empty()) {
-      const Node node = waiting.back();
-      waiting.pop_back();
+    waiting_.push_back(reference);
+    while (!waiting_.empty()) {
+      const Node node = waiting_.back();
+      waiting_.pop_back();
       if (uses_[node] != kUnused) continue;
       uses_[node] = kKept;
+      if (!contents_.isContainer(node)) continue;
       const BinaryObject object = contents_.object(node);
-      if (!object.isContainer()) continue;
       for (std::uint64_t i = 0; i < object.references(); ++i) {
-        waiting.push_back(contents_.reference(object, i));
+        waiting_.push_back(contents_.reference(object, i));
       }
     }
   }
@@ -148,18 +150,15 @@ class BinarySplicer {
       return;
     }
     const std::size_t references = object.references.size();
-    appendObjectHeader(bytes_, object.marker,
-                       object.marker == Marker::Map ? references / 2 : references);
-    for (const std::uint32_t reference : object.references) {
-      appendBigEndian(bytes_, numbers_[reference], reference_size_);
-    }
+    appendObjectHeader(bytes_, object.marker, object.marker == Marker::Map ? references / 2 : references);
+    appendAllBigEndian(bytes_, object.references, reference_size_,
+                       [this](std::uint32_t reference) { return numbers_[reference]; });
   }
 
   void appendReferences(const std::vector<std::uint32_t>& references) {
-    for (const std::uint32_t reference : references) {
-      const std::uint32_t number = (reference & kNew) != 0 ? numbers_[reference & ~kNew] : reference;
-      appendBigEndian(bytes_, number, reference_size_);
-    }
+    appendAllBigEndian(bytes_, references, reference_size_, [this](std::uint32_t reference) {
+      return (reference & kNew) != 0 ? numbers_[reference & ~kNew] : reference;
+    });
   }
 
   void flush() {
@@ -172,6 +171,7 @@ class BinarySplicer {
   const BinaryContents& contents_;
   ChangeSet& changes_;
   std::vector<std::uint32_t> uses_;
+  std::vector<Node> waiting_;
   std::vector<std::uint32_t> keys_;
   std::vector<std::uint32_t> values_;
   NewObjects objects_;

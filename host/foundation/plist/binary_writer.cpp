@@ -1,6 +1,7 @@
 #include "host/foundation/plist/binary_writer.hpp"
 
 #include <bit>
+#include <functional>
 #include <utility>
 
 #include "host/foundation/plist/big_endian.hpp"
@@ -123,7 +124,7 @@ void finishBinary(std::string& bytes, const std::vector<std::uint32_t>& offsets,
                   std::uint32_t root) {
   const std::size_t table = bytes.size();
   const std::uint8_t offset_size = bytesFor(table);
-  for (const std::uint32_t offset : offsets) appendBigEndian(bytes, offset, offset_size);
+  appendAllBigEndian(bytes, offsets, offset_size, std::identity());
   bytes.append(6, '\0');
   bytes.push_back(static_cast<char>(offset_size));
   bytes.push_back(static_cast<char>(reference_size));
@@ -146,9 +147,8 @@ std::string encodeBinary(const Tree& tree) {
       continue;
     }
     const std::size_t references = object.references.size();
-    appendObjectHeader(bytes, object.marker,
-                       object.marker == Marker::Map ? references / 2 : references);
-    for (const std::uint32_t reference : object.references) appendBigEndian(bytes, reference, reference_size);
+    appendObjectHeader(bytes, object.marker, object.marker == Marker::Map ? references / 2 : references);
+    appendAllBigEndian(bytes, object.references, reference_size, std::identity());
   }
   finishBinary(bytes, offsets, reference_size, root);
   return bytes;

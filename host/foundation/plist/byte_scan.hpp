@@ -34,15 +34,22 @@ inline const char* findTextStop(const char* text) {
 /// Whether every byte is below 0x80.
 inline bool isAscii(std::string_view text) {
   const char* bytes = text.data();
-  std::size_t left = text.size();
-  std::uint64_t seen = 0;
-  for (; left >= 8; left -= 8, bytes += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, 8);
-    seen |= word;
+  const std::size_t size = text.size();
+  const auto word = [bytes](std::size_t offset) {
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes + offset, sizeof value);
+    return value;
+  };
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  if (size >= 8) {
+    // The last word overlaps the one before it, which is cheaper than single bytes.
+    std::uint64_t seen = word(size - 8);
+    for (std::size_t offset = 0; offset + 8 < size; offset += 8) seen |= word(offset);
+    return (seen & kHighBits) == 0;
   }
-  for (; left > 0; --left, ++bytes) seen |= static_cast<std::uint8_t>(*bytes);
-  return (seen & 0x8080808080808080U) == 0;
+  std::uint8_t seen = 0;
+  for (const char c : text) seen |= static_cast<std::uint8_t>(c);
+  return seen < 0x80;
 }
 
 }  // namespace wispen::plist

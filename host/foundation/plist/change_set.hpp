@@ -14,7 +14,10 @@ namespace wispen::plist {
 class ChangeSet {
  public:
   explicit ChangeSet(const std::vector<Change>& changes) {
-    places_.reserve(changes.size());
+    if (changes.size() == 1) {
+      effective_.push_back({&changes[0], false});
+      return;
+    }
     for (const Change& change : changes) {
       const auto [place, fresh] = places_.try_emplace(change.key, effective_.size());
       if (fresh) {
@@ -37,9 +40,11 @@ class ChangeSet {
     const auto place = places_.find(key);
     return place == places_.end() ? nullptr : &effective_[place->second];
   }
-  Effective* find(const Value& key) {
-    const std::optional<std::string_view> in_place = key.stringView();
-    return in_place ? find(*in_place) : find(std::string_view(key.string()));
+  /// The change that a key of a document is about.
+  template <class SomeContents>
+  Effective* findIn(const SomeContents& contents, Node key) {
+    const std::optional<std::string_view> in_place = contents.textInPlace(key);
+    return in_place ? find(*in_place) : find(std::string_view(contents.text(key)));
   }
   const std::vector<Effective>& effective() const { return effective_; }
 

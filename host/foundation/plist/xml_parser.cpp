@@ -15,6 +15,7 @@ namespace wispen::plist {
 
 namespace {
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
 /// Compares a few bytes known when compiling, which becomes one or two comparisons of words. May look past
@@ -358,6 +359,42 @@ bool XmlParser::scalar(const Tag& tag, XmlElement& element) {
   return true;
 }
 
+template <std::size_t kSize>
+bool XmlParser::takeText(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+  if (!tag.empty) {
+    const char* stop = findTextStop(at_);
+    if (matches(stop, closing)) {
+      at_ = stop + kSize - 1;
+      element.flags |= XmlElement::kPlain;
+      return true;
+    }
+  }
+  return scalar(tag, element);
+}
+
+template <std::size_t kSize>
+bool XmlParser::takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+  if (!tag.empty) {
+    // Short enough to fit 64 bits whatever its digits, so that nothing but its form has to be looked at.
+    constexpr std::ptrdiff_t kSafeDigits = 18;
+    const char* digits = at_ + (*at_ == '-' ? 1 : 0);
+    const char* stop = digits;
+    while (isDigit(*stop)) ++stop;
+    bool number = stop != digits && stop - digits <= kSafeDigits;
+    if (tag.name == Name::Real && *stop == '.') {
+      const char* fraction = ++stop;
+      while (isDigit(*stop)) ++stop;
+      number = number && stop != fraction;
+    }
+    if (number && matches(stop, closing)) {
+      at_ = stop + kSize - 1;
+      element.flags |= XmlElement::kPlain;
+      return true;
+    }
+  }
+  return scalar(tag, element);
+}
+
 bool XmlParser::startElement(const Tag& tag, const char* begin) {
   const auto tag_length = static_cast<std::size_t>(at_ - begin);
   XmlElement element;
@@ -391,19 +428,19 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
     case Name::Key:
       element.type = Type::String;
       element.flags = XmlElement::kKey;
-      if (!scalar(tag, element)) return false;
+      if (!takeText("</key>", tag, element)) return false;
       break;
     case Name::String:
       element.type = Type::String;
-      if (!scalar(tag, element)) return false;
+      if (!takeText("</string>", tag, element)) return false;
       break;
     case Name::Integer:
       element.type = Type::Integer;
-      if (!scalar(tag, element)) return false;
+      if (!takeNumber("</integer>", tag, element)) return false;
       break;
     case Name::Real:
       element.type = Type::Real;
-      if (!scalar(tag, element)) return false;
+      if (!takeNumber("</real>", tag, element)) return false;
       break;
     case Name::Date:
       element.type = Type::Date;

@@ -55,6 +55,11 @@ class XmlParser {
   bool characterData(std::string_view name, bool& plain);
   bool character(bool& plain);
   bool scalar(const Tag& tag, XmlElement& element);
+  /// The usual forms of text and numbers, taken at a glance; all others are left to scalar().
+  template <std::size_t kSize>
+  bool takeText(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
+  template <std::size_t kSize>
+  bool takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
   bool checkScalar(Name name, std::string_view content, const char* place);
 
   std::uint32_t offset(const char* place) const { return static_cast<std::uint32_t>(place - begin_); }

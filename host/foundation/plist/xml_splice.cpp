@@ -1,6 +1,7 @@
 #include "host/foundation/plist/xml_splice.hpp"
 
 #include <utility>
+#include <vector>
 
 #include "host/foundation/plist/utf.hpp"
 #include "host/foundation/plist/xml_writer.hpp"
@@ -18,10 +19,9 @@ class XmlSplicer {
 
   std::string run() {
     result_.reserve(source_.size() + 256);
+    const std::vector<Node> changed = findChanged();
     detectLayout();
-    for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) {
-      if (ChangeSet::Effective* effective = changes_.find(Value(contents_, at))) change(at, *effective);
-    }
+    for (const Node key : changed) change(key, *changes_.findIn(contents_, key));
     appendMissing();
     copyTo(source_.size());
     return std::move(result_);
@@ -45,13 +45,22 @@ class XmlSplicer {
     copied_ = offset;
   }
 
+  /// Keys of the entries that changes are about; notes the last entry in passing.
+  std::vector<Node> findChanged() {
+    std::vector<Node> changed;
+    last_key_ = contents_.end(0);
+    for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) {
+      last_key_ = at;
+      if (changes_.findIn(contents_, at) != nullptr) changed.push_back(at);
+    }
+    return changed;
+  }
+
   /// Copies the look of the last entry: what stands before its key and between key and value.
   void detectLayout() {
     const std::size_t open = spaceBefore(root().begin);
     root_line_ = between(open, root().begin);
     if (!root_line_.starts_with('\n') && !root_line_.starts_with('\r')) root_line_ = "\n";
-    last_key_ = contents_.end(0);
-    for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) last_key_ = at;
     if (last_key_ == contents_.end(0)) {
       before_key_ = std::string(root_line_) + "\t";
       before_value_ = before_key_;
