@@ -19,7 +19,6 @@ struct WorkPool::Crew {
   std::list<std::thread> threads;
   std::vector<std::thread> finished;
   std::size_t running = 0;
-  std::size_t resting = 0;
   bool stopping = false;
   WorkPoolHooks hooks;
   std::function<void()> idle_handler;
@@ -36,9 +35,7 @@ struct WorkPool::Crew {
     if (mine.thread_started) mine.thread_started();
     lock.lock();
     while (true) {
-      ++resting;
       work.wait(lock, [this] { return stopping || !waiting.empty(); });
-      --resting;
       if (stopping) break;
       Job job = std::move(waiting.front());
       waiting.pop_front();
@@ -87,7 +84,9 @@ void WorkPool::add(Job job) {
   Crew& crew = *crew_;
   const std::lock_guard crew_lock(crew.mutex);
   crew.waiting.push_back(std::move(job));
-  if (crew.waiting.size() > crew.resting && crew.threads.size() < max_threads_) crew.start_thread(crew_);
+  // Every thread that runs no job is about to take one, whether it rests, starts or has just finished.
+  const std::size_t free_threads = crew.threads.size() - crew.running;
+  if (crew.waiting.size() > free_threads && crew.threads.size() < max_threads_) crew.start_thread(crew_);
   crew.work.notify_one();
 }
 
