@@ -15,7 +15,8 @@ std::optional<StringsTables::Answer> StringsTables::look_up(const std::string& f
     tables_.erase(file);
     return std::nullopt;
   }
-  const Stamp stamp{status.st_ino, status.st_size, status.st_mtim.tv_sec * 1'000'000'000LL + status.st_mtim.tv_nsec};
+  const Stamp stamp{status.st_ino, status.st_size,
+                    status.st_mtim.tv_sec * 1'000'000'000LL + status.st_mtim.tv_nsec};
   Table& table = tables_[file];
   if (table.stamp != stamp) table = read(file, stamp);
   const auto found = table.entries.find(key);

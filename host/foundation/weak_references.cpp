@@ -54,18 +54,14 @@ void dealloc_emptying_references(id self, objc::abi::SEL name) {
   original_dealloc(self, name);
 }
 
-extern "C" {
-using objc::abi::IMP;
-using objc::abi::Method;
-IMP method_setImplementation(Method method, IMP implementation);
-}
-
 void watch_deallocs() {
   static const bool watched = [] {
-    const Method dealloc = objc::abi::class_getInstanceMethod(objc::class_named<"NSObject">().borrow(),
-                                                              objc::selector<"dealloc">().borrow());
-    original_dealloc = reinterpret_cast<Dealloc>(
-        method_setImplementation(dealloc, reinterpret_cast<IMP>(&dealloc_emptying_references)));
+    const objc::abi::Class object = objc::class_named<"NSObject">().borrow();
+    const objc::abi::SEL name = objc::selector<"dealloc">().borrow();
+    const objc::abi::Method dealloc = objc::abi::class_getInstanceMethod(object, name);
+    original_dealloc = reinterpret_cast<Dealloc>(objc::abi::method_getImplementation(dealloc));
+    objc::abi::replace_method(object, name, reinterpret_cast<objc::abi::IMP>(&dealloc_emptying_references),
+                              "v@:");
     return true;
   }();
   static_cast<void>(watched);

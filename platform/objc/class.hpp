@@ -25,6 +25,7 @@
 #include "platform/objc/fixed_string.hpp"
 #include "platform/objc/handle.hpp"
 #include "platform/objc/marshal.hpp"
+#include "platform/objc/method_replacement.hpp"
 #include "platform/objc/selector.hpp"
 #include "platform/objc/send.hpp"
 
@@ -361,8 +362,8 @@ class Category {
   template <FixedString Sel, auto Function>
   static void put(abi::Class target) {
     if (target == nullptr) return;
-    abi::class_replaceMethod(target, selector<Sel>().borrow(), detail::implementation<Sel, Function>(),
-                             detail::Thunk<Function>::kEncoding.data());
+    abi::replace_method(target, selector<Sel>().borrow(), detail::implementation<Sel, Function>(),
+                        detail::Thunk<Function>::kEncoding.data());
   }
 };
 

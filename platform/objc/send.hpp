@@ -89,10 +89,11 @@ template <class R = void, class... Args>
 inline R perform(const Object& receiver, Selector selector, const Args&... arguments) {
   using Raw = typename Marshal<R>::Raw;
   if constexpr (std::is_void_v<R>) {
-    abi::call<void>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<const Args&>>::out(arguments)...);
+    abi::call<void>(borrow(receiver), selector.borrow(),
+                    Marshal<std::decay_t<const Args&>>::out(arguments)...);
   } else {
-    return detail::received<R, false>(
-        abi::call<Raw>(borrow(receiver), selector.borrow(), Marshal<std::decay_t<const Args&>>::out(arguments)...));
+    return detail::received<R, false>(abi::call<Raw>(borrow(receiver), selector.borrow(),
+                                                     Marshal<std::decay_t<const Args&>>::out(arguments)...));
   }
 }
 

@@ -249,6 +249,25 @@ TEST_F(ClassTest, ACategoryCanReplaceAMethodAndCallTheOriginal) {
   EXPECT_EQ((objc::send<"who", NSString>(objc::make<Parent>())).utf8(), "more than parent");
 }
 
+NSString replaced_greeting(objc::ClassRef) { return "another"_ns; }
+NSString replaced_hello(const NSObject&) { return "another hello"_ns; }
+NSString first_greeting(objc::ClassRef) { return "first"_ns; }
+NSString first_hello(const NSObject&) { return "first hello"_ns; }
+
+TEST_F(ClassTest, AReplacedMethodReachesSubclassesThatWereUsedBefore) {
+  objc::Category<NSObject>()
+      .method<"wispenTestHello", &first_hello>()
+      .class_method<"wispenTestFirst", &first_greeting>();
+  const NSString text = "used before"_ns;
+  ASSERT_EQ((objc::send<"wispenTestHello", NSString>(text)).utf8(), "first hello");
+  ASSERT_EQ((objc::send<"wispenTestFirst", NSString>(objc::class_for<NSMutableArray>())).utf8(), "first");
+  objc::Category<NSObject>()
+      .method<"wispenTestHello", &replaced_hello>()
+      .class_method<"wispenTestFirst", &replaced_greeting>();
+  EXPECT_EQ((objc::send<"wispenTestHello", NSString>(text)).utf8(), "another hello");
+  EXPECT_EQ((objc::send<"wispenTestFirst", NSString>(objc::class_for<NSMutableArray>())).utf8(), "another");
+}
+
 TEST_F(ClassTest, ManyObjectsLeaveNothingBehind) {
   for (int i = 0; i < 10000; ++i) {
     const objc::AutoreleasePool pool;
