@@ -3,12 +3,13 @@
 #include "host/core/device_root.hpp"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -176,8 +177,9 @@ std::string DeviceRoot::jbroot_prefix() const { return path_ + std::string(devic
 std::string DeviceRoot::notifications_folder() const { return path_ + std::string(kNotifications); }
 
 Result<std::string> DeviceRoot::resolve(std::string_view device_path) const {
-  if (device_path.find('\0') != std::string_view::npos)
+  if (device_path.find('\0') != std::string_view::npos) {
     return Error{"a path with a NUL byte in it names nothing"};
+  }
   const auto below = [this](std::string_view path) {
     const bool inside = path.starts_with(path_) && (path.size() == path_.size() || path[path_.size()] == '/');
     return inside ? path.substr(path_.size()) : path;

@@ -57,8 +57,9 @@ Result<NotificationListener> NotificationListener::open(const std::string& folde
 
   NotificationListener listener(std::move(events), std::move(directory));
   listener.selective_ = !names.empty();
-  for (const std::string& name : names)
+  for (const std::string& name : names) {
     listener.entries_.try_emplace(notification_file_name(name), Entry{name});
+  }
   // After the watch is set: what is posted from here on changes a size and makes an event.
   std::vector<Notice> from_before;
   listener.rescan(from_before);

@@ -32,8 +32,9 @@ Result<NotificationPoster::File*> NotificationPoster::file_of(std::string_view n
   // Another kind of file under this name, say a FIFO, must not make a post wait.
   UniqueFd fd(open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
   struct stat status {};
-  if (!fd || fstat(fd.get(), &status) != 0)
+  if (!fd || fstat(fd.get(), &status) != 0) {
     return Error{"cannot post in '" + folder_ + "': " + std::strerror(errno)};
+  }
   if (!S_ISREG(status.st_mode)) {
     return Error{"cannot post in '" + folder_ + "': the name's place is taken by something else"};
   }

@@ -27,6 +27,7 @@ bool send_signal(const UniqueFd& handle, int signal) {
 
 std::vector<char*> pointers(std::vector<std::string>& words) {
   std::vector<char*> result;
+  result.reserve(words.size() + 1);
   for (std::string& word : words) result.push_back(word.data());
   result.push_back(nullptr);
   return result;

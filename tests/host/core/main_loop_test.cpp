@@ -121,6 +121,16 @@ TEST(MainLoop, LetsARepeatingTimerEndItself) {
   EXPECT_EQ(fired, 2);
 }
 
+TEST(MainLoop, MayBePostedToByWhatACancelledTimerHeld) {
+  MainLoop loop(ClockKind::Driven);
+  int posted = 0;
+  std::shared_ptr<int> held(&posted, [&loop](int* count) { loop.post([count] { ++*count; }); });
+  const TimerId id = loop.add_timer(1ms, [kept = std::move(held)] {});
+  EXPECT_TRUE(loop.cancel(id));
+  EXPECT_TRUE(loop.run_until_idle());
+  EXPECT_EQ(posted, 1);
+}
+
 TEST(MainLoop, NeverRunsATimerThatAnotherOneOfTheSameMomentCancelled) {
   MainLoop loop(ClockKind::Driven);
   bool fired = false;
