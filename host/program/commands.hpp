@@ -1,0 +1,37 @@
+// host/program/commands.hpp: the commands of the program. Each gives the program's exit status.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/program/session.hpp"
+
+namespace wispen::program {
+
+/// Every page's rows, or one page's.
+int list_pages(const CommonOptions& options, const std::string& page);
+
+struct DefaultsOptions {
+  std::string page;
+  std::string key;
+  std::string value;
+  std::string type;  // empty: as the row says
+};
+int read_defaults(const CommonOptions& options, const DefaultsOptions& what);
+int write_defaults(const CommonOptions& options, const DefaultsOptions& what);
+
+struct WatchOptions {
+  std::string name;                // empty: every name
+  unsigned long long count = 0;    // ends after so many posts; 0: never
+  std::optional<double> timeout;   // ends after so many seconds, as a failure where posts are still missing
+};
+int watch_notifications(const CommonOptions& options, const WatchOptions& what);
+int post_notification(const CommonOptions& options, const std::string& name);
+
+/// The main job, without a screen: sets values on the pages and shows what another process sees of it.
+int tour(const CommonOptions& options);
+
+/// Checks the bundle's specifier lists.
+int lint(const CommonOptions& options);
+
+}  // namespace wispen::program

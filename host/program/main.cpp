@@ -1,0 +1,106 @@
+// host/program/main.cpp: the wispen program: its commands and their options.
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+
+#include "host/program/commands.hpp"
+#include "host/program/output.hpp"
+
+namespace {
+
+using namespace wispen::program;
+
+void add_common(CLI::App& command, CommonOptions& options, bool with_bundle = true) {
+  command.add_option("--root", options.root, "The folder that plays the phone's file system (made on first use)")
+      ->type_name("DIR");
+  command.add_option("--layout", options.layout, "Where a new root keeps the jailbreak's files")
+      ->check(CLI::IsMember({"rootless", "rootful"}))
+      ->type_name("rootless|rootful");
+  if (with_bundle) {
+    command.add_option("--bundle", options.bundle, "The settings bundle (the one beside this program)")->type_name("DIR");
+    command.add_option("--language", options.languages, "The user's languages, most wanted first")->type_name("de,en");
+  }
+}
+
+void add_json(CLI::App& command, CommonOptions& options) {
+  command.add_flag("--json", options.json, "Answer in JSON");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"Runs, shows and checks the settings bundle on the desktop.", "wispen"};
+  app.require_subcommand(1);
+  app.footer("Exit status: 0 done, 1 failed, 2 wrong use.");
+
+  CommonOptions options;
+  std::function<int()> command;
+  const auto on = [&command](CLI::App* subcommand, std::function<int()> body) {
+    subcommand->callback([&command, body = std::move(body)] { command = body; });
+  };
+
+  auto* run = app.add_subcommand("run", "The main job: set values on the pages, and see what another process sees");
+  add_common(*run, options);
+  on(run, [&] { return tour(options); });
+
+  std::string page;
+  auto* pages = app.add_subcommand("pages", "List every page's rows: key, type, value, shown or hidden");
+  pages->add_option("PAGE", page, "One page only, by its class or list");
+  add_common(*pages, options);
+  add_json(*pages, options);
+  on(pages, [&] { return list_pages(options, page); });
+
+  DefaultsOptions defaults_options;
+  auto* defaults = app.add_subcommand("defaults", "Read and write values through a page's own getter and setter");
+  defaults->require_subcommand(1);
+  auto* read = defaults->add_subcommand("read", "Print one value, or all of them");
+  read->add_option("KEY", defaults_options.key, "The row's key");
+  auto* write = defaults->add_subcommand("write", "Store a value, and post the row's notification");
+  write->add_option("KEY", defaults_options.key, "The row's key")->required();
+  write->add_option("VALUE", defaults_options.value, "The new value")->required();
+  write->add_option("--type", defaults_options.type, "The value's type (what the row takes)")
+      ->check(CLI::IsMember({"bool", "int", "real", "string"}))
+      ->type_name("bool|int|real|string");
+  for (CLI::App* subcommand : {read, write}) {
+    subcommand->add_option("--page", defaults_options.page, "The page, by its class or list")->type_name("PAGE");
+    add_common(*subcommand, options);
+    add_json(*subcommand, options);
+  }
+  on(read, [&] { return read_defaults(options, defaults_options); });
+  on(write, [&] { return write_defaults(options, defaults_options); });
+
+  WatchOptions watch_options;
+  std::string name;
+  auto* notify = app.add_subcommand("notify", "Watch and post named notifications");
+  notify->require_subcommand(1);
+  auto* watch = notify->add_subcommand("watch", "Print each notification as it arrives");
+  watch->add_option("NAME", watch_options.name, "This name only");
+  watch->add_option("--count", watch_options.count, "End after so many posts")->type_name("N");
+  watch->add_option("--timeout", watch_options.timeout, "End after so many seconds")->type_name("SECONDS")->check(CLI::NonNegativeNumber);
+  add_common(*watch, options, false);
+  add_json(*watch, options);
+  on(watch, [&] { return watch_notifications(options, watch_options); });
+  auto* post = notify->add_subcommand("post", "Post a notification");
+  post->add_option("NAME", name, "Its name")->required();
+  add_common(*post, options, false);
+  on(post, [&] { return post_notification(options, name); });
+
+  auto* check = app.add_subcommand("lint", "Check the bundle's specifier lists");
+  add_common(*check, options);
+  add_json(*check, options);
+  on(check, [&] { return lint(options); });
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kDone : kWrongUse;
+  }
+  try {
+    return command();
+  } catch (const std::exception& error) {
+    return fail(error.what());
+  } catch (...) {  // the platform's exceptions do not tell C++ what they are
+    return fail("the bundle raised an exception");
+  }
+}
