@@ -159,7 +159,7 @@ Result<DeviceRoot> DeviceRoot::open(const std::string& folder, std::optional<Lay
 }
 
 Result<std::string> DeviceRoot::default_folder() {
-  // A relative XDG_DATA_HOME counts as unset, as the base directory specification says.
+  // A relative XDG_DATA_HOME counts as unset, as XDG has it.
   if (const char* data = std::getenv("XDG_DATA_HOME"); data && data[0] == '/') {
     return std::string(data) + "/wispen/root";
   }
