@@ -120,6 +120,19 @@ extern "C" {
   return answer.c_str();
 }
 
+[[gnu::visibility("default")]] const char* wispen_host_default_root(void) {
+  auto folder = wispen::DeviceRoot::default_folder();
+  answer = folder ? *std::move(folder) : std::string();
+  return answer.c_str();
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_jailbreak_path(const char* path) {
+  if (!is_running()) return nullptr;
+  const std::string below_jailbreak =
+      std::string(host->root().device_jbroot()) + (path != nullptr ? path : "");
+  return wispen_host_path(below_jailbreak.c_str());
+}
+
 [[gnu::visibility("default")]] wispen_host_object wispen_host_load_bundle(const char* path) {
   if (!is_running()) return nullptr;
   const objc::AutoreleasePool pool;
