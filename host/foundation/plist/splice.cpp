@@ -85,10 +85,9 @@ Result<std::string> splice(const std::optional<Document>& document, const std::v
 
 Result<void> updateFile(const std::string& path, const std::vector<Change>& changes, Format fresh_format,
                         const files::SystemCalls& calls) {
-  std::optional<Document> document;
-  Result<Document> read = Document::read(path, calls);
-  if (read) document = *std::move(read);
-  const Result<std::string> bytes = splice(document, changes, fresh_format);
+  const Result<std::optional<Document>> document = Document::readForWriting(path, calls);
+  if (!document) return document.error();
+  const Result<std::string> bytes = splice(*document, changes, fresh_format);
   if (!bytes) return bytes.error();
   return files::replace(path, *bytes, calls);
 }
