@@ -114,8 +114,8 @@ TEST_P(Exchange, GivesPythonAFileThatWasSpliced) {
 }
 
 TEST_P(Exchange, GoesThroughLibplistUnchanged) {
-  // libplist writes the year 0 with a single digit.
-  const Tree tree = without(everything(), {"early date"});
+  // libplist writes the year 0 with a single digit, and -0 without its sign.
+  const Tree tree = without(everything(), {"early date", "minus zero"});
   const auto [xml, binary] = throughLibplist(*encode(tree, GetParam()), GetParam());
   ASSERT_FALSE(xml.empty());
   ASSERT_FALSE(binary.empty());
