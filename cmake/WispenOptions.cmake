@@ -27,3 +27,8 @@ if(WISPEN_SANITIZE)
   add_compile_options(-fsanitize=${WISPEN_SANITIZE} -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${WISPEN_SANITIZE})
 endif()
+
+# The code under test must report its branches to the fuzzer, not only the fuzz target itself.
+if(WISPEN_BUILD_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

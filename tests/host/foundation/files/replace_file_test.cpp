@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <functional>
 
 #include "tests/host/foundation/files/failing_calls.hpp"
@@ -30,6 +31,7 @@ constexpr mode_t kPermissions = 07777;
 
 /// Runs in a child process, whose limits and user may be changed; 0 when it returned true.
 int inChild(const std::function<bool()>& work) {
+  std::fflush(stdout);  // a sanitizer's exit would print the parent's buffer again
   const pid_t child = ::fork();
   if (child == 0) ::_exit(work() ? 0 : 1);
   int status = 0;
