@@ -76,8 +76,9 @@ class HostTest : public ::testing::Test {
                plist("<dict><key>CFBundleExecutable</key><string>3dvitrelleprefs</string>"
                      "<key>CFBundleIdentifier</key><string>test.bundle</string>"
                      "<key>NSPrincipalClass</key><string>WispRootListController</string></dict>"));
+    // Only once: the code may be loaded from there, and a loaded file must not be written over.
     std::filesystem::copy_file(std::string(WISPEN_TEST_BUNDLE) + "/3dvitrelleprefs", path / "3dvitrelleprefs",
-                               std::filesystem::copy_options::overwrite_existing);
+                               std::filesystem::copy_options::skip_existing);
     for (const auto& [name, bytes] : files) write_file(path / name, bytes);
     ASSERT_NE(wispen_host_load_bundle(path.c_str()), nullptr) << wispen_host_last_error();
   }

@@ -1,5 +1,6 @@
 #include "host/foundation/plist/document.hpp"
 
+#include <cerrno>
 #include <new>
 
 #include "host/foundation/files/read_file.hpp"
@@ -98,6 +99,25 @@ Result<Document> Document::read(const std::string& path, const files::SystemCall
   if (document) return document;
   try {
     return Error{path + ": " + document.error().message};
+  } catch (const std::bad_alloc&) {
+    return Error{"out of memory"};
+  }
+}
+
+Result<std::optional<Document>> Document::readForWriting(const std::string& path,
+                                                         const files::SystemCalls& calls) {
+  try {
+    int error_number = 0;
+    Result<files::Buffer> bytes = files::read(path, kMaxFileSize, calls, &error_number);
+    if (!bytes) {
+      const bool passing = error_number == EIO || error_number == EMFILE || error_number == ENFILE ||
+                           error_number == ENOMEM || error_number == EAGAIN;
+      if (passing) return bytes.error();
+      return std::optional<Document>();
+    }
+    Result<std::shared_ptr<const Contents>> contents = parseAny(*std::move(bytes));
+    if (!contents) return std::optional<Document>();
+    return std::optional<Document>(Document(*std::move(contents)));
   } catch (const std::bad_alloc&) {
     return Error{"out of memory"};
   }

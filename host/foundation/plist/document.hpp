@@ -129,6 +129,11 @@ class Document {
   /// Reads the file; nothing is remembered from an earlier reading.
   static Result<Document> read(const std::string& path,
                                const files::SystemCalls& calls = files::SystemCalls::real());
+  /// What a writer starts from: nothing when there is no file or none that can be read as a list, which the
+  /// next write replaces. An error where the same file might be read a moment later (no memory, no free
+  /// descriptor, a failing disk): writing now would lose what it holds.
+  static Result<std::optional<Document>> readForWriting(
+      const std::string& path, const files::SystemCalls& calls = files::SystemCalls::real());
 
   Value root() const { return {*contents_, contents_->root()}; }
   Value at(Node node) const { return {*contents_, node}; }

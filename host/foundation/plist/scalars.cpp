@@ -182,7 +182,7 @@ std::optional<double> parseReal(std::string_view text) {
     }
     value = number;
   }
-  return negative ? -*value : *value;
+  return negative && !std::isnan(*value) ? -*value : *value;
 }
 
 std::string formatReal(double value) {

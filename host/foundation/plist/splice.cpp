@@ -16,13 +16,13 @@ namespace {
 
 constexpr std::size_t kValueDepth = 2;  // a root's value stands one level below it
 
-std::optional<std::string> findUnwritable(const std::vector<Change>& changes) {
+const char* findUnwritable(const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     if (!change.value) continue;
-    if (auto reason = plist::findUnwritable(std::string_view(change.key))) return reason;
-    if (auto reason = plist::findUnwritable(*change.value, kValueDepth)) return reason;
+    if (const char* reason = plist::findUnwritable(std::string_view(change.key))) return reason;
+    if (const char* reason = plist::findUnwritable(*change.value, kValueDepth)) return reason;
   }
-  return std::nullopt;
+  return nullptr;
 }
 
 bool xmlHolds(const std::vector<Change>& changes) {
@@ -56,7 +56,7 @@ Tree apply(Dictionary members, const std::vector<Change>& changes) {
 
 Result<std::string> spliceUnguarded(const std::optional<Document>& document,
                                     const std::vector<Change>& changes, Format fresh_format) {
-  if (auto reason = findUnwritable(changes)) return Error{*std::move(reason)};
+  if (const char* reason = findUnwritable(changes)) return Error{reason};
   const bool keeps = document && document->root().is(Type::Dictionary);
   const Format format = keeps ? document->format() : fresh_format;
   if (!keeps || (format == Format::Xml && !xmlHolds(changes))) {
@@ -85,10 +85,9 @@ Result<std::string> splice(const std::optional<Document>& document, const std::v
 
 Result<void> updateFile(const std::string& path, const std::vector<Change>& changes, Format fresh_format,
                         const files::SystemCalls& calls) {
-  std::optional<Document> document;
-  Result<Document> read = Document::read(path, calls);
-  if (read) document = *std::move(read);
-  const Result<std::string> bytes = splice(document, changes, fresh_format);
+  const Result<std::optional<Document>> document = Document::readForWriting(path, calls);
+  if (!document) return document.error();
+  const Result<std::string> bytes = splice(*document, changes, fresh_format);
   if (!bytes) return bytes.error();
   return files::replace(path, *bytes, calls);
 }

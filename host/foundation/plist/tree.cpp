@@ -85,7 +85,7 @@ bool operator==(const Tree& left, const Tree& right) {
 
 Result<std::string> encode(const Tree& tree, Format format) {
   try {
-    if (std::optional<std::string> reason = findUnwritable(tree, 1)) return Error{*std::move(reason)};
+    if (const char* reason = findUnwritable(tree, 1)) return Error{reason};
     if (format == Format::Xml) {
       if (std::optional<std::string> reason = findUnholdableByXml(tree)) return Error{*std::move(reason)};
     }
