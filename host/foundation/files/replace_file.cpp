@@ -1,10 +1,10 @@
 #include "host/foundation/files/replace_file.hpp"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <new>
 #include <optional>
 #include <utility>

@@ -2,8 +2,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <signal.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,7 +9,9 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -98,9 +98,9 @@ Descriptor createTemporary(int folder, mode_t mode, std::string& name, const Sys
            std::string(kSuffix);
     const int file =
         openRetrying(calls, folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-    if (file >= 0 || errno != EEXIST) return Descriptor(file, calls);
+    if (file >= 0 || errno != EEXIST) return {file, calls};
   }
-  return Descriptor(-1, calls);
+  return {-1, calls};
 }
 
 void sweepStaleTemporaries(int folder, std::string_view path, const SystemCalls& calls) {
