@@ -145,19 +145,21 @@ void bareWrite(const std::string& folder, const std::string& path, const std::st
   ::close(parent);
 }
 
-void benchWriting(const std::string& folder, const std::string& where, bool durable) {
+/// Each writer has a folder of its own, as a page has the folder of its file.
+void benchWriting(const std::string& folder, const std::string& bare_folder, const std::string& where,
+                  bool durable) {
   for (const Format format : {Format::Xml, Format::Binary}) {
     for (const int keys : {10, 100, 1000, 10000}) {
       const std::string bytes = *encode(sample(keys), format);
       const std::string path = folder + "/write.plist";
-      const std::string bare = folder + "/bare.plist";
+      const std::string bare = bare_folder + "/bare.plist";
       require(wispen::files::replace(path, bytes).ok() && wispen::files::replace(bare, bytes).ok());
       int turn = 0;
       const std::string row =
           "write " + where + (format == Format::Xml ? " XML " : " binary ") + std::to_string(keys);
       measure(row,
               {{durable ? "bare write+sync+rename+sync" : "bare write+rename",
-                [&] { bareWrite(folder, bare, bytes, durable); }},
+                [&] { bareWrite(bare_folder, bare, bytes, durable); }},
                {"wispen",
                 [&] {
                   require(updateFile(path, {{keyOf(keys), ++turn}}).ok());
@@ -190,10 +192,12 @@ class Folder {
 int main() {
   const Folder disk(".");
   benchReading(disk.path());
-  benchWriting(disk.path(), "disk", true);
+  const Folder bare_disk(".");
+  benchWriting(disk.path(), bare_disk.path(), "disk", true);
   if (std::filesystem::is_directory("/dev/shm")) {
     const Folder memory("/dev/shm");
-    benchWriting(memory.path(), "memory", false);
+    const Folder bare_memory("/dev/shm");
+    benchWriting(memory.path(), bare_memory.path(), "memory", false);
   }
   return 0;
 }

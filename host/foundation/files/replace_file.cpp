@@ -1,10 +1,10 @@
 #include "host/foundation/files/replace_file.hpp"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <new>
 #include <optional>
 #include <utility>
@@ -22,14 +22,14 @@ constexpr mode_t kPermissions = 07777;
 struct Target {
   Descriptor folder;
   bool folder_can_sync = true;
-  struct stat folder_status = {};
+  std::string folder_path;
   std::string name;
   std::optional<struct stat> old;
 };
 
 Result<Target> openFolder(const std::string& path, const std::string& original, const SystemCalls& calls) {
   const std::size_t slash = path.rfind('/');
-  const std::string folder_path = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  std::string folder_path = slash == std::string::npos ? "." : path.substr(0, slash + 1);
   Target target{Descriptor(-1, calls), true, {}, path.substr(slash == std::string::npos ? 0 : slash + 1), {}};
   if (target.name.empty() || target.name == "." || target.name == "..") {
     return Error{failure("write", original, EISDIR)};
@@ -42,7 +42,7 @@ Result<Target> openFolder(const std::string& path, const std::string& original, 
   }
   if (folder < 0) return Error{failure("write", original, errno)};
   target.folder = Descriptor(folder, calls);
-  if (calls.fstat(folder, &target.folder_status) != 0) return Error{failure("write", original, errno)};
+  target.folder_path = std::move(folder_path);
   return target;
 }
 
@@ -129,7 +129,7 @@ bool fill(Descriptor& file, std::string_view bytes, const std::optional<struct s
 Result<void> replaceResolved(const std::string& path, const Target& target, std::string_view bytes,
                              const SystemCalls& calls) {
   const int folder = target.folder.number();
-  sweepStaleTemporaries(folder, target.folder_status, calls);
+  sweepStaleTemporaries(folder, target.folder_path, calls);
 
   std::string temporary;
   Descriptor file = createTemporary(folder, firstMode(target.old), temporary, calls);
@@ -144,7 +144,6 @@ Result<void> replaceResolved(const std::string& path, const Target& target, std:
   if (target.folder_can_sync && !sync(folder, calls) && errno != EINVAL) {
     return Error{failure("sync the folder of", path, errno)};
   }
-  rememberFolder(folder, calls);
   return {};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "host/foundation/files/system_calls.hpp"
 
@@ -11,11 +12,8 @@ namespace wispen::files {
 /// ".wispen-<pid>-<count>.tmp". An invalid descriptor (with errno) when the folder does not take it.
 Descriptor createTemporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls);
 
-/// Removes temporary files whose process no longer lives. A folder that has not changed since
-/// rememberFolder(), and was listed a moment ago, is not listed again.
-void sweepStaleTemporaries(int folder, const struct stat& status, const SystemCalls& calls);
-
-/// Says that the folder's present state is this process's own doing.
-void rememberFolder(int folder, const SystemCalls& calls);
+/// Removes temporary files whose process no longer lives, unless this process has looked through the folder
+/// within the last second. `path` is what the folder was opened as.
+void sweepStaleTemporaries(int folder, std::string_view path, const SystemCalls& calls);
 
 }  // namespace wispen::files

@@ -62,18 +62,20 @@ std::string uidBytes(Uid uid) {
 }
 
 std::string leafBytes(const Tree& tree) {
-  if (const bool* value = tree.as<bool>()) {
-    return std::string(1, static_cast<char>(*value ? kBinaryTrue : kBinaryFalse));
+  if (const auto* value = tree.as<bool>()) {
+    std::string bytes;
+    bytes.push_back(static_cast<char>(*value ? kBinaryTrue : kBinaryFalse));
+    return bytes;
   }
-  if (const Integer* value = tree.as<Integer>()) return integerBytes(*value);
-  if (const double* value = tree.as<double>()) {
+  if (const auto* value = tree.as<Integer>()) return integerBytes(*value);
+  if (const auto* value = tree.as<double>()) {
     return scalarBytes(Marker::Real, std::bit_cast<std::uint64_t>(*value), 8);
   }
-  if (const Date* value = tree.as<Date>()) {
+  if (const auto* value = tree.as<Date>()) {
     return scalarBytes(Marker::Date, std::bit_cast<std::uint64_t>(value->seconds), 8);
   }
-  if (const Data* value = tree.as<Data>()) return dataBytes(*value);
-  if (const Uid* value = tree.as<Uid>()) return uidBytes(*value);
+  if (const auto* value = tree.as<Data>()) return dataBytes(*value);
+  if (const auto* value = tree.as<Uid>()) return uidBytes(*value);
   return stringBytes(*tree.as<std::string>());
 }
 
@@ -104,8 +106,8 @@ std::uint32_t NewObjects::addContainer(Marker marker, std::vector<std::uint32_t>
 }
 
 std::uint32_t NewObjects::add(const Tree& tree) {
-  const Array* array = tree.as<Array>();
-  const Dictionary* dictionary = tree.as<Dictionary>();
+  const auto* array = tree.as<Array>();
+  const auto* dictionary = tree.as<Dictionary>();
   if (array == nullptr && dictionary == nullptr) return addLeaf(leafBytes(tree));
 
   const std::uint32_t index = addContainer(array != nullptr ? Marker::List : Marker::Map, {});

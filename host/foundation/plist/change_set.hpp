@@ -44,7 +44,7 @@ class ChangeSet {
   template <class SomeContents>
   Effective* findIn(const SomeContents& contents, Node key) {
     const std::optional<std::string_view> in_place = contents.textInPlace(key);
-    return in_place ? find(*in_place) : find(std::string_view(contents.text(key)));
+    return in_place ? find(*in_place) : find(std::string_view{contents.text(key)});
   }
   const std::vector<Effective>& effective() const { return effective_; }
 

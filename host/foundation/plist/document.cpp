@@ -37,6 +37,24 @@ Result<std::shared_ptr<const Contents>> parseAny(files::Buffer bytes) {
   return asContents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
 }
 
+/// Whether an error is about the file itself, and would be the same a moment later.
+bool saysWhatIsThere(int error_number) {
+  switch (error_number) {
+    case ENOENT:
+    case ENOTDIR:
+    case EISDIR:
+    case EINVAL:  // not a regular file
+    case EFBIG:
+    case ELOOP:
+    case ENAMETOOLONG:
+    case EACCES:
+    case EPERM:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 bool Value::boolean() const { return is(Type::Boolean) && contents_->boolean(node_); }
@@ -110,9 +128,7 @@ Result<std::optional<Document>> Document::readForWriting(const std::string& path
     int error_number = 0;
     Result<files::Buffer> bytes = files::read(path, kMaxFileSize, calls, &error_number);
     if (!bytes) {
-      const bool passing = error_number == EIO || error_number == EMFILE || error_number == ENFILE ||
-                           error_number == ENOMEM || error_number == EAGAIN;
-      if (passing) return bytes.error();
+      if (!saysWhatIsThere(error_number)) return bytes.error();
       return std::optional<Document>();
     }
     Result<std::shared_ptr<const Contents>> contents = parseAny(*std::move(bytes));

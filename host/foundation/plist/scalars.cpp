@@ -214,7 +214,7 @@ std::optional<double> parseDate(std::string_view text) {
   if (month < 1 || month > 12 || day < 1 || day > daysOfMonth(year, month)) return std::nullopt;
   if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
   const std::int64_t days = daysFromCivil(year, month, day) - kReferenceDay;
-  return static_cast<double>(days * 86400 + hour * 3600 + minute * 60 + second);
+  return static_cast<double>(days * 86400 + std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second);
 }
 
 std::optional<std::string> formatDate(double seconds) {

@@ -19,7 +19,7 @@ constexpr std::size_t kValueDepth = 2;  // a root's value stands one level below
 const char* findUnwritable(const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     if (!change.value) continue;
-    if (const char* reason = plist::findUnwritable(std::string_view(change.key))) return reason;
+    if (const char* reason = plist::findUnwritable(std::string_view{change.key})) return reason;
     if (const char* reason = plist::findUnwritable(*change.value, kValueDepth)) return reason;
   }
   return nullptr;
@@ -28,7 +28,7 @@ const char* findUnwritable(const std::vector<Change>& changes) {
 bool xmlHolds(const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     if (!change.value) continue;
-    if (findUnholdableByXml(std::string_view(change.key)) || findUnholdableByXml(*change.value)) return false;
+    if (findUnholdableByXml(std::string_view{change.key}) || findUnholdableByXml(*change.value)) return false;
   }
   return true;
 }
@@ -38,7 +38,7 @@ Tree apply(Dictionary members, const std::vector<Change>& changes) {
   ChangeSet set(changes);
   Dictionary result;
   for (Member& member : members) {
-    ChangeSet::Effective* effective = set.find(std::string_view(member.key));
+    ChangeSet::Effective* effective = set.find(std::string_view{member.key});
     if (effective == nullptr) {
       result.push_back(std::move(member));
     } else {

@@ -72,14 +72,14 @@ bool operator==(const Member& left, const Member& right) {
 bool operator==(const Tree& left, const Tree& right) {
   if (left.type() != right.type()) return false;
   const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
-  if (const double* real = left.as<double>()) return bits(*real) == bits(*right.as<double>());
-  if (const Date* date = left.as<Date>()) return bits(date->seconds) == bits(right.as<Date>()->seconds);
-  if (const bool* boolean = left.as<bool>()) return *boolean == *right.as<bool>();
-  if (const Integer* integer = left.as<Integer>()) return *integer == *right.as<Integer>();
-  if (const std::string* string = left.as<std::string>()) return *string == *right.as<std::string>();
-  if (const Data* data = left.as<Data>()) return *data == *right.as<Data>();
-  if (const Array* array = left.as<Array>()) return *array == *right.as<Array>();
-  if (const Dictionary* dictionary = left.as<Dictionary>()) return *dictionary == *right.as<Dictionary>();
+  if (const auto* real = left.as<double>()) return bits(*real) == bits(*right.as<double>());
+  if (const auto* date = left.as<Date>()) return bits(date->seconds) == bits(right.as<Date>()->seconds);
+  if (const auto* boolean = left.as<bool>()) return *boolean == *right.as<bool>();
+  if (const auto* integer = left.as<Integer>()) return *integer == *right.as<Integer>();
+  if (const auto* string = left.as<std::string>()) return *string == *right.as<std::string>();
+  if (const auto* data = left.as<Data>()) return *data == *right.as<Data>();
+  if (const auto* array = left.as<Array>()) return *array == *right.as<Array>();
+  if (const auto* dictionary = left.as<Dictionary>()) return *dictionary == *right.as<Dictionary>();
   return *left.as<Uid>() == *right.as<Uid>();
 }
 

@@ -17,16 +17,16 @@ constexpr char32_t kDate = 0xFFFFFFFF;
 // The walks give back no sentences: these would make each of up to kMaxDepth stack frames several times as
 // big.
 std::optional<char32_t> obstacle(const Tree& tree) {
-  if (const std::string* text = tree.as<std::string>()) return findUnholdable(*text);
-  if (const Date* date = tree.as<Date>()) {
+  if (const auto* text = tree.as<std::string>()) return findUnholdable(*text);
+  if (const auto* date = tree.as<Date>()) {
     return formatDate(date->seconds) ? std::nullopt : std::optional<char32_t>(kDate);
   }
-  if (const Array* array = tree.as<Array>()) {
+  if (const auto* array = tree.as<Array>()) {
     for (const Tree& element : *array) {
       if (const auto found = obstacle(element)) return found;
     }
   }
-  if (const Dictionary* dictionary = tree.as<Dictionary>()) {
+  if (const auto* dictionary = tree.as<Dictionary>()) {
     for (const Member& member : *dictionary) {
       if (const auto found = findUnholdable(member.key)) return found;
       if (const auto found = obstacle(member.value)) return found;
@@ -50,9 +50,9 @@ const char* findUnwritable(std::string_view text) { return isUtf8(text) ? nullpt
 
 const char* findUnwritable(const Tree& tree, std::size_t depth) {
   static_assert(kMaxDepth == 512, "the sentence below names it");
-  if (const std::string* text = tree.as<std::string>()) return findUnwritable(std::string_view(*text));
-  const Array* array = tree.as<Array>();
-  const Dictionary* dictionary = tree.as<Dictionary>();
+  if (const auto* text = tree.as<std::string>()) return findUnwritable(std::string_view{*text});
+  const auto* array = tree.as<Array>();
+  const auto* dictionary = tree.as<Dictionary>();
   // In XML a UID is a dictionary too.
   const bool container = array != nullptr || dictionary != nullptr || tree.type() == Type::Uid;
   if (container && depth > kMaxDepth) {
@@ -65,7 +65,7 @@ const char* findUnwritable(const Tree& tree, std::size_t depth) {
   }
   if (dictionary != nullptr) {
     for (const Member& member : *dictionary) {
-      if (const char* reason = findUnwritable(std::string_view(member.key))) return reason;
+      if (const char* reason = findUnwritable(std::string_view{member.key})) return reason;
       if (const char* reason = findUnwritable(member.value, depth + 1)) return reason;
     }
   }

@@ -7,6 +7,7 @@
 
 #include "host/core/result.hpp"
 #include "host/foundation/files/buffer.hpp"
+#include "host/foundation/files/recycled_memory.hpp"
 #include "host/foundation/plist/contents.hpp"
 
 namespace wispen::plist {
@@ -34,6 +35,7 @@ struct XmlElement {
   bool has(std::uint8_t flag) const { return (flags & flag) != 0; }
 };
 static_assert(sizeof(XmlElement) == 16);
+using XmlElements = std::vector<XmlElement, files::RecyclingAllocator<XmlElement>>;
 
 class XmlContents final : public Contents {
  public:
@@ -41,7 +43,7 @@ class XmlContents final : public Contents {
   /// what the file itself is in.
   static Result<std::shared_ptr<const XmlContents>> parse(files::Buffer text, XmlEncoding encoding);
   /// An index that a parser has made; parse() is the way to one.
-  XmlContents(files::Buffer source, std::vector<XmlElement> elements, XmlEncoding encoding)
+  XmlContents(files::Buffer source, XmlElements elements, XmlEncoding encoding)
       : source_(std::move(source)), elements_(std::move(elements)), encoding_(encoding) {}
 
   Format format() const override { return Format::Xml; }
@@ -75,7 +77,7 @@ class XmlContents final : public Contents {
 
  private:
   files::Buffer source_;
-  std::vector<XmlElement> elements_;
+  XmlElements elements_;
   XmlEncoding encoding_;
 };
 

@@ -8,30 +8,10 @@
 #include "host/foundation/plist/byte_scan.hpp"
 #include "host/foundation/plist/limits.hpp"
 #include "host/foundation/plist/scalars.hpp"
-#include "host/foundation/plist/utf.hpp"
+#include "host/foundation/plist/xml_bytes.hpp"
 #include "host/foundation/plist/xml_text.hpp"
 
 namespace wispen::plist {
-
-namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
-
-/// Compares a few bytes known when compiling, which becomes one or two comparisons of words. May look past
-/// the text's end, into the padding.
-template <std::size_t kSize>
-bool matches(const char* at, const char (&literal)[kSize]) {
-  return std::memcmp(at, literal, kSize - 1) == 0;
-}
-
-std::string printable(char c) {
-  const auto byte = static_cast<std::uint8_t>(c);
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-}
-
-}  // namespace
 
 std::string_view XmlParser::spelling(Name name) {
   constexpr std::array<std::string_view, 11> kSpellings = {
@@ -70,84 +50,6 @@ bool XmlParser::run() {
   }
   if (!skipMisc(false)) return false;
   return at_ == end_ || fail("nothing may follow the property list");
-}
-
-void XmlParser::skipSpace() {
-  while (isSpace(*at_)) ++at_;
-}
-
-bool XmlParser::skipComment() {
-  const char* start = at_;
-  const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-  const std::size_t close = rest.find("-->", 4);
-  if (close == std::string_view::npos) return failAt(start, "the comment is not closed");
-  if (utf8ErrorOffset(rest.substr(0, close)) != close) return fail("the comment is not UTF-8");
-  at_ += close + 3;
-  return true;
-}
-
-bool XmlParser::skipInstruction() {
-  const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-  const std::size_t close = rest.find("?>");
-  if (close == std::string_view::npos) return fail("the processing instruction is not closed");
-  const std::string_view instruction = rest.substr(0, close);
-  if (utf8ErrorOffset(instruction) != close) return fail("the processing instruction is not UTF-8");
-  if (instruction.starts_with("<?xml") && !checkEncoding(instruction)) return false;
-  at_ += close + 2;
-  return true;
-}
-
-bool XmlParser::checkEncoding(std::string_view instruction) {
-  const std::size_t attribute = instruction.find("encoding");
-  if (attribute == std::string_view::npos) return true;
-  const std::size_t open = instruction.find_first_of("\"'", attribute);
-  if (open == std::string_view::npos) return fail("the declared encoding has no name");
-  const std::size_t close = instruction.find(instruction[open], open + 1);
-  if (close == std::string_view::npos) return fail("the declared encoding has no name");
-  std::string name(instruction.substr(open + 1, close - open - 1));
-  std::transform(name.begin(), name.end(), name.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const bool utf8 = name == "UTF-8" || name == "UTF8";
-  const bool utf16 = name.starts_with("UTF-16");
-  if (encoding_ == XmlEncoding::Utf8 ? utf8 : utf16) return true;
-  if (utf8 || utf16) return fail("the file declares " + name + " but is written otherwise");
-  return fail("the encoding " + name + " is not supported");
-}
-
-bool XmlParser::skipDoctype() {
-  if (doctype_seen_) return fail("a second document type");
-  doctype_seen_ = true;
-  char quote = 0;
-  for (const char* c = at_; c != end_; ++c) {
-    if (quote != 0) {
-      if (*c == quote) quote = 0;
-    } else if (*c == '"' || *c == '\'') {
-      quote = *c;
-    } else if (*c == '[') {
-      // An internal subset can define entities, and entities of entities without end.
-      return failAt(c, "a document type with an internal subset is not supported");
-    } else if (*c == '>') {
-      if (!isUtf8({at_, static_cast<std::size_t>(c - at_)})) return fail("the document type is not UTF-8");
-      at_ = c + 1;
-      return true;
-    }
-  }
-  return fail("the document type is not closed");
-}
-
-bool XmlParser::skipMisc(bool doctype_allowed) {
-  for (;;) {
-    skipSpace();
-    if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
-    } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
-    } else if (doctype_allowed && matches(at_, "<!DOCTYPE")) {
-      if (!skipDoctype()) return false;
-    } else {
-      return true;
-    }
-  }
 }
 
 bool XmlParser::openTag(Tag& tag) {
@@ -190,54 +92,6 @@ bool XmlParser::openTag(Tag& tag) {
   return openTagWithExtras(tag);
 }
 
-bool XmlParser::openTagWithExtras(Tag& tag) {
-  const char* start = at_;
-  const char* name_end = at_ + 1;
-  while (*name_end >= 'a' && *name_end <= 'z') ++name_end;
-  const std::string_view name(at_ + 1, static_cast<std::size_t>(name_end - at_ - 1));
-  for (int i = 0; i <= static_cast<int>(Name::Data); ++i) {
-    if (name != spelling(static_cast<Name>(i))) continue;
-    tag.name = static_cast<Name>(i);
-    at_ = name_end;
-    if (!isSpace(*at_) && *at_ != '>' && *at_ != '/') break;
-    return skipAttributes(tag.empty);
-  }
-  if (start + 1 == end_) return fail("the file ends inside a tag");
-  return failAt(start, "<" + std::string(name) + "...> is no element of a property list");
-}
-
-bool XmlParser::skipAttributes(bool& empty) {
-  for (;;) {
-    skipSpace();
-    const char c = *at_;
-    if (c == '>') {
-      empty = false;
-      ++at_;
-      return true;
-    }
-    if (c == '/' && at_[1] == '>') {
-      empty = true;
-      at_ += 2;
-      return true;
-    }
-    const char* name = at_;
-    while (static_cast<signed char>(*at_) > ' ' && std::strchr("<>/=\"'", *at_) == nullptr) ++at_;
-    const bool named = at_ != name;
-    skipSpace();
-    if (!named || *at_ != '=')
-      return fail(at_ == end_ ? "the file ends inside a tag" : "the tag is malformed");
-    ++at_;
-    skipSpace();
-    const char quote = *at_;
-    if (quote != '"' && quote != '\'') return fail("an attribute's value must be quoted");
-    const char* value = ++at_;
-    while (at_ != end_ && *at_ != quote && *at_ != '<') ++at_;
-    if (*at_ != quote) return fail("an attribute's value is not closed");
-    if (!isUtf8({value, static_cast<std::size_t>(at_ - value)})) return fail("an attribute is not UTF-8");
-    ++at_;
-  }
-}
-
 bool XmlParser::closeTag(std::string_view name, bool& canonical) {
   const char* start = at_;
   if (at_[0] == '<' && at_[1] == '/' && std::memcmp(at_ + 2, name.data(), name.size()) == 0) {
@@ -252,72 +106,6 @@ bool XmlParser::closeTag(std::string_view name, bool& canonical) {
   const std::string expected = "expected </" + std::string(name) + ">";
   if (start == end_ || at_ == end_) return fail(expected + ", but the file ends");
   return failAt(start, expected);
-}
-
-bool XmlParser::character(bool& plain) {
-  const char c = *at_;
-  if (c == '\t' || c == '\n') {
-    ++at_;
-    return true;
-  }
-  if (c == '\r') {
-    plain = false;
-    ++at_;
-    return true;
-  }
-  if (c == '&') {
-    const auto reference =
-        parseReference({at_, std::min(static_cast<std::size_t>(end_ - at_), std::size_t{64})});
-    if (!reference) return fail("\"&\" does not begin a known character reference");
-    plain = false;
-    at_ += reference->length;
-    return true;
-  }
-  if (static_cast<std::uint8_t>(c) < 0x80) {
-    return at_ == end_ ? fail("the file ends inside an element")
-                       : fail("the control character " + printable(c) + " is not allowed");
-  }
-  const std::size_t length = utf8SequenceLength(at_);
-  if (length == 0) return fail("the byte " + printable(c) + " is not UTF-8");
-  if (matches(at_, "\xEF\xBF\xBE") || matches(at_, "\xEF\xBF\xBF")) {
-    return fail("U+FFFE and U+FFFF are no characters");
-  }
-  at_ += length;
-  return true;
-}
-
-bool XmlParser::characterData(std::string_view name, bool& plain) {
-  for (;;) {
-    at_ = findTextStop(at_);
-    if (*at_ != '<') {
-      if (!character(plain)) return false;
-      continue;
-    }
-    if (at_[1] == '/') return true;
-    plain = false;
-    if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
-    } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
-    } else if (matches(at_, "<![CDATA[")) {
-      const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-      const std::size_t close = rest.find("]]>");
-      if (close == std::string_view::npos) return fail("the CDATA section is not closed");
-      const char* stop = at_ + close;
-      at_ += sizeof "<![CDATA[" - 1;
-      while (at_ < stop) {
-        if (*at_ == '<' || *at_ == '&' || static_cast<signed char>(*at_) >= ' ') {
-          ++at_;
-        } else if (!character(plain)) {
-          return false;
-        }
-      }
-      at_ = stop + 3;
-    } else {
-      return fail(at_ + 1 == end_ ? "the file ends inside an element"
-                                  : "expected </" + std::string(name) + ">, found another tag");
-    }
-  }
 }
 
 bool XmlParser::checkScalar(Name name, std::string_view content, const char* place) {
@@ -481,8 +269,9 @@ bool XmlParser::parseValues(bool inside_plist) {
     }
     const bool in_dictionary = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
     if (*at_ == '<' && at_[1] == '/') {
-      if (open_.empty())
+      if (open_.empty()) {
         return fail(inside_plist ? "<plist> holds no value" : "a closing tag without its opening");
+      }
       if (!closeContainer()) return false;
       expects_key_ = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
       continue;

@@ -23,7 +23,7 @@ class XmlParser {
   /// False when the text is no property list; error() then says why.
   bool run();
 
-  std::vector<XmlElement> takeElements() { return std::move(elements_); }
+  XmlElements takeElements() { return std::move(elements_); }
   /// "line 12: ..."
   std::string error() const;
 
@@ -73,7 +73,7 @@ class XmlParser {
   const char* end_;
   const char* at_;
   XmlEncoding encoding_;
-  std::vector<XmlElement> elements_;
+  XmlElements elements_;
   std::vector<Node> open_;
   bool expects_key_ = false;
   bool doctype_seen_ = false;

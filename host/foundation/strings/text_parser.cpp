@@ -57,7 +57,7 @@ bool TextParser::skipSpace() {
       const std::size_t close = text_.find("*/", at_ + 2);
       if (close == std::string_view::npos) {
         const std::size_t begin = std::exchange(at_, text_.size());
-        return fail(begin, "expected \"*/\" at the end of the comment that begins here");
+        return fail(begin, R"(expected "*/" at the end of the comment that begins here)");
       }
       at_ = close + 2;
     } else {
@@ -77,7 +77,7 @@ bool TextParser::entry(Entries& entries) {
   }
   if (atEnd() || text_[at_] != ';') {
     const char* expected =
-        has_value ? "expected \";\" after the text of \"" : "expected \"=\" or \";\" after \"";
+        has_value ? R"(expected ";" after the text of ")" : R"(expected "=" or ";" after ")";
     return fail(expected + key + "\", found " + found());
   }
   ++at_;
@@ -112,7 +112,7 @@ bool TextParser::quoted(std::string& token) {
 }
 
 bool TextParser::escape(std::string& token) {
-  if (atEnd()) return fail("expected a character after \"\\\", found the end of the file");
+  if (atEnd()) return fail(R"(expected a character after "\", found the end of the file)");
   const char c = text_[at_++];
   switch (c) {
     case 'a':
@@ -147,7 +147,7 @@ bool TextParser::escape(std::string& token) {
     token.push_back(c);
     return true;
   }
-  char32_t character = static_cast<char32_t>(c - '0');
+  auto character = static_cast<char32_t>(c - '0');
   for (int digits = 1; digits < 3 && !atEnd() && isOctal(text_[at_]); ++digits) {
     character = character * 8 + static_cast<char32_t>(text_[at_++] - '0');
   }
@@ -168,7 +168,7 @@ bool TextParser::hexUnit(char16_t& unit) {
 
 bool TextParser::unicodeEscape(std::string& token) {
   char16_t unit = 0;
-  if (!hexUnit(unit)) return fail("expected four hexadecimal digits after \"\\U\"");
+  if (!hexUnit(unit)) return fail(R"(expected four hexadecimal digits after "\U")");
   char32_t character = unit;
   if (unit >= 0xD800 && unit < 0xDC00) {
     const std::size_t after = at_;

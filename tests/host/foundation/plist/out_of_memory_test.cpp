@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <new>
 
+#include "host/foundation/files/recycled_memory.hpp"
 #include "host/foundation/files/replace_file.hpp"
 #include "host/foundation/plist/splice.hpp"
 #include "host/foundation/strings/table.hpp"
@@ -55,12 +56,14 @@ using wispen::testing::TemporaryFolder;
 /// After each run nothing may be left over; `work` says whether it succeeded.
 template <class Work>
 long refuseEach(Work work) {
+  files::freeKeptBlocks();
   for (long k = 1;; ++k) {
     const long blocks_before = blocks;
     requests = 0;
     refuse_at = k;
     const bool succeeded = work();
     refuse_at = 0;
+    files::freeKeptBlocks();
     EXPECT_EQ(blocks, blocks_before) << "leaked when request " << k << " was refused";
     if (requests < k) {
       EXPECT_TRUE(succeeded);
