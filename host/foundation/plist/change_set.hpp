@@ -46,6 +46,10 @@ class ChangeSet {
     const std::optional<std::string_view> in_place = contents.textInPlace(key);
     return in_place ? find(*in_place) : find(std::string_view{contents.text(key)});
   }
+  /// The key of the only change there is, or null.
+  const std::string* onlyKey() const {
+    return effective_.size() == 1 ? &effective_.front().change->key : nullptr;
+  }
   const std::vector<Effective>& effective() const { return effective_; }
 
  private:

@@ -87,19 +87,8 @@ std::size_t XmlContents::count(Node container) const {
 std::optional<Node> XmlContents::find(Node dictionary, std::string_view key) const {
   std::optional<Node> found;
   const Node end = elements_[dictionary].next;
-  const char* source = source_.data();
-  const std::size_t plain_length = key.size() + sizeof "<key></key>" - 1;
   for (Node at = dictionary + 1; at != end; at = elements_[at + 1].next) {
-    const XmlElement& element = elements_[at];
-    // Nearly all keys are plain text in plain tags: then equal lengths and bytes decide.
-    if (element.has(XmlElement::kPlain) && element.open_tag_length == sizeof "<key>" - 1) {
-      if (element.end - element.begin == plain_length &&
-          key.compare(std::string_view(source + element.begin + element.open_tag_length, key.size())) == 0) {
-        found = at + 1;
-      }
-    } else if (text(at) == key) {
-      found = at + 1;
-    }
+    if (keyIs(at, key)) found = at + 1;
   }
   return found;
 }

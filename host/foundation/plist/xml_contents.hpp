@@ -68,6 +68,17 @@ class XmlContents final : public Contents {
   }
   std::optional<Node> find(Node dictionary, std::string_view key) const override;
 
+  /// Whether a dictionary's key says this. Nearly all keys are plain text in plain tags: then equal lengths
+  /// and bytes decide.
+  bool keyIs(Node node, std::string_view key) const {
+    constexpr std::size_t kOpen = sizeof "<key>" - 1;
+    constexpr std::size_t kTags = sizeof "<key></key>" - 1;
+    const XmlElement& element = elements_[node];
+    if (!element.has(XmlElement::kPlain) || element.open_tag_length != kOpen) return text(node) == key;
+    return element.end - element.begin == key.size() + kTags &&
+           source_.view().substr(element.begin + kOpen, key.size()) == key;
+  }
+
   XmlEncoding encoding() const { return encoding_; }
   /// The whole file as UTF-8, its byte order mark included.
   std::string_view source() const { return source_.view(); }

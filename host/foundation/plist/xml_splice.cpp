@@ -48,10 +48,13 @@ class XmlSplicer {
   /// Keys of the entries that changes are about; notes the last entry in passing.
   std::vector<Node> findChanged() {
     std::vector<Node> changed;
+    const std::string* only = changes_.onlyKey();
     last_key_ = contents_.end(0);
     for (Position at = contents_.first(0); at != contents_.end(0); at = contents_.next(0, at)) {
       last_key_ = at;
-      if (changes_.findIn(contents_, at) != nullptr) changed.push_back(at);
+      const bool found =
+          only != nullptr ? contents_.keyIs(at, *only) : changes_.findIn(contents_, at) != nullptr;
+      if (found) changed.push_back(at);
     }
     return changed;
   }
