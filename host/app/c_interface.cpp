@@ -195,7 +195,7 @@ extern "C" {
 
 [[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
   const auto& names = wispen::posted_notifications();
-  return index < names.size() ? names[index].c_str() : nullptr;
+  return index < names.size() ? names[index]->c_str() : nullptr;
 }
 
 [[gnu::visibility("default")]] int wispen_host_listen(const char* name, wispen_host_listener listener,
