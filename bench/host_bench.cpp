@@ -16,7 +16,7 @@
 #include "host/wispen_host.h"
 #include "platform/Preferences.hpp"
 #include "rootpath/rootpath.h"
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace {
 

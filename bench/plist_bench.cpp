@@ -75,9 +75,9 @@ Tree sample(int keys) {
   return members;
 }
 
-std::string keyOf(int keys) { return "preferenceKey" + std::to_string(keys / 2); }
+std::string key_of(int keys) { return "preferenceKey" + std::to_string(keys / 2); }
 
-void bareRead(const std::string& path, std::string& buffer) {
+void bare_read(const std::string& path, std::string& buffer) {
   const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat status = {};
   require(::fstat(file, &status) == 0 &&
@@ -85,13 +85,13 @@ void bareRead(const std::string& path, std::string& buffer) {
   ::close(file);
 }
 
-void readOne(const std::string& path, const std::string& key) {
+void read_one(const std::string& path, const std::string& key) {
   const wispen::Result<Document> document = Document::read(path);
   require(document.ok() && document->root().find(key).has_value());
 }
 
-void libplistRead(const std::string& path, const std::string& key, Format format, std::string& buffer) {
-  bareRead(path, buffer);
+void libplist_read(const std::string& path, const std::string& key, Format format, std::string& buffer) {
+  bare_read(path, buffer);
   plist_t list = nullptr;
   const auto size = static_cast<std::uint32_t>(buffer.size());
   format == Format::Xml ? plist_from_xml(buffer.data(), size, &list)
@@ -100,20 +100,20 @@ void libplistRead(const std::string& path, const std::string& key, Format format
   plist_free(list);
 }
 
-void benchReading(const std::string& folder) {
+void bench_reading(const std::string& folder) {
   for (const Format format : {Format::Xml, Format::Binary}) {
     for (const int keys : {10, 100, 1000, 10000}) {
       const std::string bytes = *encode(sample(keys), format);
       const std::string path = folder + "/read.plist";
       require(wispen::files::replace(path, bytes).ok());
       std::string buffer(bytes.size(), '\0');
-      const std::string key = keyOf(keys);
+      const std::string key = key_of(keys);
       const std::string row =
           std::string("read ") + (format == Format::Xml ? "XML " : "binary ") + std::to_string(keys);
       measure(row,
-              {{"bare", [&] { bareRead(path, buffer); }},
-               {"wispen", [&] { readOne(path, key); }},
-               {"libplist", [&] { libplistRead(path, key, format, buffer); }}},
+              {{"bare", [&] { bare_read(path, buffer); }},
+               {"wispen", [&] { read_one(path, key); }},
+               {"libplist", [&] { libplist_read(path, key, format, buffer); }}},
               keys < 1000 ? 1 : 2);
     }
   }
@@ -123,16 +123,16 @@ void benchReading(const std::string& folder) {
   measure("thirty rows, XML 100",
           {{"bare",
             [&] {
-              for (int i = 0; i < 30; ++i) bareRead(path, buffer);
+              for (int i = 0; i < 30; ++i) bare_read(path, buffer);
             }},
            {"wispen",
             [&] {
-              for (int i = 0; i < 30; ++i) readOne(path, "preferenceKey" + std::to_string(i * 3));
+              for (int i = 0; i < 30; ++i) read_one(path, "preferenceKey" + std::to_string(i * 3));
             }}},
           1);
 }
 
-void bareWrite(const std::string& folder, const std::string& path, const std::string& bytes, bool durable) {
+void bare_write(const std::string& folder, const std::string& path, const std::string& bytes, bool durable) {
   const std::string temporary = folder + "/bare.tmp";
   const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
   require(::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
@@ -146,8 +146,8 @@ void bareWrite(const std::string& folder, const std::string& path, const std::st
 }
 
 /// Each writer has a folder of its own, as a page has the folder of its file.
-void benchWriting(const std::string& folder, const std::string& bare_folder, const std::string& where,
-                  bool durable) {
+void bench_writing(const std::string& folder, const std::string& bare_folder, const std::string& where,
+                   bool durable) {
   for (const Format format : {Format::Xml, Format::Binary}) {
     for (const int keys : {10, 100, 1000, 10000}) {
       const std::string bytes = *encode(sample(keys), format);
@@ -159,10 +159,10 @@ void benchWriting(const std::string& folder, const std::string& bare_folder, con
           "write " + where + (format == Format::Xml ? " XML " : " binary ") + std::to_string(keys);
       measure(row,
               {{durable ? "bare write+sync+rename+sync" : "bare write+rename",
-                [&] { bareWrite(bare_folder, bare, bytes, durable); }},
+                [&] { bare_write(bare_folder, bare, bytes, durable); }},
                {"wispen",
                 [&] {
-                  require(updateFile(path, {{keyOf(keys), ++turn}}).ok());
+                  require(update_file(path, {{key_of(keys), ++turn}}).ok());
                 }}},
               durable ? 3 : 1);
     }
@@ -191,13 +191,13 @@ class Folder {
 
 int main() {
   const Folder disk(".");
-  benchReading(disk.path());
+  bench_reading(disk.path());
   const Folder bare_disk(".");
-  benchWriting(disk.path(), bare_disk.path(), "disk", true);
+  bench_writing(disk.path(), bare_disk.path(), "disk", true);
   if (std::filesystem::is_directory("/dev/shm")) {
     const Folder memory("/dev/shm");
     const Folder bare_memory("/dev/shm");
-    benchWriting(memory.path(), bare_memory.path(), "memory", false);
+    bench_writing(memory.path(), bare_memory.path(), "memory", false);
   }
   return 0;
 }

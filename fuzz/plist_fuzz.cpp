@@ -29,7 +29,7 @@ Document reread(const wispen::Result<std::string>& bytes) {
   return *std::move(document);
 }
 
-void checkWriting(const Tree& tree, Format format) {
+void check_writing(const Tree& tree, Format format) {
   const wispen::Result<std::string> binary = encode(tree, Format::Binary);
   if (binary) require(Tree::of(reread(binary).root()) == tree, "binary holds every value");
   const wispen::Result<std::string> xml = encode(tree, Format::Xml);
@@ -41,13 +41,13 @@ void checkWriting(const Tree& tree, Format format) {
 }
 
 /// Whether the dictionary has this very value, or, for null, no such key.
-void checkEntry(const Document& document, const std::string& key, const Tree* value) {
+void check_entry(const Document& document, const std::string& key, const Tree* value) {
   const std::optional<Value> found = document.root().find(key);
   require(found.has_value() == (value != nullptr), "a key is there exactly when it should be");
   if (value != nullptr) require(Tree::of(*found) == *value, "a key has the value it should have");
 }
 
-void checkSplicing(const Document& document, const Dictionary& members) {
+void check_splicing(const Document& document, const Dictionary& members) {
   const Tree value(Array{true, "\xF0\x9F\x98\x80", Dictionary{{"<&>", 1.5}}});
   std::vector<Change> changes = {{"a new key", value}};
   if (!members.empty()) changes.push_back({members.front().key, std::nullopt});
@@ -60,9 +60,9 @@ void checkSplicing(const Document& document, const Dictionary& members) {
     for (const Change& change : changes) {
       if (change.key == member.key) expected = change.value ? &*change.value : nullptr;
     }
-    checkEntry(changed, member.key, expected);
+    check_entry(changed, member.key, expected);
   }
-  if (members.empty() || members.front().key != "a new key") checkEntry(changed, "a new key", &value);
+  if (members.empty() || members.front().key != "a new key") check_entry(changed, "a new key", &value);
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const Tree tree = Tree::of(document->root());
-  checkWriting(tree, document->format());
-  if (const Dictionary* members = tree.as<Dictionary>()) checkSplicing(*document, *members);
+  check_writing(tree, document->format());
+  if (const Dictionary* members = tree.as<Dictionary>()) check_splicing(*document, *members);
   return 0;
 }

@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (table.error()) require(table.error()->message.starts_with("fuzz: "), "an error names the file");
   std::string text;
   for (const auto& [key, value] : table.entries()) {
-    require(wispen::plist::isUtf8(key) && wispen::plist::isUtf8(value), "texts are UTF-8");
+    require(wispen::plist::is_utf8(key) && wispen::plist::is_utf8(value), "texts are UTF-8");
     text += quoted(key) + " = " + quoted(value) + ";\n";
   }
   const Table again = Table::parse(text, "again");

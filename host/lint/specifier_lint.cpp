@@ -28,7 +28,7 @@ std::string string_at(const Value& item, std::string_view key) {
 
 bool is_number(const Value& value) { return value.is(Type::Integer) || value.is(Type::Real); }
 double number_of(const Value& value) {
-  return value.is(Type::Real) ? value.real() : static_cast<double>(value.integer().signedValue());
+  return value.is(Type::Real) ? value.real() : static_cast<double>(value.integer().signed_value());
 }
 
 bool fits(const Value& value, Holds holds) {
@@ -141,7 +141,7 @@ class ListCheck {
     const KnownKey* const known = find_known_key(key);
     if (known == nullptr) return add(Severity::Warning, "nobody knows the key \"" + key + "\"");
     if (!fits(value, known->holds)) {
-      return add(Severity::Error, "\"" + key + "\" holds " + plist::nameOf(value.type()) +
+      return add(Severity::Error, "\"" + key + "\" holds " + plist::name_of(value.type()) +
                                       ", and should hold " + std::string(description(known->holds)));
     }
     switch (known->holds) {

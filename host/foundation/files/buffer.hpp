@@ -19,7 +19,7 @@ class Buffer {
   Buffer() : Buffer(0) {}
   /// Room for `capacity` bytes, none of them used yet. What they hold is undefined.
   explicit Buffer(std::size_t capacity)
-      : bytes_(static_cast<char*>(takeBlock(capacity + kPadding)), Giver{capacity + kPadding}),
+      : bytes_(static_cast<char*>(take_block(capacity + kPadding)), Giver{capacity + kPadding}),
         capacity_(capacity) {
     resize(0);
   }
@@ -43,7 +43,7 @@ class Buffer {
  private:
   struct Giver {
     std::size_t size = 0;
-    void operator()(char* block) const noexcept { giveBlock(block, size); }
+    void operator()(char* block) const noexcept { give_block(block, size); }
   };
 
   std::unique_ptr<char[], Giver> bytes_;

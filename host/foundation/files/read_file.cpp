@@ -23,9 +23,9 @@ std::string sentence(const std::string& path, std::size_t limit, int error_numbe
 }
 
 /// 0, or the kernel's number for what went wrong.
-int readAll(const std::string& path, std::size_t limit, const SystemCalls& calls, Buffer& bytes) {
+int read_all(const std::string& path, std::size_t limit, const SystemCalls& calls, Buffer& bytes) {
   // O_NONBLOCK: a pipe without a writer would hold the open for ever.
-  const Descriptor file(openRetrying(calls, AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC),
+  const Descriptor file(open_retrying(calls, AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC),
                         calls);
   if (!file.valid()) return errno;
 
@@ -64,7 +64,7 @@ Result<Buffer> read(const std::string& path, std::size_t limit, const SystemCall
   error = ENOMEM;
   try {
     Buffer bytes;
-    error = readAll(path, limit, calls, bytes);
+    error = read_all(path, limit, calls, bytes);
     if (error == 0) return bytes;
     return Error{sentence(path, limit, error)};
   } catch (const std::bad_alloc&) {

@@ -28,19 +28,19 @@ constexpr std::size_t kLargest = std::size_t{1} << 20;
 constexpr std::size_t kClasses = std::bit_width(kLargest / kSmallest);
 constexpr std::size_t kPerClass = 2;  // a file and its index may be of the same size
 
-bool isKept(std::size_t size) { return kRecycles && size <= kLargest; }
+bool is_kept(std::size_t size) { return kRecycles && size <= kLargest; }
 
 /// All blocks of a class have the same size, a power of two, so that one is as good as another.
-std::size_t blockSize(std::size_t size) {
-  return isKept(size) ? std::bit_ceil(std::max(size, kSmallest)) : std::max(size, std::size_t{1});
+std::size_t block_size(std::size_t size) {
+  return is_kept(size) ? std::bit_ceil(std::max(size, kSmallest)) : std::max(size, std::size_t{1});
 }
 
-std::size_t classOf(std::size_t size) {
-  return static_cast<std::size_t>(std::bit_width(blockSize(size) / kSmallest)) - 1;
+std::size_t class_of(std::size_t size) {
+  return static_cast<std::size_t>(std::bit_width(block_size(size) / kSmallest)) - 1;
 }
 
 void release(void* block, std::size_t size) noexcept {
-  std::allocator<char>().deallocate(static_cast<char*>(block), blockSize(size));
+  std::allocator<char>().deallocate(static_cast<char*>(block), block_size(size));
 }
 
 struct Shelf {
@@ -73,18 +73,18 @@ Shelves& shelves() {
 
 }  // namespace
 
-void* takeBlock(std::size_t size) {
-  if (isKept(size) && !shelves_closed) {
-    Shelf& shelf = shelves().shelves[classOf(size)];
+void* take_block(std::size_t size) {
+  if (is_kept(size) && !shelves_closed) {
+    Shelf& shelf = shelves().shelves[class_of(size)];
     if (shelf.count > 0) return shelf.blocks[--shelf.count];
   }
-  return std::allocator<char>().allocate(blockSize(size));
+  return std::allocator<char>().allocate(block_size(size));
 }
 
-void giveBlock(void* block, std::size_t size) noexcept {
+void give_block(void* block, std::size_t size) noexcept {
   if (block == nullptr) return;
-  if (isKept(size) && !shelves_closed) {
-    Shelf& shelf = shelves().shelves[classOf(size)];
+  if (is_kept(size) && !shelves_closed) {
+    Shelf& shelf = shelves().shelves[class_of(size)];
     if (shelf.count < kPerClass) {
       shelf.blocks[shelf.count++] = block;
       return;
@@ -93,7 +93,7 @@ void giveBlock(void* block, std::size_t size) noexcept {
   release(block, size);
 }
 
-void freeKeptBlocks() noexcept {
+void free_kept_blocks() noexcept {
   if (!shelves_closed) shelves().clear();
 }
 

@@ -10,12 +10,12 @@ namespace wispen::files {
 /// A page reads a whole file for each of its rows. An allocator that has just been handed thousands of small
 /// objects sorts them all when it is asked for a large block, which can take longer than reading the file; so
 /// each thread keeps a few blocks of every size up to a megabyte that it gave back.
-void* takeBlock(std::size_t size);
-/// Gives back what takeBlock(size) gave, on whichever thread.
-void giveBlock(void* block, std::size_t size) noexcept;
+void* take_block(std::size_t size);
+/// Gives back what take_block(size) gave, on whichever thread.
+void give_block(void* block, std::size_t size) noexcept;
 
 /// Frees the blocks that the calling thread keeps.
-void freeKeptBlocks() noexcept;
+void free_kept_blocks() noexcept;
 
 /// Lets a standard container live in such blocks.
 template <class T>
@@ -26,8 +26,8 @@ struct RecyclingAllocator {
   template <class U>
   RecyclingAllocator(const RecyclingAllocator<U>&) {}  // NOLINT(google-explicit-constructor)
 
-  T* allocate(std::size_t count) { return static_cast<T*>(takeBlock(count * sizeof(T))); }
-  void deallocate(T* block, std::size_t count) noexcept { giveBlock(block, count * sizeof(T)); }
+  T* allocate(std::size_t count) { return static_cast<T*>(take_block(count * sizeof(T))); }
+  void deallocate(T* block, std::size_t count) noexcept { give_block(block, count * sizeof(T)); }
   friend bool operator==(RecyclingAllocator, RecyclingAllocator) { return true; }
 };
 

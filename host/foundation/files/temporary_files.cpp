@@ -26,7 +26,7 @@ constexpr std::string_view kPrefix = ".wispen-";
 constexpr std::string_view kSuffix = ".tmp";
 
 /// The process that a temporary file's name holds; nothing for any other name.
-std::optional<pid_t> processOf(std::string_view name) {
+std::optional<pid_t> process_of(std::string_view name) {
   if (!name.starts_with(kPrefix) || !name.ends_with(kSuffix)) return std::nullopt;
   const std::string_view middle =
       name.substr(kPrefix.size(), name.size() - std::min(name.size(), kPrefix.size() + kSuffix.size()));
@@ -50,7 +50,7 @@ void sweep(int folder, const SystemCalls& calls) {
     return;
   }
   while (const dirent* entry = ::readdir(entries)) {
-    const std::optional<pid_t> process = processOf(entry->d_name);
+    const std::optional<pid_t> process = process_of(entry->d_name);
     if (process && !lives(*process)) calls.unlinkat(folder, entry->d_name, 0);
   }
   ::closedir(entries);
@@ -68,7 +68,7 @@ std::array<Sweep, 8> sweeps;
 std::size_t next_slot = 0;
 pid_t sweeps_owner = 0;
 
-bool isDue(std::string_view path) {
+bool is_due(std::string_view path) {
   // Never waits: in a process forked while another thread held the lock it stays held, and sweeping once too
   // often does no harm.
   const std::unique_lock lock(sweeps_mutex, std::try_to_lock);
@@ -90,21 +90,21 @@ bool isDue(std::string_view path) {
 
 }  // namespace
 
-Descriptor createTemporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls) {
+Descriptor create_temporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls) {
   static std::atomic<std::uint64_t> count = 0;
   constexpr int kAttempts = 16;  // a dead process with our number may have left some of our names behind
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     name = std::string(kPrefix) + std::to_string(::getpid()) + "-" + std::to_string(count++) +
            std::string(kSuffix);
-    const int file =
-        openRetrying(calls, folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+    const int file = open_retrying(calls, folder, name.c_str(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
     if (file >= 0 || errno != EEXIST) return {file, calls};
   }
   return {-1, calls};
 }
 
-void sweepStaleTemporaries(int folder, std::string_view path, const SystemCalls& calls) {
-  if (isDue(path)) sweep(folder, calls);
+void sweep_stale_temporaries(int folder, std::string_view path, const SystemCalls& calls) {
+  if (is_due(path)) sweep(folder, calls);
 }
 
 }  // namespace wispen::files

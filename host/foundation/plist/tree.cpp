@@ -13,7 +13,7 @@ namespace wispen::plist {
 
 namespace {
 
-Dictionary dictionaryOf(const Value& value) {
+Dictionary dictionary_of(const Value& value) {
   constexpr std::size_t kFew = 16;
   Dictionary members;
   std::unordered_map<std::string, std::size_t> places;
@@ -60,7 +60,7 @@ Tree Tree::of(const Value& value) {
       return array;
     }
     case Type::Dictionary:
-      return dictionaryOf(value);
+      return dictionary_of(value);
   }
   return {};
 }
@@ -85,11 +85,11 @@ bool operator==(const Tree& left, const Tree& right) {
 
 Result<std::string> encode(const Tree& tree, Format format) {
   try {
-    if (const char* reason = findUnwritable(tree, 1)) return Error{reason};
+    if (const char* reason = find_unwritable(tree, 1)) return Error{reason};
     if (format == Format::Xml) {
-      if (std::optional<std::string> reason = findUnholdableByXml(tree)) return Error{*std::move(reason)};
+      if (std::optional<std::string> reason = find_unholdable_by_xml(tree)) return Error{*std::move(reason)};
     }
-    std::string bytes = format == Format::Xml ? encodeXml(tree) : encodeBinary(tree);
+    std::string bytes = format == Format::Xml ? encode_xml(tree) : encode_binary(tree);
     if (bytes.size() > kMaxFileSize) return Error{kTooLarge};
     return bytes;
   } catch (const std::bad_alloc&) {

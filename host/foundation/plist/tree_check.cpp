@@ -17,9 +17,9 @@ constexpr char32_t kDate = 0xFFFFFFFF;
 // The walks give back no sentences: these would make each of up to kMaxDepth stack frames several times as
 // big.
 std::optional<char32_t> obstacle(const Tree& tree) {
-  if (const auto* text = tree.as<std::string>()) return findUnholdable(*text);
+  if (const auto* text = tree.as<std::string>()) return find_unholdable(*text);
   if (const auto* date = tree.as<Date>()) {
-    return formatDate(date->seconds) ? std::nullopt : std::optional<char32_t>(kDate);
+    return format_date(date->seconds) ? std::nullopt : std::optional<char32_t>(kDate);
   }
   if (const auto* array = tree.as<Array>()) {
     for (const Tree& element : *array) {
@@ -28,7 +28,7 @@ std::optional<char32_t> obstacle(const Tree& tree) {
   }
   if (const auto* dictionary = tree.as<Dictionary>()) {
     for (const Member& member : *dictionary) {
-      if (const auto found = findUnholdable(member.key)) return found;
+      if (const auto found = find_unholdable(member.key)) return found;
       if (const auto found = obstacle(member.value)) return found;
     }
   }
@@ -46,11 +46,13 @@ std::optional<std::string> sentence(std::optional<char32_t> obstacle) {
 
 }  // namespace
 
-const char* findUnwritable(std::string_view text) { return isUtf8(text) ? nullptr : "a string is not UTF-8"; }
+const char* find_unwritable(std::string_view text) {
+  return is_utf8(text) ? nullptr : "a string is not UTF-8";
+}
 
-const char* findUnwritable(const Tree& tree, std::size_t depth) {
+const char* find_unwritable(const Tree& tree, std::size_t depth) {
   static_assert(kMaxDepth == 512, "the sentence below names it");
-  if (const auto* text = tree.as<std::string>()) return findUnwritable(std::string_view{*text});
+  if (const auto* text = tree.as<std::string>()) return find_unwritable(std::string_view{*text});
   const auto* array = tree.as<Array>();
   const auto* dictionary = tree.as<Dictionary>();
   // In XML a UID is a dictionary too.
@@ -60,22 +62,22 @@ const char* findUnwritable(const Tree& tree, std::size_t depth) {
   }
   if (array != nullptr) {
     for (const Tree& element : *array) {
-      if (const char* reason = findUnwritable(element, depth + 1)) return reason;
+      if (const char* reason = find_unwritable(element, depth + 1)) return reason;
     }
   }
   if (dictionary != nullptr) {
     for (const Member& member : *dictionary) {
-      if (const char* reason = findUnwritable(std::string_view{member.key})) return reason;
-      if (const char* reason = findUnwritable(member.value, depth + 1)) return reason;
+      if (const char* reason = find_unwritable(std::string_view{member.key})) return reason;
+      if (const char* reason = find_unwritable(member.value, depth + 1)) return reason;
     }
   }
   return nullptr;
 }
 
-std::optional<std::string> findUnholdableByXml(std::string_view text) {
-  return sentence(findUnholdable(text));
+std::optional<std::string> find_unholdable_by_xml(std::string_view text) {
+  return sentence(find_unholdable(text));
 }
 
-std::optional<std::string> findUnholdableByXml(const Tree& tree) { return sentence(obstacle(tree)); }
+std::optional<std::string> find_unholdable_by_xml(const Tree& tree) { return sentence(obstacle(tree)); }
 
 }  // namespace wispen::plist

@@ -9,8 +9,8 @@
 
 namespace wispen::plist {
 
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
-inline bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
+inline bool is_digit(char c) { return c >= '0' && c <= '9'; }
+inline bool is_space(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
 /// Compares a few bytes known when compiling, which becomes one or two comparisons of words. May look past
 /// the text's end, into the padding.

@@ -55,22 +55,22 @@ class XmlContents final : public Contents {
   std::uint64_t uid(Node) const override { return 0; }
   std::vector<std::uint8_t> data(Node node) const override;
   std::string text(Node node) const override;
-  std::optional<std::string_view> textInPlace(Node node) const override;
+  std::optional<std::string_view> text_in_place(Node node) const override;
   std::size_t count(Node container) const override;
   Position first(Node container) const override { return container + 1; }
   Position end(Node container) const override { return elements_[container].next; }
   Position next(Node container, Position position) const override {
-    return elements_[valueAt(container, position)].next;
+    return elements_[value_at(container, position)].next;
   }
-  Node keyAt(Node, Position position) const override { return position; }
-  Node valueAt(Node container, Position position) const override {
+  Node key_at(Node, Position position) const override { return position; }
+  Node value_at(Node container, Position position) const override {
     return type(container) == Type::Dictionary ? position + 1 : position;
   }
   std::optional<Node> find(Node dictionary, std::string_view key) const override;
 
   /// Whether a dictionary's key says this. Nearly all keys are plain text in plain tags: then equal lengths
   /// and bytes decide.
-  bool keyIs(Node node, std::string_view key) const {
+  bool key_is(Node node, std::string_view key) const {
     constexpr std::size_t kOpen = sizeof "<key>" - 1;
     constexpr std::size_t kTags = sizeof "<key></key>" - 1;
     const XmlElement& element = elements_[node];

@@ -11,32 +11,32 @@
 
 namespace wispen::plist {
 
-void XmlParser::skipSpace() {
-  while (isSpace(*at_)) ++at_;
+void XmlParser::skip_space() {
+  while (is_space(*at_)) ++at_;
 }
 
-bool XmlParser::skipComment() {
+bool XmlParser::skip_comment() {
   const char* start = at_;
   const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
   const std::size_t close = rest.find("-->", 4);
-  if (close == std::string_view::npos) return failAt(start, "the comment is not closed");
-  if (utf8ErrorOffset(rest.substr(0, close)) != close) return fail("the comment is not UTF-8");
+  if (close == std::string_view::npos) return fail_at(start, "the comment is not closed");
+  if (utf8_error_offset(rest.substr(0, close)) != close) return fail("the comment is not UTF-8");
   at_ += close + 3;
   return true;
 }
 
-bool XmlParser::skipInstruction() {
+bool XmlParser::skip_instruction() {
   const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
   const std::size_t close = rest.find("?>");
   if (close == std::string_view::npos) return fail("the processing instruction is not closed");
   const std::string_view instruction = rest.substr(0, close);
-  if (utf8ErrorOffset(instruction) != close) return fail("the processing instruction is not UTF-8");
-  if (instruction.starts_with("<?xml") && !checkEncoding(instruction)) return false;
+  if (utf8_error_offset(instruction) != close) return fail("the processing instruction is not UTF-8");
+  if (instruction.starts_with("<?xml") && !check_encoding(instruction)) return false;
   at_ += close + 2;
   return true;
 }
 
-bool XmlParser::checkEncoding(std::string_view instruction) {
+bool XmlParser::check_encoding(std::string_view instruction) {
   const std::size_t attribute = instruction.find("encoding");
   if (attribute == std::string_view::npos) return true;
   const std::size_t open = instruction.find_first_of("\"'", attribute);
@@ -53,7 +53,7 @@ bool XmlParser::checkEncoding(std::string_view instruction) {
   return fail("the encoding " + name + " is not supported");
 }
 
-bool XmlParser::skipDoctype() {
+bool XmlParser::skip_doctype() {
   if (doctype_seen_) return fail("a second document type");
   doctype_seen_ = true;
   char quote = 0;
@@ -64,9 +64,9 @@ bool XmlParser::skipDoctype() {
       quote = *c;
     } else if (*c == '[') {
       // An internal subset can define entities, and entities of entities without end.
-      return failAt(c, "a document type with an internal subset is not supported");
+      return fail_at(c, "a document type with an internal subset is not supported");
     } else if (*c == '>') {
-      if (!isUtf8({at_, static_cast<std::size_t>(c - at_)})) return fail("the document type is not UTF-8");
+      if (!is_utf8({at_, static_cast<std::size_t>(c - at_)})) return fail("the document type is not UTF-8");
       at_ = c + 1;
       return true;
     }
@@ -74,22 +74,22 @@ bool XmlParser::skipDoctype() {
   return fail("the document type is not closed");
 }
 
-bool XmlParser::skipMisc(bool doctype_allowed) {
+bool XmlParser::skip_misc(bool doctype_allowed) {
   for (;;) {
-    skipSpace();
+    skip_space();
     if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
+      if (!skip_comment()) return false;
     } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
+      if (!skip_instruction()) return false;
     } else if (doctype_allowed && matches(at_, "<!DOCTYPE")) {
-      if (!skipDoctype()) return false;
+      if (!skip_doctype()) return false;
     } else {
       return true;
     }
   }
 }
 
-bool XmlParser::openTagWithExtras(Tag& tag) {
+bool XmlParser::open_tag_with_extras(Tag& tag) {
   const char* start = at_;
   const char* name_end = at_ + 1;
   while (*name_end >= 'a' && *name_end <= 'z') ++name_end;
@@ -98,16 +98,16 @@ bool XmlParser::openTagWithExtras(Tag& tag) {
     if (name != spelling(static_cast<Name>(i))) continue;
     tag.name = static_cast<Name>(i);
     at_ = name_end;
-    if (!isSpace(*at_) && *at_ != '>' && *at_ != '/') break;
-    return skipAttributes(tag.empty);
+    if (!is_space(*at_) && *at_ != '>' && *at_ != '/') break;
+    return skip_attributes(tag.empty);
   }
   if (start + 1 == end_) return fail("the file ends inside a tag");
-  return failAt(start, "<" + std::string(name) + "...> is no element of a property list");
+  return fail_at(start, "<" + std::string(name) + "...> is no element of a property list");
 }
 
-bool XmlParser::skipAttributes(bool& empty) {
+bool XmlParser::skip_attributes(bool& empty) {
   for (;;) {
-    skipSpace();
+    skip_space();
     const char c = *at_;
     if (c == '>') {
       empty = false;
@@ -122,18 +122,18 @@ bool XmlParser::skipAttributes(bool& empty) {
     const char* name = at_;
     while (static_cast<signed char>(*at_) > ' ' && std::strchr("<>/=\"'", *at_) == nullptr) ++at_;
     const bool named = at_ != name;
-    skipSpace();
+    skip_space();
     if (!named || *at_ != '=') {
       return fail(at_ == end_ ? "the file ends inside a tag" : "the tag is malformed");
     }
     ++at_;
-    skipSpace();
+    skip_space();
     const char quote = *at_;
     if (quote != '"' && quote != '\'') return fail("an attribute's value must be quoted");
     const char* value = ++at_;
     while (at_ != end_ && *at_ != quote && *at_ != '<') ++at_;
     if (*at_ != quote) return fail("an attribute's value is not closed");
-    if (!isUtf8({value, static_cast<std::size_t>(at_ - value)})) return fail("an attribute is not UTF-8");
+    if (!is_utf8({value, static_cast<std::size_t>(at_ - value)})) return fail("an attribute is not UTF-8");
     ++at_;
   }
 }
@@ -151,7 +151,7 @@ bool XmlParser::character(bool& plain) {
   }
   if (c == '&') {
     const auto reference =
-        parseReference({at_, std::min(static_cast<std::size_t>(end_ - at_), std::size_t{64})});
+        parse_reference({at_, std::min(static_cast<std::size_t>(end_ - at_), std::size_t{64})});
     if (!reference) return fail("\"&\" does not begin a known character reference");
     plain = false;
     at_ += reference->length;
@@ -161,7 +161,7 @@ bool XmlParser::character(bool& plain) {
     return at_ == end_ ? fail("the file ends inside an element")
                        : fail("the control character " + printable(c) + " is not allowed");
   }
-  const std::size_t length = utf8SequenceLength(at_);
+  const std::size_t length = utf8_sequence_length(at_);
   if (length == 0) return fail("the byte " + printable(c) + " is not UTF-8");
   if (matches(at_, "\xEF\xBF\xBE") || matches(at_, "\xEF\xBF\xBF")) {
     return fail("U+FFFE and U+FFFF are no characters");
@@ -170,9 +170,9 @@ bool XmlParser::character(bool& plain) {
   return true;
 }
 
-bool XmlParser::characterData(std::string_view name, bool& plain) {
+bool XmlParser::character_data(std::string_view name, bool& plain) {
   for (;;) {
-    at_ = findTextStop(at_);
+    at_ = find_text_stop(at_);
     if (*at_ != '<') {
       if (!character(plain)) return false;
       continue;
@@ -180,9 +180,9 @@ bool XmlParser::characterData(std::string_view name, bool& plain) {
     if (at_[1] == '/') return true;
     plain = false;
     if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
+      if (!skip_comment()) return false;
     } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
+      if (!skip_instruction()) return false;
     } else if (matches(at_, "<![CDATA[")) {
       const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
       const std::size_t close = rest.find("]]>");

@@ -19,7 +19,7 @@ std::string_view XmlParser::spelling(Name name) {
   return kSpellings[static_cast<std::size_t>(name)];
 }
 
-bool XmlParser::failAt(const char* place, std::string message) {
+bool XmlParser::fail_at(const char* place, std::string message) {
   error_place_ = std::min(place, end_);
   error_ = std::move(message);
   return false;
@@ -33,26 +33,26 @@ std::string XmlParser::error() const {
 bool XmlParser::run() {
   // A bool value and its key take some 40 bytes of a usual file, a string more.
   elements_.reserve(static_cast<std::size_t>(end_ - begin_) / 24 + 8);
-  if (startsWith("\xEF\xBB\xBF")) at_ += 3;
-  if (!skipMisc(true)) return false;
+  if (starts_with("\xEF\xBB\xBF")) at_ += 3;
+  if (!skip_misc(true)) return false;
   if (at_ == end_) return fail("there is no property list in the file");
-  const bool wrapped = startsWith("<plist");
+  const bool wrapped = starts_with("<plist");
   if (wrapped) {
     Tag tag;
-    if (!openTag(tag)) return false;
+    if (!open_tag(tag)) return false;
     if (tag.empty) return fail("<plist/> holds no value");
   }
-  if (!parseValues(wrapped)) return false;
+  if (!parse_values(wrapped)) return false;
   if (wrapped) {
-    if (!skipMisc(false)) return false;
+    if (!skip_misc(false)) return false;
     bool canonical = false;
-    if (!closeTag("plist", canonical)) return false;
+    if (!close_tag("plist", canonical)) return false;
   }
-  if (!skipMisc(false)) return false;
+  if (!skip_misc(false)) return false;
   return at_ == end_ || fail("nothing may follow the property list");
 }
 
-bool XmlParser::openTag(Tag& tag) {
+bool XmlParser::open_tag(Tag& tag) {
   const auto take = [&](Name name, bool empty, std::size_t length) {
     tag = {name, empty};
     at_ += length;
@@ -89,15 +89,15 @@ bool XmlParser::openTag(Tag& tag) {
     default:
       break;
   }
-  return openTagWithExtras(tag);
+  return open_tag_with_extras(tag);
 }
 
-bool XmlParser::closeTag(std::string_view name, bool& canonical) {
+bool XmlParser::close_tag(std::string_view name, bool& canonical) {
   const char* start = at_;
   if (at_[0] == '<' && at_[1] == '/' && std::memcmp(at_ + 2, name.data(), name.size()) == 0) {
     at_ += 2 + name.size();
     canonical = *at_ == '>';
-    skipSpace();
+    skip_space();
     if (*at_ == '>') {
       ++at_;
       return true;
@@ -105,22 +105,22 @@ bool XmlParser::closeTag(std::string_view name, bool& canonical) {
   }
   const std::string expected = "expected </" + std::string(name) + ">";
   if (start == end_ || at_ == end_) return fail(expected + ", but the file ends");
-  return failAt(start, expected);
+  return fail_at(start, expected);
 }
 
-bool XmlParser::checkScalar(Name name, std::string_view content, const char* place) {
+bool XmlParser::check_scalar(Name name, std::string_view content, const char* place) {
   const auto refuse = [&](const char* what) {
-    return failAt(place, "\"" + std::string(content.substr(0, 40)) + "\" is no " + what);
+    return fail_at(place, "\"" + std::string(content.substr(0, 40)) + "\" is no " + what);
   };
   switch (name) {
     case Name::Integer:
-      return parseInteger(content) || refuse("whole number from -2^63 to 2^64-1");
+      return parse_integer(content) || refuse("whole number from -2^63 to 2^64-1");
     case Name::Real:
-      return isReal(content) || refuse("number");
+      return is_real(content) || refuse("number");
     case Name::Date:
-      return parseDate(content) || refuse("date of the form 2001-01-01T00:00:00Z");
+      return parse_date(content) || refuse("date of the form 2001-01-01T00:00:00Z");
     case Name::Data:
-      return isBase64(content) || failAt(place, "the data is not Base64");
+      return is_base64(content) || fail_at(place, "the data is not Base64");
     default:
       return true;
   }
@@ -131,26 +131,26 @@ bool XmlParser::scalar(const Tag& tag, XmlElement& element) {
   const bool text = tag.name == Name::Key || tag.name == Name::String;
   if (tag.empty) {
     element.flags |= XmlElement::kEmpty;
-    return text || checkScalar(tag.name, {}, at_);
+    return text || check_scalar(tag.name, {}, at_);
   }
   const char* content = at_;
   bool plain = true;
-  if (!characterData(name, plain)) return false;
+  if (!character_data(name, plain)) return false;
   const std::string_view raw(content, static_cast<std::size_t>(at_ - content));
-  if (!text &&
-      !(plain ? checkScalar(tag.name, raw, content) : checkScalar(tag.name, decodeContent(raw), content))) {
+  if (!text && !(plain ? check_scalar(tag.name, raw, content)
+                       : check_scalar(tag.name, decode_content(raw), content))) {
     return false;
   }
   bool canonical = false;
-  if (!closeTag(name, canonical)) return false;
+  if (!close_tag(name, canonical)) return false;
   if (plain && canonical) element.flags |= XmlElement::kPlain;
   return true;
 }
 
 template <std::size_t kSize>
-bool XmlParser::takeText(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+bool XmlParser::take_text(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
   if (!tag.empty) {
-    const char* stop = findTextStop(at_);
+    const char* stop = find_text_stop(at_);
     if (matches(stop, closing)) {
       at_ = stop + kSize - 1;
       element.flags |= XmlElement::kPlain;
@@ -161,17 +161,17 @@ bool XmlParser::takeText(const char (&closing)[kSize], const Tag& tag, XmlElemen
 }
 
 template <std::size_t kSize>
-bool XmlParser::takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+bool XmlParser::take_number(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
   if (!tag.empty) {
     // Short enough to fit 64 bits whatever its digits, so that nothing but its form has to be looked at.
     constexpr std::ptrdiff_t kSafeDigits = 18;
     const char* digits = at_ + (*at_ == '-' ? 1 : 0);
     const char* stop = digits;
-    while (isDigit(*stop)) ++stop;
+    while (is_digit(*stop)) ++stop;
     bool number = stop != digits && stop - digits <= kSafeDigits;
     if (tag.name == Name::Real && *stop == '.') {
       const char* fraction = ++stop;
-      while (isDigit(*stop)) ++stop;
+      while (is_digit(*stop)) ++stop;
       number = number && stop != fraction;
     }
     if (number && matches(stop, closing)) {
@@ -183,7 +183,7 @@ bool XmlParser::takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElem
   return scalar(tag, element);
 }
 
-bool XmlParser::startElement(const Tag& tag, const char* begin) {
+bool XmlParser::start_element(const Tag& tag, const char* begin) {
   const auto tag_length = static_cast<std::size_t>(at_ - begin);
   XmlElement element;
   element.begin = offset(begin);
@@ -194,7 +194,7 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
     case Name::Array:
       element.type = tag.name == Name::Dict ? Type::Dictionary : Type::Array;
       if (open_.size() == kMaxDepth) {
-        return failAt(begin, "more than " + std::to_string(kMaxDepth) + " containers inside one another");
+        return fail_at(begin, "more than " + std::to_string(kMaxDepth) + " containers inside one another");
       }
       if (!tag.empty) {
         open_.push_back(static_cast<Node>(elements_.size()));
@@ -210,25 +210,25 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
       element.flags = tag.name == Name::True ? XmlElement::kTrue : 0;
       if (!tag.empty) {
         bool canonical = false;
-        if (!skipMisc(false) || !closeTag(spelling(tag.name), canonical)) return false;
+        if (!skip_misc(false) || !close_tag(spelling(tag.name), canonical)) return false;
       }
       break;
     case Name::Key:
       element.type = Type::String;
       element.flags = XmlElement::kKey;
-      if (!takeText("</key>", tag, element)) return false;
+      if (!take_text("</key>", tag, element)) return false;
       break;
     case Name::String:
       element.type = Type::String;
-      if (!takeText("</string>", tag, element)) return false;
+      if (!take_text("</string>", tag, element)) return false;
       break;
     case Name::Integer:
       element.type = Type::Integer;
-      if (!takeNumber("</integer>", tag, element)) return false;
+      if (!take_number("</integer>", tag, element)) return false;
       break;
     case Name::Real:
       element.type = Type::Real;
-      if (!takeNumber("</real>", tag, element)) return false;
+      if (!take_number("</real>", tag, element)) return false;
       break;
     case Name::Date:
       element.type = Type::Date;
@@ -239,7 +239,7 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
       if (!scalar(tag, element)) return false;
       break;
     case Name::Plist:
-      return failAt(begin, "<plist> inside a property list");
+      return fail_at(begin, "<plist> inside a property list");
   }
   element.end = offset(at_);
   element.next = static_cast<Node>(elements_.size() + 1);
@@ -247,12 +247,12 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
   return true;
 }
 
-bool XmlParser::closeContainer() {
+bool XmlParser::close_container() {
   XmlElement& container = elements_[open_.back()];
   const bool dictionary = container.type == Type::Dictionary;
   if (dictionary && !expects_key_) return fail("the key before </dict> has no value");
   bool canonical = false;
-  if (!closeTag(spelling(dictionary ? Name::Dict : Name::Array), canonical)) return false;
+  if (!close_tag(spelling(dictionary ? Name::Dict : Name::Array), canonical)) return false;
   if (canonical) container.flags |= XmlElement::kPlain;
   container.end = offset(at_);
   container.next = static_cast<Node>(elements_.size());
@@ -260,32 +260,32 @@ bool XmlParser::closeContainer() {
   return true;
 }
 
-bool XmlParser::parseValues(bool inside_plist) {
+bool XmlParser::parse_values(bool inside_plist) {
   // Each turn takes one tag: a value, a key, or the end of the innermost container.
   do {
-    while (isSpace(*at_)) ++at_;
+    while (is_space(*at_)) ++at_;
     if (*at_ == '<' && (at_[1] == '!' || at_[1] == '?')) {
-      if (!skipMisc(false)) return false;
+      if (!skip_misc(false)) return false;
     }
     const bool in_dictionary = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
     if (*at_ == '<' && at_[1] == '/') {
       if (open_.empty()) {
         return fail(inside_plist ? "<plist> holds no value" : "a closing tag without its opening");
       }
-      if (!closeContainer()) return false;
+      if (!close_container()) return false;
       expects_key_ = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
       continue;
     }
     const char* begin = at_;
     Tag tag;
-    if (!openTag(tag)) return false;
+    if (!open_tag(tag)) return false;
     if (in_dictionary && expects_key_ != (tag.name == Name::Key)) {
-      return failAt(begin, expects_key_ ? "expected <key>, found <" + std::string(spelling(tag.name)) + ">"
-                                        : "the key before this one has no value");
+      return fail_at(begin, expects_key_ ? "expected <key>, found <" + std::string(spelling(tag.name)) + ">"
+                                         : "the key before this one has no value");
     }
-    if (!in_dictionary && tag.name == Name::Key) return failAt(begin, "<key> outside a dictionary");
+    if (!in_dictionary && tag.name == Name::Key) return fail_at(begin, "<key> outside a dictionary");
     const std::size_t depth = open_.size();
-    if (!startElement(tag, begin)) return false;
+    if (!start_element(tag, begin)) return false;
     if (open_.size() == depth) expects_key_ = in_dictionary && tag.name != Name::Key;
   } while (!open_.empty());
   return true;
@@ -295,7 +295,7 @@ Result<std::shared_ptr<const XmlContents>> XmlContents::parse(files::Buffer text
   XmlParser parser(text, encoding);
   if (!parser.run()) return Error{parser.error()};
   return std::shared_ptr<const XmlContents>(
-      std::make_shared<XmlContents>(std::move(text), parser.takeElements(), encoding));
+      std::make_shared<XmlContents>(std::move(text), parser.take_elements(), encoding));
 }
 
 }  // namespace wispen::plist

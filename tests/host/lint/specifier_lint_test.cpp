@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::lint {
 namespace {

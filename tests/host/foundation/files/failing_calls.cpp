@@ -21,14 +21,14 @@ bool strikes(const char* name) {
 
 const SystemCalls& real() { return SystemCalls::real(); }
 
-int failingOpen(int folder, const char* path, int flags, mode_t mode) {
+int failing_open(int folder, const char* path, int flags, mode_t mode) {
   if (strikes("openat") && errno != 0) return -1;
   const int file = real().openat(folder, path, flags, mode);
   if (file >= 0) ++plan().open_files;
   return file;
 }
 
-int failingClose(int file) {
+int failing_close(int file) {
   const bool failed = strikes("close") && errno != 0;
   const int error_number = errno;
   real().close(file);  // even a close that reports an error has closed
@@ -37,13 +37,13 @@ int failingClose(int file) {
   return failed ? -1 : 0;
 }
 
-ssize_t failingRead(int file, void* bytes, std::size_t count) {
+ssize_t failing_read(int file, void* bytes, std::size_t count) {
   const bool failed = strikes("read");
   if (failed && errno != 0) return -1;
   return real().read(file, bytes, failed ? std::min<std::size_t>(count, 1) : count);
 }
 
-ssize_t failingWrite(int file, const void* bytes, std::size_t count) {
+ssize_t failing_write(int file, const void* bytes, std::size_t count) {
   const bool failed = strikes("write");
   if (failed && errno != 0) return -1;
   return real().write(file, bytes, failed ? std::min<std::size_t>(count, 1) : count);
@@ -56,9 +56,9 @@ Plan& plan() {
   return current;
 }
 
-const SystemCalls& failingCalls() {
+const SystemCalls& failing_calls() {
   static constexpr SystemCalls calls = {
-      .openat = failingOpen,
+      .openat = failing_open,
       .fstat =
           [](int file, struct stat* status) {
             return strikes("fstat") && errno != 0 ? -1 : real().fstat(file, status);
@@ -70,8 +70,8 @@ const SystemCalls& failingCalls() {
       .readlinkat = [](int folder, const char* path, char* target, std::size_t capacity) -> ssize_t {
         return strikes("readlinkat") && errno != 0 ? -1 : real().readlinkat(folder, path, target, capacity);
       },
-      .read = failingRead,
-      .write = failingWrite,
+      .read = failing_read,
+      .write = failing_write,
       .fchown =
           [](int file, uid_t owner, gid_t group) {
             return strikes("fchown") && errno != 0 ? -1 : real().fchown(file, owner, group);
@@ -87,7 +87,7 @@ const SystemCalls& failingCalls() {
           [](int folder, const char* path, int flags) {
             return strikes("unlinkat") && errno != 0 ? -1 : real().unlinkat(folder, path, flags);
           },
-      .close = failingClose,
+      .close = failing_close,
   };
   return calls;
 }

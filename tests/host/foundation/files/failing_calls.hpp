@@ -9,7 +9,7 @@
 
 namespace wispen::files::testing {
 
-/// What the table of failingCalls() does; there is one at a time.
+/// What the table of failing_calls() does; there is one at a time.
 struct Plan {
   int fail_at = 0;                    ///< which call fails, counted from 1; 0: none
   int error_number = 0;               ///< what it fails with; 0: a write or read moves one byte only
@@ -23,6 +23,6 @@ struct Plan {
 Plan& plan();
 
 /// The real calls, but for what the plan says.
-const SystemCalls& failingCalls();
+const SystemCalls& failing_calls();
 
 }  // namespace wispen::files::testing

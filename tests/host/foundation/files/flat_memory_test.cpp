@@ -7,7 +7,7 @@
 #include <string>
 
 #include "host/foundation/plist/splice.hpp"
-#include "tests/host/foundation/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::plist {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 using wispen::testing::TemporaryFolder;
 
 /// Resident memory in KiB.
-long residentSize() {
+long resident_size() {
   std::ifstream status("/proc/self/status");
   std::string word;
   while (status >> word && word != "VmRSS:") {
@@ -25,13 +25,13 @@ long residentSize() {
   return size;
 }
 
-long openFiles() {
+long open_files() {
   long count = 0;
   for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) ++count;
   return count;
 }
 
-std::filesystem::path memoryFileSystem() {
+std::filesystem::path memory_file_system() {
   return std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
 }
 
@@ -45,29 +45,29 @@ TEST(FlatMemory, OverAHundredThousandOperations) {
 #endif
   constexpr int kOperations = 100'000;
   constexpr int kWarmUp = 5'000;
-  const TemporaryFolder folder(memoryFileSystem());
+  const TemporaryFolder folder(memory_file_system());
   const std::string path = folder / "values.plist";
   long size = 0;
   long files = 0;
   for (int i = 0; i < kOperations; ++i) {
     if (i == kWarmUp) {
-      size = residentSize();
-      files = openFiles();
+      size = resident_size();
+      files = open_files();
     }
     const std::string key = "key" + std::to_string(i % 50);
     if (i % 2 == 0) {
-      ASSERT_TRUE(updateFile(path, {{key, i % 4 == 0 ? Tree(i) : Tree("text")}}));
+      ASSERT_TRUE(update_file(path, {{key, i % 4 == 0 ? Tree(i) : Tree("text")}}));
     } else {
       ASSERT_TRUE(Document::read(path));
       ASSERT_FALSE(Document::read(folder / "missing"));
     }
   }
-  const long growth = residentSize() - size;
+  const long growth = resident_size() - size;
   EXPECT_LE(growth, 512) << "KiB";
-  EXPECT_EQ(openFiles(), files);
+  EXPECT_EQ(open_files(), files);
   EXPECT_EQ(folder.names().size(), 1U);
   std::printf("%d operations: memory grew by %ld KiB, open files by %ld\n", kOperations, growth,
-              openFiles() - files);
+              open_files() - files);
 }
 
 }  // namespace

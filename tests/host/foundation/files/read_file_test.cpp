@@ -9,16 +9,16 @@
 #include <cerrno>
 
 #include "tests/host/foundation/files/failing_calls.hpp"
-#include "tests/host/foundation/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::files {
 namespace {
 
-using testing::failingCalls;
+using testing::failing_calls;
 using ::testing::HasSubstr;
 using testing::plan;
 using wispen::testing::TemporaryFolder;
-using wispen::testing::writeFile;
+using wispen::testing::write_file;
 
 constexpr std::size_t kLimit = 1 << 20;
 
@@ -26,7 +26,7 @@ class ReadFile : public ::testing::Test {
  protected:
   ReadFile() { plan() = {}; }
 
-  std::string errorOf(const std::string& path, const SystemCalls& calls = SystemCalls::real()) const {
+  std::string error_of(const std::string& path, const SystemCalls& calls = SystemCalls::real()) const {
     const Result<Buffer> bytes = read(path, kLimit, calls);
     return bytes ? "" : bytes.error().message;
   }
@@ -35,7 +35,7 @@ class ReadFile : public ::testing::Test {
 };
 
 TEST_F(ReadFile, GivesTheBytesFollowedByZeros) {
-  writeFile(folder_ / "a", "some bytes");
+  write_file(folder_ / "a", "some bytes");
   const Result<Buffer> bytes = read(folder_ / "a", kLimit);
   ASSERT_TRUE(bytes);
   EXPECT_EQ(bytes->view(), "some bytes");
@@ -43,26 +43,26 @@ TEST_F(ReadFile, GivesTheBytesFollowedByZeros) {
 }
 
 TEST_F(ReadFile, GivesNothingOfAnEmptyFile) {
-  writeFile(folder_ / "a", "");
+  write_file(folder_ / "a", "");
   EXPECT_EQ(read(folder_ / "a", kLimit)->size(), 0U);
 }
 
 TEST_F(ReadFile, SaysWhyAtOnceForWhatIsNoFile) {
   ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
   ASSERT_EQ(::symlink("loop", (folder_ / "loop").c_str()), 0);
-  EXPECT_THAT(errorOf(folder_ / "missing"), HasSubstr("No such file"));
-  EXPECT_THAT(errorOf(folder_.path()), HasSubstr("Is a directory"));
-  EXPECT_THAT(errorOf(folder_ / "pipe"), HasSubstr("not a regular file"));
-  EXPECT_THAT(errorOf("/dev/zero"), HasSubstr("not a regular file"));
-  EXPECT_THAT(errorOf(folder_ / "loop"), HasSubstr("symbolic links"));
-  EXPECT_THAT(errorOf(folder_ / "missing/a"), HasSubstr("No such file"));
+  EXPECT_THAT(error_of(folder_ / "missing"), HasSubstr("No such file"));
+  EXPECT_THAT(error_of(folder_.path()), HasSubstr("Is a directory"));
+  EXPECT_THAT(error_of(folder_ / "pipe"), HasSubstr("not a regular file"));
+  EXPECT_THAT(error_of("/dev/zero"), HasSubstr("not a regular file"));
+  EXPECT_THAT(error_of(folder_ / "loop"), HasSubstr("symbolic links"));
+  EXPECT_THAT(error_of(folder_ / "missing/a"), HasSubstr("No such file"));
 }
 
 TEST_F(ReadFile, KeepsToTheLimit) {
-  writeFile(folder_ / "a", std::string(kLimit, 'x'));
-  EXPECT_EQ(errorOf(folder_ / "a"), "");
-  writeFile(folder_ / "a", std::string(kLimit + 1, 'x'));
-  EXPECT_THAT(errorOf(folder_ / "a"), HasSubstr("larger than 1048576 bytes"));
+  write_file(folder_ / "a", std::string(kLimit, 'x'));
+  EXPECT_EQ(error_of(folder_ / "a"), "");
+  write_file(folder_ / "a", std::string(kLimit + 1, 'x'));
+  EXPECT_THAT(error_of(folder_ / "a"), HasSubstr("larger than 1048576 bytes"));
 }
 
 TEST_F(ReadFile, ReadsFilesThatDoNotSayHowLongTheyAre) {
@@ -85,34 +85,34 @@ TEST_F(ReadFile, TakesWhatIsThereOfAFileThatShrinksOrGrows) {
     return result;
   };
   const std::string text(50000, 'x');
-  writeFile(folder_ / "a", text);
+  write_file(folder_ / "a", text);
   EXPECT_EQ(read(folder_ / "a", kLimit, shrunk)->view(), text);
   EXPECT_EQ(read(folder_ / "a", kLimit, grown)->view(), text);
   EXPECT_THAT(read(folder_ / "a", 40000, grown).error().message, HasSubstr("larger"));
 }
 
 TEST_F(ReadFile, GoesOnAfterSignalsAndShortReads) {
-  writeFile(folder_ / "a", "some bytes");
+  write_file(folder_ / "a", "some bytes");
   for (const int error_number : {EINTR, 0}) {
     for (int call = 1; call < 6; ++call) {
       plan() = {.fail_at = call, .error_number = error_number, .only = call % 2 == 0 ? "openat" : "read"};
-      const Result<Buffer> bytes = read(folder_ / "a", kLimit, failingCalls());
+      const Result<Buffer> bytes = read(folder_ / "a", kLimit, failing_calls());
       ASSERT_TRUE(bytes);
       EXPECT_EQ(bytes->view(), "some bytes");
     }
   }
   plan() = {.fail_at = 1, .only = "read", .keeps_failing = true};
-  EXPECT_EQ(read(folder_ / "a", kLimit, failingCalls())->view(), "some bytes") << "a byte at a time";
+  EXPECT_EQ(read(folder_ / "a", kLimit, failing_calls())->view(), "some bytes") << "a byte at a time";
 }
 
 TEST_F(ReadFile, ReportsEveryErrorAndClosesTheFile) {
-  writeFile(folder_ / "a", "some bytes");
+  write_file(folder_ / "a", "some bytes");
   for (const int error_number : {EIO, EMFILE, EACCES, ENOMEM}) {
     bool succeeded = false;
     int call = 1;
     for (; !succeeded; ++call) {
       plan() = {.fail_at = call, .error_number = error_number};
-      succeeded = errorOf(folder_ / "a", failingCalls()).empty();
+      succeeded = error_of(folder_ / "a", failing_calls()).empty();
       EXPECT_EQ(plan().open_files, 0);
     }
     EXPECT_EQ(call - 1, 4) << "open, stat and read count; a close after reading loses nothing";

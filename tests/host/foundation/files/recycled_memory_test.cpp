@@ -14,34 +14,34 @@ TEST(RecycledMemory, GivesBlocksThatCanBeFilled) {
   std::vector<std::pair<void*, std::size_t>> blocks;
   for (const std::size_t size : {0U, 1U, 1023U, 1024U, 1025U, 100000U, 1U << 20, (1U << 20) + 1U, 5U << 20}) {
     for (int i = 0; i < 4; ++i) {
-      void* block = takeBlock(size);
+      void* block = take_block(size);
       std::memset(block, i, size);
       blocks.emplace_back(block, size);
     }
   }
-  for (const auto& [block, size] : blocks) giveBlock(block, size);
-  giveBlock(nullptr, 7);
-  freeKeptBlocks();
+  for (const auto& [block, size] : blocks) give_block(block, size);
+  give_block(nullptr, 7);
+  free_kept_blocks();
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
 TEST(RecycledMemory, GivesABackgivenBlockAgain) {
-  void* block = takeBlock(5000);
-  giveBlock(block, 5000);
-  void* again = takeBlock(6000);
+  void* block = take_block(5000);
+  give_block(block, 5000);
+  void* again = take_block(6000);
   EXPECT_EQ(again, block) << "both sizes are of one class";
-  giveBlock(again, 6000);
-  freeKeptBlocks();
+  give_block(again, 6000);
+  free_kept_blocks();
 }
 #endif
 
 TEST(RecycledMemory, TakesBlocksOfOtherThreads) {
   void* block = nullptr;
-  std::thread([&] { block = takeBlock(5000); }).join();
+  std::thread([&] { block = take_block(5000); }).join();
   std::memset(block, 1, 5000);
-  giveBlock(block, 5000);
-  block = takeBlock(5000);
-  std::thread([&] { giveBlock(block, 5000); }).join();
+  give_block(block, 5000);
+  block = take_block(5000);
+  std::thread([&] { give_block(block, 5000); }).join();
 }
 
 TEST(RecycledMemory, HoldsContainers) {

@@ -16,21 +16,21 @@ namespace wispen::plist {
 namespace {
 
 using testing::binary;
-using testing::errorOf;
+using testing::error_of;
 using testing::everything;
 using ::testing::HasSubstr;
-using testing::treeOf;
+using testing::tree_of;
 using testing::xml;
-using testing::xmlDictionary;
+using testing::xml_dictionary;
 using namespace std::string_literals;
 
-std::string hundredKeys(Format format) {
+std::string hundred_keys(Format format) {
   Dictionary members;
   for (int i = 0; i < 100; ++i) members.push_back({"key" + std::to_string(i), "text " + std::to_string(i)});
   return *encode(Tree(members), format);
 }
 
-double secondsFor(const std::function<void()>& work) {
+double seconds_for(const std::function<void()>& work) {
   const auto start = std::chrono::steady_clock::now();
   work();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -40,32 +40,32 @@ double secondsFor(const std::function<void()>& work) {
 constexpr double kPatience = 10;
 
 TEST(Corruption, MakesAFileUnreadableAndNothingWorse) {
-  const std::string text = hundredKeys(Format::Xml);
-  const std::string binary_list = hundredKeys(Format::Binary);
-  EXPECT_NE(errorOf(""), "");
-  EXPECT_NE(errorOf(text.substr(0, text.size() / 2)), "");
-  EXPECT_NE(errorOf(text.substr(0, text.size() - 20)), "");
-  EXPECT_NE(errorOf(" \n\t \r\n"), "") << "white space only";
-  EXPECT_NE(errorOf(std::string(4096, '\0')), "");
-  EXPECT_NE(errorOf(binary_list.substr(0, binary_list.size() / 2)), "");
-  EXPECT_NE(errorOf(binary_list.substr(0, binary_list.size() - 1)), "");
-  EXPECT_NE(errorOf(binary({"\xA1\x09"s})), "") << "a reference to nothing";
-  EXPECT_NE(errorOf(binary({"\xA1\x01"s, "\xA1\x00"s})), "") << "a cycle";
-  EXPECT_NE(errorOf(binary({"\xA1\x00"s})), "") << "a cycle of one";
-  EXPECT_NE(errorOf(binary({"\xAF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge count";
-  EXPECT_NE(errorOf(binary({"\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge length";
-  EXPECT_NE(errorOf("bplist00"), "");
+  const std::string text = hundred_keys(Format::Xml);
+  const std::string binary_list = hundred_keys(Format::Binary);
+  EXPECT_NE(error_of(""), "");
+  EXPECT_NE(error_of(text.substr(0, text.size() / 2)), "");
+  EXPECT_NE(error_of(text.substr(0, text.size() - 20)), "");
+  EXPECT_NE(error_of(" \n\t \r\n"), "") << "white space only";
+  EXPECT_NE(error_of(std::string(4096, '\0')), "");
+  EXPECT_NE(error_of(binary_list.substr(0, binary_list.size() / 2)), "");
+  EXPECT_NE(error_of(binary_list.substr(0, binary_list.size() - 1)), "");
+  EXPECT_NE(error_of(binary({"\xA1\x09"s})), "") << "a reference to nothing";
+  EXPECT_NE(error_of(binary({"\xA1\x01"s, "\xA1\x00"s})), "") << "a cycle";
+  EXPECT_NE(error_of(binary({"\xA1\x00"s})), "") << "a cycle of one";
+  EXPECT_NE(error_of(binary({"\xAF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge count";
+  EXPECT_NE(error_of(binary({"\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge length";
+  EXPECT_NE(error_of("bplist00"), "");
   std::string trailer = binary_list;
   trailer[trailer.size() - 16] = '\x7F';
-  EXPECT_NE(errorOf(trailer), "") << "a root that is not there";
+  EXPECT_NE(error_of(trailer), "") << "a root that is not there";
   trailer = binary_list;
   trailer[trailer.size() - 24] = '\x7F';
-  EXPECT_NE(errorOf(trailer), "") << "a huge number of objects";
-  EXPECT_NE(errorOf("hello"), "");
-  EXPECT_NE(errorOf(xml("<string>\xE4</string>")), "") << "a Latin-1 byte";
-  EXPECT_NE(errorOf(xmlDictionary("<key>a</key><true/><key>b</key>")), "") << "a key without a value";
-  EXPECT_NE(errorOf(xml("<integer>zz</integer>")), "");
-  EXPECT_NE(errorOf(xml("<integer>12345678901234567890123</integer>")), "");
+  EXPECT_NE(error_of(trailer), "") << "a huge number of objects";
+  EXPECT_NE(error_of("hello"), "");
+  EXPECT_NE(error_of(xml("<string>\xE4</string>")), "") << "a Latin-1 byte";
+  EXPECT_NE(error_of(xml_dictionary("<key>a</key><true/><key>b</key>")), "") << "a key without a value";
+  EXPECT_NE(error_of(xml("<integer>zz</integer>")), "");
+  EXPECT_NE(error_of(xml("<integer>12345678901234567890123</integer>")), "");
 }
 
 TEST(Corruption, LeavesRootsThatAreNoDictionaryToTheCaller) {
@@ -73,12 +73,12 @@ TEST(Corruption, LeavesRootsThatAreNoDictionaryToTheCaller) {
 }
 
 TEST(Corruption, FindsNoEntityToExpandAndOpensNoFile) {
-  EXPECT_NE(errorOf("<!DOCTYPE plist [<!ENTITY a \"aaaa\"><!ENTITY b "
-                    "\"&a;&a;&a;\">]><plist><string>&b;</string></plist>"),
+  EXPECT_NE(error_of("<!DOCTYPE plist [<!ENTITY a \"aaaa\"><!ENTITY b "
+                     "\"&a;&a;&a;\">]><plist><string>&b;</string></plist>"),
             "");
   EXPECT_NE(
-      errorOf("<!DOCTYPE plist [<!ENTITY x SYSTEM \"file:///etc/hostname\">]><plist><string>&x;</string>"
-              "</plist>"),
+      error_of("<!DOCTYPE plist [<!ENTITY x SYSTEM \"file:///etc/hostname\">]><plist><string>&x;</string>"
+               "</plist>"),
       "");
 }
 
@@ -108,7 +108,7 @@ TEST_P(Damage, OfTruncationAtAnyByteIsAlwaysSeen) {
   std::string bytes = sample();
   if (GetParam() == Format::Xml) bytes.pop_back();  // the last line end means nothing
   for (std::size_t size = 0; size < bytes.size(); ++size) {
-    EXPECT_NE(errorOf(bytes.substr(0, size)), "") << size;
+    EXPECT_NE(error_of(bytes.substr(0, size)), "") << size;
   }
   std::printf("%zu truncations\n", bytes.size());
 }
@@ -133,18 +133,18 @@ TEST(Bounds, HoldForDepth) {
     for (std::size_t i = 0; i < depth; ++i) text += close;
     return xml(text);
   };
-  EXPECT_EQ(errorOf(nested(kMaxDepth, "<array>", "</array>")), "");
-  EXPECT_THAT(errorOf(nested(kMaxDepth + 1, "<array>", "</array>")), HasSubstr("more than 512"));
-  EXPECT_THAT(errorOf(nested(100000, "<array>", "</array>")), HasSubstr("more than 512"));
-  EXPECT_THAT(errorOf(nested(100000, "<dict><key>k</key>", "</dict>")), HasSubstr("more than 512"));
+  EXPECT_EQ(error_of(nested(kMaxDepth, "<array>", "</array>")), "");
+  EXPECT_THAT(error_of(nested(kMaxDepth + 1, "<array>", "</array>")), HasSubstr("more than 512"));
+  EXPECT_THAT(error_of(nested(100000, "<array>", "</array>")), HasSubstr("more than 512"));
+  EXPECT_THAT(error_of(nested(100000, "<dict><key>k</key>", "</dict>")), HasSubstr("more than 512"));
 }
 
 /// Arrays each of which holds `width` times the next, the last of them empty.
-std::string nestedBinary(std::size_t depth, std::size_t width) {
+std::string nested_binary(std::size_t depth, std::size_t width) {
   std::vector<std::string> objects;
   for (std::size_t i = 1; i < depth; ++i) {
     std::string object(1, static_cast<char>(0xA0 | width));
-    for (std::size_t j = 0; j < width; ++j) appendBigEndian(object, i, 4);
+    for (std::size_t j = 0; j < width; ++j) append_big_endian(object, i, 4);
     objects.push_back(object);
   }
   objects.push_back("\xA0");
@@ -152,25 +152,25 @@ std::string nestedBinary(std::size_t depth, std::size_t width) {
 }
 
 TEST(Bounds, HoldForDepthInBinary) {
-  EXPECT_EQ(errorOf(nestedBinary(kMaxDepth, 1)), "");
-  EXPECT_THAT(errorOf(nestedBinary(kMaxDepth + 1, 1)), HasSubstr("more than 512"));
-  const std::string bytes = nestedBinary(100000, 1);
-  EXPECT_LT(secondsFor([&] { EXPECT_THAT(errorOf(bytes), HasSubstr("more than 512")); }), kPatience);
+  EXPECT_EQ(error_of(nested_binary(kMaxDepth, 1)), "");
+  EXPECT_THAT(error_of(nested_binary(kMaxDepth + 1, 1)), HasSubstr("more than 512"));
+  const std::string bytes = nested_binary(100000, 1);
+  EXPECT_LT(seconds_for([&] { EXPECT_THAT(error_of(bytes), HasSubstr("more than 512")); }), kPatience);
 }
 
 TEST(Bounds, HoldForObjectsThatAreNamedInManyPlaces) {
-  const std::string bomb = nestedBinary(10, 10);
+  const std::string bomb = nested_binary(10, 10);
   EXPECT_LT(bomb.size(), 600U);
-  EXPECT_LT(secondsFor([&] { EXPECT_THAT(errorOf(bomb), HasSubstr("too large")); }), kPatience);
-  EXPECT_LT(secondsFor([&] { EXPECT_THAT(errorOf(nestedBinary(500, 15 - 1)), HasSubstr("too large")); }),
+  EXPECT_LT(seconds_for([&] { EXPECT_THAT(error_of(bomb), HasSubstr("too large")); }), kPatience);
+  EXPECT_LT(seconds_for([&] { EXPECT_THAT(error_of(nested_binary(500, 15 - 1)), HasSubstr("too large")); }),
             kPatience);
-  EXPECT_EQ(errorOf(nestedBinary(5, 10)), "") << "what is shared in reason is read";
+  EXPECT_EQ(error_of(nested_binary(5, 10)), "") << "what is shared in reason is read";
 
   // Many numbers for the same long array, and for the same long string.
   for (const std::string& shared : {"\xAF\x12\x00\x02\x00\x00"s + std::string(4 * 0x20000, '\0'),
                                     "\x5F\x12\x00\x08\x00\x00"s + std::string(0x80000, 'x')}) {
     std::vector<std::string> objects = {"\xAF\x12\x00\x00\xC0\x00"s};
-    for (std::size_t i = 0; i < 0xC000; ++i) appendBigEndian(objects[0], 1 + i, 4);
+    for (std::size_t i = 0; i < 0xC000; ++i) append_big_endian(objects[0], 1 + i, 4);
     objects.push_back(shared);
     std::string bytes = binary(objects, 4);
     // Every entry of the offset table from the second on says the same.
@@ -179,10 +179,10 @@ TEST(Bounds, HoldForObjectsThatAreNamedInManyPlaces) {
     bytes.resize(bytes.size() - 32);
     for (std::size_t i = 1; i < 0xC000; ++i) bytes += entry;
     std::string count;
-    appendBigEndian(count, 0xC001, 8);
+    append_big_endian(count, 0xC001, 8);
     trailer.replace(8, 8, count);
     bytes += trailer;
-    const double seconds = secondsFor([&] { EXPECT_NE(errorOf(bytes), ""); });
+    const double seconds = seconds_for([&] { EXPECT_NE(error_of(bytes), ""); });
     EXPECT_LT(seconds, kPatience);
     std::printf("%zu bytes that would hold gigabytes: refused in %.1f ms\n", bytes.size(), seconds * 1000);
   }
@@ -190,8 +190,8 @@ TEST(Bounds, HoldForObjectsThatAreNamedInManyPlaces) {
 
 TEST(Bounds, HoldForSize) {
   const std::string fits(kMaxFileSize - 17, 'x');
-  EXPECT_EQ(errorOf("<string>" + fits + "</string>"), "");
-  EXPECT_THAT(errorOf("<string>" + fits + "x</string>"), HasSubstr("larger"));
+  EXPECT_EQ(error_of("<string>" + fits + "</string>"), "");
+  EXPECT_THAT(error_of("<string>" + fits + "x</string>"), HasSubstr("larger"));
 }
 
 TEST(Bounds, HoldForTimeWhateverAMegabyteHolds) {
@@ -212,7 +212,7 @@ TEST(Bounds, HoldForTimeWhateverAMegabyteHolds) {
       {"ampersands", xml("<string>" + repeated("&") + "</string>")},
       {"attributes", repeated("<plist a='b' ")},
       {"booleans", xml("<array>" + repeated("<true/>") + "</array>")},
-      {"keys of a kind", xmlDictionary(repeated("<key>k</key><true/>"))},
+      {"keys of a kind", xml_dictionary(repeated("<key>k</key><true/>"))},
       {"digits", xml("<integer>" + repeated("0") + "</integer>")},
       {"a long number", xml("<real>" + repeated("9") + "</real>")},
       {"white space", repeated(" ")},
@@ -221,7 +221,7 @@ TEST(Bounds, HoldForTimeWhateverAMegabyteHolds) {
       {"carriage returns", xml("<string>" + repeated("\r") + "</string>")},
   };
   for (const auto& [name, bytes] : inputs) {
-    const double seconds = secondsFor([&bytes = bytes] {
+    const double seconds = seconds_for([&bytes = bytes] {
       const Result<Document> document = Document::parse(bytes);
       if (!document) return;
       EXPECT_EQ(Tree::of(document->root()).type(), document->root().type());

@@ -10,16 +10,16 @@
 
 #include "host/foundation/plist/splice.hpp"
 #include "tests/host/foundation/plist/samples.hpp"
-#include "tests/host/foundation/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::plist {
 namespace {
 
 using testing::everything;
-using testing::treeOf;
-using wispen::testing::contentsOf;
+using testing::tree_of;
+using wispen::testing::contents_of;
 using wispen::testing::TemporaryFolder;
-using wispen::testing::writeFile;
+using wispen::testing::write_file;
 
 /// Runs Python with its standard library only; true when it ended well.
 bool python(const std::string& script, const std::string& in, const std::string& out) {
@@ -42,7 +42,7 @@ plistlib.dump(value, open(sys.argv[2] + '.bin', 'wb'), fmt=plistlib.FMT_BINARY, 
 )";
 
 /// Both formats of what libplist makes of a list.
-std::pair<std::string, std::string> throughLibplist(const std::string& bytes, Format format) {
+std::pair<std::string, std::string> through_libplist(const std::string& bytes, Format format) {
   plist_t list = nullptr;
   const auto size = static_cast<std::uint32_t>(bytes.size());
   format == Format::Xml ? plist_from_xml(bytes.data(), size, &list)
@@ -73,7 +73,7 @@ Tree without(Tree tree, const std::vector<std::string>& keys) {
 
 /// Compares entry by entry, so that a failure says which one. Both peers read a carriage return from XML and
 /// keep it in binary, but write it to XML as it is, which reads as a line feed.
-void expectSame(const std::string& bytes, const Tree& tree, const std::string& how) {
+void expect_same(const std::string& bytes, const Tree& tree, const std::string& how) {
   constexpr const char* kCarriageReturns = "lines";
   const Result<Document> document = Document::parse(bytes);
   ASSERT_TRUE(document) << document.error().message << how;
@@ -94,10 +94,10 @@ TEST_P(Exchange, GoesThroughPythonUnchanged) {
   // Python's dates begin with the year 1.
   const Tree tree = without(everything(), {"early date"});
   const TemporaryFolder folder;
-  writeFile(folder / "in", *encode(tree, GetParam()));
+  write_file(folder / "in", *encode(tree, GetParam()));
   ASSERT_TRUE(python(kThroughPython, folder / "in", folder / "out"));
-  expectSame(contentsOf(folder / "out.xml"), tree, " by XML");
-  expectSame(contentsOf(folder / "out.bin"), tree, " by binary");
+  expect_same(contents_of(folder / "out.xml"), tree, " by XML");
+  expect_same(contents_of(folder / "out.bin"), tree, " by binary");
 }
 
 TEST_P(Exchange, GivesPythonAFileThatWasSpliced) {
@@ -107,20 +107,20 @@ TEST_P(Exchange, GivesPythonAFileThatWasSpliced) {
       splice(*document,
              {{"new", Array{1, "\xF0\x9F\x98\x80"}}, {"data", std::nullopt}, {"emoji \xF0\x9F\x98\x80", 2}});
   const TemporaryFolder folder;
-  writeFile(folder / "in", *bytes);
+  write_file(folder / "in", *bytes);
   ASSERT_TRUE(python(kThroughPython, folder / "in", folder / "out"));
-  expectSame(contentsOf(folder / "out.xml"), treeOf(*bytes), " by XML");
-  expectSame(contentsOf(folder / "out.bin"), treeOf(*bytes), " by binary");
+  expect_same(contents_of(folder / "out.xml"), tree_of(*bytes), " by XML");
+  expect_same(contents_of(folder / "out.bin"), tree_of(*bytes), " by binary");
 }
 
 TEST_P(Exchange, GoesThroughLibplistUnchanged) {
   // libplist writes the year 0 with a single digit, and -0 without its sign.
   const Tree tree = without(everything(), {"early date", "minus zero"});
-  const auto [xml, binary] = throughLibplist(*encode(tree, GetParam()), GetParam());
+  const auto [xml, binary] = through_libplist(*encode(tree, GetParam()), GetParam());
   ASSERT_FALSE(xml.empty());
   ASSERT_FALSE(binary.empty());
-  expectSame(xml, tree, " by XML");
-  expectSame(binary, tree, " by binary");
+  expect_same(xml, tree, " by XML");
+  expect_same(binary, tree, " by binary");
 }
 
 }  // namespace

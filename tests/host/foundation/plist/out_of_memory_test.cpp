@@ -13,7 +13,7 @@
 #include "host/foundation/plist/splice.hpp"
 #include "host/foundation/strings/table.hpp"
 #include "tests/host/foundation/plist/samples.hpp"
-#include "tests/host/foundation/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace {
 
@@ -55,15 +55,15 @@ using wispen::testing::TemporaryFolder;
 /// Runs the work with the first, second, third... request refused until one run makes no more of them.
 /// After each run nothing may be left over; `work` says whether it succeeded.
 template <class Work>
-long refuseEach(Work work) {
-  files::freeKeptBlocks();
+long refuse_each(Work work) {
+  files::free_kept_blocks();
   for (long k = 1;; ++k) {
     const long blocks_before = blocks;
     requests = 0;
     refuse_at = k;
     const bool succeeded = work();
     refuse_at = 0;
-    files::freeKeptBlocks();
+    files::free_kept_blocks();
     EXPECT_EQ(blocks, blocks_before) << "leaked when request " << k << " was refused";
     if (requests < k) {
       EXPECT_TRUE(succeeded);
@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, OutOfMemory, ::testing::Values(Format::Xml, Fo
 
 TEST_P(OutOfMemory, MakesReadingAnErrorWithoutLeaks) {
   const std::string bytes = *encode(everything(), GetParam());
-  const long count = refuseEach([&] { return Document::parse(bytes).ok(); });
+  const long count = refuse_each([&] { return Document::parse(bytes).ok(); });
   EXPECT_GT(count, 2);
   std::printf("%ld requests refused one by one\n", count);
 }
@@ -86,12 +86,12 @@ TEST_P(OutOfMemory, MakesReadingAnErrorWithoutLeaks) {
 TEST_P(OutOfMemory, MakesWritingAnErrorAndKeepsTheFile) {
   const TemporaryFolder folder;
   const std::string path = folder / "values.plist";
-  ASSERT_TRUE(updateFile(path, {{"a", 1}, {"nested", Array{1, "two"}}}, GetParam()));
+  ASSERT_TRUE(update_file(path, {{"a", 1}, {"nested", Array{1, "two"}}}, GetParam()));
   const Tree before = Tree::of(Document::read(path)->root());
   const std::vector<Change> changes = {{"a", 2}, {"b", everything()}};
   const Tree after = Tree::of(Document::parse(*splice(*Document::read(path), changes))->root());
-  const long count = refuseEach([&] {
-    const bool done = updateFile(path, changes).ok();
+  const long count = refuse_each([&] {
+    const bool done = update_file(path, changes).ok();
     const long armed = std::exchange(refuse_at, 0);
     const long counted = requests;
     {
@@ -101,7 +101,7 @@ TEST_P(OutOfMemory, MakesWritingAnErrorAndKeepsTheFile) {
       EXPECT_TRUE(tree == after || (!done && tree == before));
       // Where even the old file could not be read for want of memory, nothing may have been written.
       EXPECT_TRUE(done || tree == before);
-      EXPECT_TRUE(updateFile(path, {{"a", 1}, {"b", std::nullopt}}));
+      EXPECT_TRUE(update_file(path, {{"a", 1}, {"b", std::nullopt}}));
     }
     refuse_at = armed;
     requests = counted;
@@ -114,14 +114,14 @@ TEST_P(OutOfMemory, MakesWritingAnErrorAndKeepsTheFile) {
 TEST(OutOfMemory, MakesAnEncodingAnErrorWithoutLeaks) {
   const Tree tree = everything();
   for (const Format format : {Format::Xml, Format::Binary}) {
-    EXPECT_GT(refuseEach([&] { return encode(tree, format).ok(); }), 2);
+    EXPECT_GT(refuse_each([&] { return encode(tree, format).ok(); }), 2);
   }
 }
 
 TEST(OutOfMemory, MakesATableAnErrorWithoutLeaks) {
   const std::string text =
       "\"a long key that needs memory\" = \"a long text that needs memory\";\n\"b\" = \"\\U00e4\";";
-  EXPECT_GT(refuseEach([&] { return !strings::Table::parse(text, "Root.strings").error(); }), 2);
+  EXPECT_GT(refuse_each([&] { return !strings::Table::parse(text, "Root.strings").error(); }), 2);
 }
 
 }  // namespace

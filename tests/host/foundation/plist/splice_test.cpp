@@ -8,15 +8,15 @@
 #include "host/foundation/plist/utf.hpp"
 #include "tests/host/foundation/plist/binary_maker.hpp"
 #include "tests/host/foundation/plist/samples.hpp"
-#include "tests/host/foundation/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::plist {
 namespace {
 
 using testing::binary;
 using testing::everything;
-using testing::treeOf;
-using testing::xmlDictionary;
+using testing::tree_of;
+using testing::xml_dictionary;
 using namespace std::string_literals;
 
 std::string spliced(const std::string& bytes, const std::vector<Change>& changes) {
@@ -83,11 +83,11 @@ TEST(SpliceXml, RemovesKeysWithTheirSpace) {
 TEST(SpliceXml, KeepsUtf16) {
   for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
     std::string before;
-    appendUtf16(before,
-                "\xEF\xBB\xBF<plist><dict><key>\xC3\xA4</key><true/><key>b</key><true/></dict></plist>",
-                order);
+    append_utf16(before,
+                 "\xEF\xBB\xBF<plist><dict><key>\xC3\xA4</key><true/><key>b</key><true/></dict></plist>",
+                 order);
     std::string after;
-    appendUtf16(
+    append_utf16(
         after,
         "\xEF\xBB\xBF<plist><dict><key>\xC3\xA4</key><string>\xF0\x9F\x98\x80</string><key>b</key><true/>"
         "</dict></plist>",
@@ -97,10 +97,10 @@ TEST(SpliceXml, KeepsUtf16) {
 }
 
 TEST(SpliceXml, TurnsBinaryForWhatXmlCannotHold) {
-  const std::string before = xmlDictionary("<key>a</key><true/><key>b</key><true/>");
+  const std::string before = xml_dictionary("<key>a</key><true/><key>b</key><true/>");
   const std::string after = spliced(before, {{"b", "\x1B"}});
   EXPECT_EQ(Document::parse(after)->format(), Format::Binary);
-  EXPECT_EQ(treeOf(after), Tree(Dictionary{{"a", true}, {"b", "\x1B"}}));
+  EXPECT_EQ(tree_of(after), Tree(Dictionary{{"a", true}, {"b", "\x1B"}}));
 }
 
 TEST(SpliceBinary, KeepsTheBytesOfEveryOtherObject) {
@@ -109,7 +109,7 @@ TEST(SpliceBinary, KeepsTheBytesOfEveryOtherObject) {
       binary({"\xD3\x01\x02\x03\x04\x05\x06"s, "\x51"s + "a", "\x51"s + "b", "\x51"s + "c",
               "\x22\x3F\xC0\x00\x00"s, "\x11\x00\x07"s, "\xA2\x04\x05"s});
   const std::string after = spliced(before, {{"b", "new"}});
-  EXPECT_EQ(treeOf(after), Tree(Dictionary{{"a", 1.5}, {"b", "new"}, {"c", Array{1.5, 7}}}));
+  EXPECT_EQ(tree_of(after), Tree(Dictionary{{"a", 1.5}, {"b", "new"}, {"c", Array{1.5, 7}}}));
   EXPECT_THAT(after, ::testing::HasSubstr("\x22\x3F\xC0\x00\x00\x11\x00\x07\xA2\x04\x05"s));
 }
 
@@ -129,7 +129,7 @@ TEST(SpliceBinary, WidensReferencesWhenObjectsOutgrowThem) {
   for (int i = 120; i < 200; ++i) {
     members.push_back({"k" + std::to_string(i), 1000 + i});
     bytes = spliced(bytes, {{members.back().key, members.back().value}});
-    ASSERT_EQ(treeOf(bytes), Tree(members));
+    ASSERT_EQ(tree_of(bytes), Tree(members));
   }
 }
 
@@ -146,22 +146,22 @@ TEST_P(Splice, ChangesAddsAndRemovesWithoutTouchingTheRest) {
     EXPECT_EQ(Document::parse(without)->root().count(), original.size() - 1);
     const Result<Document> back = Document::parse(spliced(without, {{member.key, member.value}}));
     EXPECT_EQ(Tree::of(*back->root().find(member.key)), member.value) << member.key;
-    EXPECT_EQ(treeOf(spliced(bytes, {{member.key, member.value}})), Tree(original)) << member.key;
+    EXPECT_EQ(tree_of(spliced(bytes, {{member.key, member.value}})), Tree(original)) << member.key;
   }
 }
 
 TEST_P(Splice, SettingTheSameValueGivesTheSameFile) {
   const std::string bytes = *encode(everything(), GetParam());
-  EXPECT_EQ(treeOf(spliced(bytes, {{"one", 1}})), everything());
+  EXPECT_EQ(tree_of(spliced(bytes, {{"one", 1}})), everything());
   const Tree array = Tree::of(*Document::parse(bytes)->root().find("array"));
   const std::string same = spliced(bytes, {{"array", array}});
-  EXPECT_EQ(treeOf(same), everything());
+  EXPECT_EQ(tree_of(same), everything());
   EXPECT_TRUE(GetParam() == Format::Binary || same == bytes);
 }
 
 TEST_P(Splice, LetsTheLastChangeOfAKeyCount) {
   const std::string bytes = *encode(Tree(Dictionary{{"a", 1}}), GetParam());
-  EXPECT_EQ(treeOf(spliced(bytes, {{"a", 2}, {"b", 3}, {"a", std::nullopt}, {"b", 4}})),
+  EXPECT_EQ(tree_of(spliced(bytes, {{"a", 2}, {"b", 3}, {"a", std::nullopt}, {"b", 4}})),
             Tree(Dictionary{{"b", 4}}));
 }
 
@@ -170,14 +170,14 @@ TEST_P(Splice, LeavesOneOfEqualKeys) {
   ASSERT_EQ(Document::parse(bytes)->root().count(), 3U);
   const std::string set = spliced(bytes, {{"a", 4}});
   EXPECT_EQ(Document::parse(set)->root().count(), 2U);
-  EXPECT_EQ(treeOf(set), Tree(Dictionary{{"a", 4}, {"b", 2}}));
-  EXPECT_EQ(treeOf(spliced(bytes, {{"a", std::nullopt}})), Tree(Dictionary{{"b", 2}}));
+  EXPECT_EQ(tree_of(set), Tree(Dictionary{{"a", 4}, {"b", 2}}));
+  EXPECT_EQ(tree_of(spliced(bytes, {{"a", std::nullopt}})), Tree(Dictionary{{"b", 2}}));
 }
 
 TEST_P(Splice, WritesAFreshFileWhereThereIsNoDictionary) {
   const std::vector<Change> changes = {{"a", 1}, {"b", std::nullopt}};
   const Result<std::string> fresh = splice(std::nullopt, changes, GetParam());
-  EXPECT_EQ(treeOf(*fresh), Tree(Dictionary{{"a", 1}}));
+  EXPECT_EQ(tree_of(*fresh), Tree(Dictionary{{"a", 1}}));
   EXPECT_EQ(Document::parse(*fresh)->format(), GetParam());
   const Result<Document> array = Document::parse(*encode(Tree(Array{1}), Format::Xml));
   EXPECT_EQ(*splice(*array, changes, GetParam()), *fresh);
@@ -199,7 +199,7 @@ TEST_P(Splice, UpdatesFilesOneAfterTheOtherWithoutLosingKeys) {
   Dictionary expected;
   for (int i = 0; i < 50; ++i) {
     expected.push_back({"key " + std::to_string(i), i});
-    ASSERT_TRUE(updateFile(path, {{expected.back().key, i}}, GetParam()));
+    ASSERT_TRUE(update_file(path, {{expected.back().key, i}}, GetParam()));
   }
   EXPECT_EQ(Tree::of(Document::read(path)->root()), Tree(expected));
   EXPECT_EQ(folder.names().size(), 1U);
@@ -208,8 +208,8 @@ TEST_P(Splice, UpdatesFilesOneAfterTheOtherWithoutLosingKeys) {
 TEST_P(Splice, ReplacesAFileThatCannotBeRead) {
   const wispen::testing::TemporaryFolder folder;
   const std::string path = folder / "values.plist";
-  wispen::testing::writeFile(path, "<plist><dict><key>a</key>");
-  ASSERT_TRUE(updateFile(path, {{"b", 1}}, GetParam()));
+  wispen::testing::write_file(path, "<plist><dict><key>a</key>");
+  ASSERT_TRUE(update_file(path, {{"b", 1}}, GetParam()));
   EXPECT_EQ(Tree::of(Document::read(path)->root()), Tree(Dictionary{{"b", 1}}));
 }
 
@@ -217,10 +217,10 @@ TEST_P(Splice, DoesNotLockWritersThatReadBeforeTheOtherWrote) {
   // By contract: two writers at the same moment may lose one another's keys, one after the other never.
   const wispen::testing::TemporaryFolder folder;
   const std::string path = folder / "values.plist";
-  ASSERT_TRUE(updateFile(path, {{"a", 0}}, GetParam()));
+  ASSERT_TRUE(update_file(path, {{"a", 0}}, GetParam()));
   const Result<Document> seen_by_first = Document::read(path);
-  ASSERT_TRUE(updateFile(path, {{"second", 2}}, GetParam()));
-  wispen::testing::writeFile(path, *splice(*seen_by_first, {{"first", 1}}));
+  ASSERT_TRUE(update_file(path, {{"second", 2}}, GetParam()));
+  wispen::testing::write_file(path, *splice(*seen_by_first, {{"first", 1}}));
   EXPECT_EQ(Tree::of(Document::read(path)->root()), Tree(Dictionary{{"a", 0}, {"first", 1}}));
 }
 
