@@ -85,8 +85,9 @@ TEST_F(LongRunTest, AHundredThousandValuesReadAndWrittenLeaveMemoryAndDescriptor
 
 TEST_F(LongRunTest, AHostStartsAndStopsManyTimesOnManyRoots) {
   load_shipped_bundle();
-  const std::size_t descriptors_before = open_descriptors();
+  std::size_t descriptors_before = 0;
   for (int i = 0; i < 50; ++i) {
+    if (i == 5) descriptors_before = open_descriptors();  // with a notification's file open, which is kept
     ASSERT_EQ(wispen_host_stop(), 1);
     wispen_host_options options{};
     options.size = sizeof options;
