@@ -48,7 +48,8 @@ class TemporaryFolder {
   }
   std::vector<std::string> names() const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) names.push_back(entry.path().filename());
+    for (const auto& entry : std::filesystem::directory_iterator(path_))
+      names.push_back(entry.path().filename());
     return names;
   }
 
