@@ -20,8 +20,8 @@ std::set<std::string>& capabilities() {
 /// Reads one list's items; it knows the table that their texts are translated by.
 class ListReader {
  public:
-  ListReader(const NSBundle& bundle, const NSString& name, const NSObject& target)
-      : bundle_(bundle), name_(name), target_(target) {}
+  ListReader(NSBundle bundle, NSString name, NSObject target)
+      : bundle_(std::move(bundle)), name_(std::move(name)), target_(std::move(target)) {}
 
   Specifier read(const NSDictionary& item) const {
     const auto cell = text(item, "cell"_ns);

@@ -32,7 +32,7 @@ void add_json(CLI::App& command, CommonOptions& options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only memory can run out
   CLI::App app{"Runs, shows and checks the settings bundle on the desktop.", "wispen"};
   app.require_subcommand(1);
   app.footer("Exit status: 0 done, 1 failed, 2 wrong use.");

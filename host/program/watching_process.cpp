@@ -3,17 +3,15 @@
 #include "host/program/watching_process.hpp"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <sstream>
 #include <utility>
-
-extern char** environ;
 
 namespace wispen::program {
 

@@ -301,6 +301,7 @@ class Original<R(Args...)> {
 
   template <class Receiver>
   R operator()(const Receiver& receiver, const Args&... arguments) const {
+    if (implementation_ == nullptr) return R();
     const auto implementation =
         reinterpret_cast<typename Marshal<R>::Raw (*)(abi::id, abi::SEL, typename Marshal<Args>::Raw...)>(
             implementation_);
