@@ -3,7 +3,7 @@
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
 
-.PHONY: help setup build run test lint format asan tsan clang bench fuzz clean
+.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean
 
 help: ## list the commands
 	@grep -hE '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 20
@@ -11,11 +11,14 @@ help: ## list the commands
 setup: ## install the Debian packages that are missing
 	@tools/setup
 
-build: setup ## build everything into build/out
-	@cmake --preset default
+configure: setup
+	@cmake --preset default >/dev/null || cmake --preset default
+
+build: configure ## build everything into build/out
 	@cmake --build build/default -j $(JOBS)
 
-run: build ## the main job: set values on the pages, see the file and the notification
+run: configure ## the main job: set values on the pages, see the file and the notification
+	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot
 	@build/out/wispen run
 
 test: build ## build and pass all tests
