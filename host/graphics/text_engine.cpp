@@ -41,6 +41,32 @@ constexpr std::array<FontFile, 14> kFiles{{
     {"fonts-droid-fallback", "/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf"},
 }};
 
+// Emoji come as bitmaps of one size, which have to be told to scale; text that asks for emoji asks by this
+// name.
+constexpr std::string_view kRules = R"(<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig>
+  <match target="pattern">
+    <test name="family"><string>emoji</string></test>
+    <edit name="family" mode="prepend" binding="strong"><string>Noto Color Emoji</string></edit>
+  </match>
+  <match target="font">
+    <test name="outline" compare="eq"><bool>false</bool></test>
+    <edit name="pixelsizefixupfactor" mode="assign">
+      <divide><name target="pattern">pixelsize</name><name target="font">pixelsize</name></divide>
+    </edit>
+    <edit name="matrix" mode="assign">
+      <times>
+        <name>matrix</name>
+        <matrix>
+          <name>pixelsizefixupfactor</name><double>0</double>
+          <double>0</double><name>pixelsizefixupfactor</name>
+        </matrix>
+      </times>
+    </edit>
+  </match>
+</fontconfig>)";
+
 constexpr std::string_view kFallbackFamilies =
     ",Noto Sans Arabic,Noto Sans Hebrew,Noto Sans Devanagari,Noto Sans Thai,Noto Color Emoji,Droid Sans "
     "Fallback,Noto Sans Symbols,Noto Sans Symbols2";
@@ -86,6 +112,7 @@ class FontSet {
 
  private:
   FontSet() : config_(FcConfigCreate()) {
+    FcConfigParseAndLoadFromMemory(config_, reinterpret_cast<const FcChar8*>(kRules.data()), FcTrue);
     for (const std::string_view cut : {"Inter", "InterDisplay"}) {
       for (const InterWeight& weight : kInterWeights) {
         const std::string upright =
@@ -178,8 +205,13 @@ FaceAdjustment TextEngine::adjustment(const Font& font) {
         font.weight() >= font_weight::kSemibold ? font_weight::kBold : font_weight::kRegular;
     return {0.979, 0, (font.weight() - nearest) * kStemPerWeight};
   }
+  // Letters as high as the platform's are as wide too, but for a little: reading sizes run closer there, and
+  // the display cut less so.
   constexpr double kCapHeightRatio = 0.704590 / 0.727273;
-  return {kCapHeightRatio, 0, 0};
+  constexpr double kDisplayTracking = 0.015;
+  constexpr double kTextTracking = -0.0075;
+  if (font.size() >= kDisplaySize) return {kCapHeightRatio, kDisplayTracking, 0};
+  return {kCapHeightRatio, kTextTracking * std::clamp((font.size() - 12) / 5, 0.0, 1.0), 0};
 }
 
 }  // namespace wispen::graphics

@@ -71,6 +71,21 @@ LineHeights heights(const AttributedText& text, const PangoLayoutLine* line, std
   return result;
 }
 
+// The text library widens the ellipsis until the line fills its box, which leaves a hole in the text.
+void tighten_ellipsis(const PangoLayoutLine* line) {
+  for (const GSList* each = line->runs; each != nullptr; each = each->next) {
+    const auto* run = static_cast<const PangoGlyphItem*>(each->data);
+    if ((run->item->analysis.flags & PANGO_ANALYSIS_FLAG_IS_ELLIPSIS) == 0) continue;
+    for (int i = 0; i < run->glyphs->num_glyphs; ++i) {
+      PangoRectangle logical{};
+      PangoGlyphInfo& glyph = run->glyphs->glyphs[i];
+      pango_font_get_glyph_extents(run->item->analysis.font, glyph.glyph, nullptr, &logical);
+      glyph.geometry.width = std::min(glyph.geometry.width, logical.width);
+      glyph.geometry.x_offset = 0;
+    }
+  }
+}
+
 /// Sets text line by line into a layout's content.
 class Setter {
  public:
@@ -161,7 +176,9 @@ class Setter {
     pango_layout_set_width(layout, pango_width(constraints_.width));
     pango_layout_set_height(layout, -1);
     pango_layout_set_ellipsize(layout, ellipsize_mode(constraints_.line_break));
-    append(pango_layout_get_line_readonly(layout, 0), content_.pieces.size() - 1);
+    PangoLayoutLine* line = pango_layout_get_line(layout, 0);  // not the read-only one: its glyphs are moved
+    tighten_ellipsis(line);
+    append(line, content_.pieces.size() - 1);
   }
 
   void align() {
