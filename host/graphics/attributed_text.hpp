@@ -25,7 +25,7 @@ struct TextAttributes {
   Font font;
   std::optional<Colour> colour;      ///< none: the colour that the text is drawn with
   std::optional<Colour> background;  ///< behind the run, as tall as its line
-  double kern = 0;                   ///< points added after each character
+  double kern = 0;                   ///< points added between characters, and none at the ends of a line
   double baseline_offset = 0;        ///< points, upwards
   bool underline = false;
   bool strikethrough = false;

@@ -69,12 +69,34 @@ std::optional<ImageHeader> webp_header(std::string_view bytes) {
   return std::nullopt;
 }
 
+bool png_is_complete(std::string_view bytes) {
+  std::size_t offset = 8;
+  while (offset + 12 <= bytes.size()) {
+    const std::size_t length = big_endian_32(bytes, offset);
+    if (length > bytes.size() - offset - 12) return false;
+    if (bytes.substr(offset + 4, 4) == "IEND") return true;
+    offset += length + 12;
+  }
+  return false;
+}
+
+bool webp_is_complete(std::string_view bytes) {
+  const std::size_t length = little_endian_16(bytes, 4) | std::size_t{little_endian_16(bytes, 6)} << 16;
+  return length <= bytes.size() - 8;
+}
+
 }  // namespace
 
 std::optional<ImageHeader> read_image_header(std::string_view bytes) {
   if (auto header = png_header(bytes)) return header;
   if (auto header = jpeg_header(bytes)) return header;
   return webp_header(bytes);
+}
+
+bool image_is_complete(std::string_view bytes) {
+  if (png_header(bytes)) return png_is_complete(bytes);
+  if (jpeg_header(bytes)) return bytes.rfind("\xFF\xD9") != std::string_view::npos;
+  return webp_header(bytes) && webp_is_complete(bytes);
 }
 
 }  // namespace wispen::graphics

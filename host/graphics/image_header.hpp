@@ -16,4 +16,8 @@ struct ImageHeader {
 /// Nothing when the bytes are no PNG, JPEG or WebP file, or end before the size is told.
 std::optional<ImageHeader> read_image_header(std::string_view bytes);
 
+/// Whether the file's own marks say that its end is there. Decoders show what they have; a view would then
+/// show half a picture, and no one would know.
+bool image_is_complete(std::string_view bytes);
+
 }  // namespace wispen::graphics
