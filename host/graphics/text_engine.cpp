@@ -102,17 +102,17 @@ const InterWeight& nearest_weight(double weight) {
 class FontSet {
  public:
   static const FontSet& shared() {
-    // Kept to the end of the process: threads may still draw while it ends.
-    static const auto* set = new FontSet();  // NOLINT(cppcoreguidelines-owning-memory)
-    return *set;
+    // Engines of threads that still draw while the process ends hold references of their own.
+    static const FontSet set;
+    return set;
   }
 
-  FcConfig* config() const { return config_; }
+  FcConfig* config() const { return config_.get(); }
   const std::vector<std::string>& missing_packages() const { return missing_packages_; }
 
  private:
   FontSet() : config_(FcConfigCreate()) {
-    FcConfigParseAndLoadFromMemory(config_, reinterpret_cast<const FcChar8*>(kRules.data()), FcTrue);
+    FcConfigParseAndLoadFromMemory(config(), reinterpret_cast<const FcChar8*>(kRules.data()), FcTrue);
     for (const std::string_view cut : {"Inter", "InterDisplay"}) {
       for (const InterWeight& weight : kInterWeights) {
         const std::string upright =
@@ -127,13 +127,13 @@ class FontSet {
   }
 
   void add(std::string_view package, const std::string& path) {
-    if (FcConfigAppFontAddFile(config_, reinterpret_cast<const FcChar8*>(path.c_str())) != FcFalse) return;
+    if (FcConfigAppFontAddFile(config(), reinterpret_cast<const FcChar8*>(path.c_str())) != FcFalse) return;
     if (std::find(missing_packages_.begin(), missing_packages_.end(), package) == missing_packages_.end()) {
       missing_packages_.emplace_back(package);
     }
   }
 
-  FcConfig* config_;
+  std::unique_ptr<FcConfig, Releaser<&FcConfigDestroy>> config_;
   std::vector<std::string> missing_packages_;
 };
 
