@@ -27,3 +27,13 @@ if(WISPEN_SANITIZE)
   add_compile_options(-fsanitize=${WISPEN_SANITIZE} -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${WISPEN_SANITIZE})
 endif()
+
+# The code under test must report its branches to the fuzzer, not only the fuzz target itself.
+if(WISPEN_BUILD_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# g++ 12 sees overlapping copies in every "literal" + std::string at -O3 (its bug 105651, gone in 13).
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  add_compile_options(-Wno-restrict)
+endif()

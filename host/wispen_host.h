@@ -64,10 +64,19 @@ const char* wispen_host_last_error(void);
  *  line, a list that is missing), oldest first; null when there is none left. Valid until the next call. */
 const char* wispen_host_next_problem(void);
 
+/** The folder of the user's own device root, which is used where nobody names another:
+ *  $XDG_DATA_HOME/wispen/root, else ~/.local/share/wispen/root. Only computed; "" where there is no home.
+ * Valid until the next call of this library. */
+const char* wispen_host_default_root(void);
+
 /** The path of the device root, absolute; null when no host runs. */
 const char* wispen_host_root(void);
 /** The real path of a path on the phone. Null on failure. Valid until the next call. */
 const char* wispen_host_path(const char* device_path);
+
+/** The real path of a path of the jailbreak's, as the root-path library gives it to the bundle: below /var/jb
+ * on a rootless root. Null on failure. Valid until the next call. */
+const char* wispen_host_jailbreak_path(const char* path);
 
 /** Opens a bundle and loads its code. Gives the NSBundle (not to be released), or null. A bundle that is
  *  loaded already is opened again, its data read anew. */

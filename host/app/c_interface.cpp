@@ -120,6 +120,19 @@ extern "C" {
   return answer.c_str();
 }
 
+[[gnu::visibility("default")]] const char* wispen_host_default_root(void) {
+  auto folder = wispen::DeviceRoot::default_folder();
+  answer = folder ? *std::move(folder) : std::string();
+  return answer.c_str();
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_jailbreak_path(const char* path) {
+  if (!is_running()) return nullptr;
+  const std::string below_jailbreak =
+      std::string(host->root().device_jbroot()) + (path != nullptr ? path : "");
+  return wispen_host_path(below_jailbreak.c_str());
+}
+
 [[gnu::visibility("default")]] wispen_host_object wispen_host_load_bundle(const char* path) {
   if (!is_running()) return nullptr;
   const objc::AutoreleasePool pool;
@@ -182,7 +195,7 @@ extern "C" {
 
 [[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
   const auto& names = wispen::posted_notifications();
-  return index < names.size() ? names[index].c_str() : nullptr;
+  return index < names.size() ? names[index]->c_str() : nullptr;
 }
 
 [[gnu::visibility("default")]] int wispen_host_listen(const char* name, wispen_host_listener listener,

@@ -71,10 +71,7 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   if (auto usable = check(options); !usable) return usable.error();
   auto root = DeviceRoot::open(options.root, options.layout);
   if (!root) return root.error();
-  // Foundation keeps its own defaults where the phone keeps caches: below the root, not the account's home.
-  auto private_folder = root->resolve("/var/mobile/Library/Caches/foundation");
-  if (!private_folder) return private_folder.error();
-  if (auto started = start_foundation(*private_folder); !started) return started.error();
+  if (auto started = start_foundation(); !started) return started.error();
   preferences::Specifier::define();
   preferences::ListController::define();
 

@@ -2,11 +2,6 @@
 
 #include "host/foundation/foundation_start.hpp"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
-
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/file_dictionaries.hpp"
 #include "platform/Foundation.hpp"
@@ -15,34 +10,34 @@ namespace wispen {
 
 namespace {
 
-// Foundation ignores $HOME and keeps its defaults below the account's home, unless a configuration file
-// says otherwise; it looks for that file once, when it first needs a path.
-Result<void> write_private_configuration(const std::string& folder) {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  const std::string file = folder + "/GNUstep.conf";
-  std::ofstream configuration(file);
-  configuration << "GNUSTEP_USER_DIR=" << folder << "\nGNUSTEP_USER_DEFAULTS_DIR=" << folder
-                << "\nGNUSTEP_USER_CONFIG_FILE=none\n";
-  configuration.close();
-  if (error || !configuration) return Error{"cannot write Foundation's configuration " + file};
-  // Foundation refuses a configuration that others may write.
-  std::filesystem::permissions(file, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
-                               error);
-  ::setenv("GNUSTEP_CONFIG_FILE", file.c_str(), 1);
-  return {};
+extern "C" {
+/// Foundation's own door for a configuration made by the program; it works out its paths again.
+objc::abi::id GNUstepConfig(objc::abi::id configuration);
+}
+
+// Foundation ignores $HOME and keeps its defaults below the account's home. A configuration file would have
+// to be named in the environment before the process starts, so it is told directly. The folder can never be
+// made: Foundation's own defaults live and die with the process.
+void keep_out_of_the_home() {
+  const objc::AutoreleasePool pool;
+  const auto configuration = objc::retain<NSDictionary>(GNUstepConfig(nullptr)).mutableCopy();
+  for (const NSString& key : {"GNUSTEP_USER_DIR"_ns, "GNUSTEP_USER_DEFAULTS_DIR"_ns}) {
+    configuration.setObject("/proc/no-device-root/foundation"_ns, key);
+  }
+  configuration.setObject("none"_ns, "GNUSTEP_USER_CONFIG_FILE"_ns);
+  GNUstepConfig(objc::borrow(configuration));
 }
 
 }  // namespace
 
-Result<void> start_foundation(const std::string& private_folder) {
+Result<void> start_foundation() {
   static bool started = false;
   if (started) return {};
-  if (auto written = write_private_configuration(private_folder); !written) return written;
   // Nothing in C++ names a symbol of Foundation: linked without care it is dropped, and every message
   // after that is lost without a word.
   if (!objc::class_named<"NSString">())
     return Error{"Foundation is not linked: the class NSString is missing"};
+  keep_out_of_the_home();
   install_file_dictionaries();
   install_bundles();
   started = true;

@@ -2,6 +2,8 @@
 
 #include "host/foundation/notification_center.hpp"
 
+#include <unordered_set>
+
 #include "host/core/current_root.hpp"
 #include "host/core/notification_poster.hpp"
 #include "host/foundation/problems.hpp"
@@ -16,16 +18,21 @@ constexpr std::size_t kMostRemembered = 1'000'000;
 
 __CFNotificationCenter darwin_center;
 
-std::deque<std::string>& posted() {
-  static auto* const names = new std::deque<std::string>();
+std::deque<const std::string*>& posted() {
+  static auto* const names = new std::deque<const std::string*>();
   return *names;
+}
+
+const std::string& kept(const std::string& name) {
+  static auto* const names = new std::unordered_set<std::string>();
+  return *names->insert(name).first;
 }
 
 }  // namespace
 
 namespace wispen {
 
-const std::deque<std::string>& posted_notifications() { return posted(); }
+const std::deque<const std::string*>& posted_notifications() { return posted(); }
 void clear_posted_notifications() { posted().clear(); }
 
 }  // namespace wispen
@@ -43,7 +50,7 @@ extern "C" {
   const auto text = objc::retain<NSString>(name);
   if (center != &darwin_center || !text || !wispen::current_root()) return;
   const std::string posted_name = text.utf8();
-  if (posted().size() < kMostRemembered) posted().push_back(posted_name);
+  if (posted().size() < kMostRemembered) posted().push_back(&kept(posted_name));
   if (const auto sent = wispen::post_notification(posted_name); !sent) {
     wispen::report_problem("the notification " + posted_name + " was not posted: " + sent.error().message);
   }

@@ -6,8 +6,9 @@
 
 namespace wispen {
 
-/// The names that this process posted, in order, since they were cleared. Main thread.
-const std::deque<std::string>& posted_notifications();
+/// The names that this process posted, in order, since they were cleared; each name is kept once, for the
+/// life of the process. Main thread.
+const std::deque<const std::string*>& posted_notifications();
 void clear_posted_notifications();
 
 }  // namespace wispen

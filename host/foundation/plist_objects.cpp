@@ -112,7 +112,7 @@ NSObject object_of(const plist::Value& value) {
     case plist::Type::Real:
       return NSNumber::numberWithDouble(value.real());
     case plist::Type::String: {
-      if (const auto in_place = value.stringView()) return string_of(*in_place);
+      if (const auto in_place = value.string_view()) return string_of(*in_place);
       return string_of(value.string());
     }
     case plist::Type::Data: {

@@ -20,17 +20,17 @@ std::string valid_utf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const std::size_t valid = plist::utf8ErrorOffset(bytes);
+    const std::size_t valid = plist::utf8_error_offset(bytes);
     for (const char byte : bytes.substr(0, valid)) {
       if (byte == '\0') {
-        plist::appendUtf8(text, kPictureOfNul);
+        plist::append_utf8(text, kPictureOfNul);
       } else {
         text += byte;
       }
     }
     bytes.remove_prefix(valid);
     if (bytes.empty()) break;
-    plist::appendUtf8(text, plist::kReplacementCharacter);
+    plist::append_utf8(text, plist::kReplacementCharacter);
     bytes.remove_prefix(1);
   }
   return text;
@@ -48,7 +48,7 @@ std::string valid_utf8(std::u16string_view units) {
     } else if (character == 0) {
       character = kPictureOfNul;
     }
-    plist::appendUtf8(text, character);
+    plist::append_utf8(text, character);
   }
   return text;
 }

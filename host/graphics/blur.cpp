@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kPasses = 3;
 constexpr int kMeanShift = 24;
+constexpr double kLeastSigma = 0.25;
+constexpr double kLargestSigma = 1000;
 
 using Sums = std::array<std::uint32_t, 4>;
 
@@ -78,7 +80,7 @@ void blur_whole(const MutablePixelView& pixels, double sigma) {
 }
 
 // A strong blur leaves nothing that a smaller picture could not hold.
-int reduction(const MutablePixelView& pixels, double sigma) {
+int reduction(const PixelView& pixels, double sigma) {
   constexpr double kSigmaLeft = 3;
   int factor = 1;
   while (factor < 16 && sigma / (factor * 2) >= kSigmaLeft && pixels.width >= factor * 4 &&
@@ -90,21 +92,21 @@ int reduction(const MutablePixelView& pixels, double sigma) {
 
 }  // namespace
 
-void blur(const MutablePixelView& pixels, double sigma) {
-  if (PixelView(pixels).empty() || !(sigma > 0.25)) return;
-  sigma = std::min(sigma, 1000.0);
-  const int factor = reduction(pixels, sigma);
-  if (factor == 1) {
-    blur_whole(pixels, sigma);
-    return;
-  }
-  const int width = std::max(1, (pixels.width + factor / 2) / factor);
-  const int height = std::max(1, (pixels.height + factor / 2) / factor);
+void blur(const MutablePixelView& pixels, double sigma) { soften(pixels, 0, 0, pixels, sigma, 1); }
+
+void soften(const PixelView& source, int left, int top, const MutablePixelView& target, double sigma,
+            double saturation) {
+  if (source.empty() || PixelView(target).empty()) return;
+  sigma = sigma > kLeastSigma ? std::min(sigma, kLargestSigma) : 0;
+  const int factor = reduction(source, sigma);
+  const int width = std::max(1, (source.width + factor / 2) / factor);
+  const int height = std::max(1, (source.height + factor / 2) / factor);
   std::vector<std::uint32_t> memory(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   const MutablePixelView small{memory.data(), width, height, width};
-  resample(pixels, Rect::make(0, 0, width, height), small);
-  blur_whole(small, sigma / factor);
-  resample(small, Rect::make(0, 0, pixels.width, pixels.height), pixels);
+  resample(source, Rect::make(0, 0, width, height), small);
+  if (sigma > 0) blur_whole(small, sigma / factor);
+  saturate(small, saturation);
+  resample(small, Rect::make(-left, -top, source.width, source.height), target);
 }
 
 void saturate(const MutablePixelView& pixels, double factor) {

@@ -9,6 +9,11 @@ namespace wispen::graphics {
 /// A flat area stays exactly as it is.
 void blur(const MutablePixelView& pixels, double sigma);
 
+/// Fills `target` with the part of `source` whose top left pixel is (left, top), blurred as by blur() and
+/// then saturated. The rest of the source is only looked at, which costs less than changing it.
+void soften(const PixelView& source, int left, int top, const MutablePixelView& target, double sigma,
+            double saturation);
+
 /// Moves colours away from grey of the same lightness (above 1) or towards it (below 1). Greys stay as they
 /// are.
 void saturate(const MutablePixelView& pixels, double factor);

@@ -88,20 +88,15 @@ void Canvas::draw_material(const Path& path, const Material& material) {
   const Rect shown = device_bounds(cairo, path.bounds()).intersection(device_clip(cairo));
   if (shown.empty()) return;
   const Rect all = Rect::make(0, 0, drawn.width, drawn.height);
+  const Rect pane = shown.offset(target.offset_x, target.offset_y).pixel_aligned().intersection(all);
   // The blur sees a margin around the pane, or a bright spot would appear only once the pane touches it.
-  const Rect area = shown.offset(target.offset_x, target.offset_y)
-                        .inset(-margin, -margin)
-                        .pixel_aligned()
-                        .intersection(all);
-  auto behind = Pixels::create(std::llround(area.width()), std::llround(area.height()));
-  if (!behind) return;
-  const MutablePixelView copy = behind->mutable_view();
-  for (int y = 0; y < copy.height; ++y) {
-    const std::uint32_t* row = drawn.row(y + static_cast<int>(area.min_y())) + static_cast<int>(area.min_x());
-    std::copy_n(row, copy.width, copy.row(y));
-  }
-  blur(copy, sigma);
-  saturate(copy, material.saturation);
+  const Rect area = pane.inset(-margin, -margin).intersection(all);
+  auto softened = Pixels::create(std::llround(pane.width()), std::llround(pane.height()));
+  if (!softened) return;
+  const PixelView behind{drawn.row(static_cast<int>(area.min_y())) + static_cast<int>(area.min_x()),
+                         static_cast<int>(area.width()), static_cast<int>(area.height()), drawn.stride};
+  soften(behind, static_cast<int>(pane.min_x() - area.min_x()), static_cast<int>(pane.min_y() - area.min_y()),
+         softened->mutable_view(), sigma, material.saturation);
 
   cairo_save(cairo);
   add_path(path);
@@ -109,7 +104,7 @@ void Canvas::draw_material(const Path& path, const Material& material) {
   cairo_save(cairo);
   // Replaced, not laid over: through a half transparent group the sharp picture would shine.
   cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-  paint_pixels_at(cairo, behind->view(), area.min_x() - target.offset_x, area.min_y() - target.offset_y);
+  paint_pixels_at(cairo, softened->view(), pane.min_x() - target.offset_x, pane.min_y() - target.offset_y);
   cairo_restore(cairo);
   set_source(material.tint);
   cairo_paint(cairo);

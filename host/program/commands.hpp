@@ -21,9 +21,9 @@ int read_defaults(const CommonOptions& options, const DefaultsOptions& what);
 int write_defaults(const CommonOptions& options, const DefaultsOptions& what);
 
 struct WatchOptions {
-  std::string name;                // empty: every name
-  unsigned long long count = 0;    // ends after so many posts; 0: never
-  std::optional<double> timeout;   // ends after so many seconds, as a failure where posts are still missing
+  std::string name;               // empty: every name
+  unsigned long long count = 0;   // ends after so many posts; 0: never
+  std::optional<double> timeout;  // ends after so many seconds, as a failure where posts are still missing
 };
 int watch_notifications(const CommonOptions& options, const WatchOptions& what);
 int post_notification(const CommonOptions& options, const std::string& name);

@@ -62,7 +62,8 @@ int read_defaults(const CommonOptions& options, const DefaultsOptions& what) {
     if (!row) return kFailed;
     const NSObject value = row->specifier.performGetter();
     if (options.json) {
-      std::printf("%s\n", Json{{"page", row->page.cls}, {"key", what.key}, {"value", json_of(value)}}.dump().c_str());
+      std::printf("%s\n",
+                  Json{{"page", row->page.cls}, {"key", what.key}, {"value", json_of(value)}}.dump().c_str());
     } else {
       const auto string = objc::cast_or_nil<NSString>(value);
       std::printf("%s\n", string ? string.utf8().c_str() : text_of(value).c_str());
@@ -75,7 +76,8 @@ int read_defaults(const CommonOptions& options, const DefaultsOptions& what) {
     if (options.json) {
       all.push_back({{"page", row.page.cls}, {"key", key_of(row)}, {"value", json_of(value)}});
     } else {
-      std::printf("%s %s %s\n", padded(row.page.cls, 24).c_str(), padded(key_of(row), 28).c_str(), text_of(value).c_str());
+      std::printf("%s %s %s\n", padded(row.page.cls, 24).c_str(), padded(key_of(row), 28).c_str(),
+                  text_of(value).c_str());
     }
   }
   if (options.json) std::printf("%s\n", all.dump(2).c_str());
@@ -99,8 +101,14 @@ int write_defaults(const CommonOptions& options, const DefaultsOptions& what) {
   const bool written = stored && stored.isEqual(*value);
   if (options.json) {
     Json notifications = Json::array();
-    for (std::size_t i = posted_before; i < wispen_host_posted_count(); ++i) notifications.push_back(wispen_host_posted_name(i));
-    std::printf("%s\n", Json{{"page", row->page.cls}, {"key", what.key}, {"value", json_of(stored)}, {"posted", notifications}}.dump().c_str());
+    for (std::size_t i = posted_before; i < wispen_host_posted_count(); ++i)
+      notifications.push_back(wispen_host_posted_name(i));
+    std::printf(
+        "%s\n",
+        Json{
+            {"page", row->page.cls}, {"key", what.key}, {"value", json_of(stored)}, {"posted", notifications}}
+            .dump()
+            .c_str());
   } else if (written) {
     std::printf("%s = %s\n", what.key.c_str(), text_of(stored).c_str());
   }

@@ -12,14 +12,17 @@ namespace {
 using namespace wispen::program;
 
 void add_common(CLI::App& command, CommonOptions& options, bool with_bundle = true) {
-  command.add_option("--root", options.root, "The folder that plays the phone's file system (made on first use)")
+  command
+      .add_option("--root", options.root, "The folder that plays the phone's file system (made on first use)")
       ->type_name("DIR");
   command.add_option("--layout", options.layout, "Where a new root keeps the jailbreak's files")
       ->check(CLI::IsMember({"rootless", "rootful"}))
       ->type_name("rootless|rootful");
   if (with_bundle) {
-    command.add_option("--bundle", options.bundle, "The settings bundle (the one beside this program)")->type_name("DIR");
-    command.add_option("--language", options.languages, "The user's languages, most wanted first")->type_name("de,en");
+    command.add_option("--bundle", options.bundle, "The settings bundle (the one beside this program)")
+        ->type_name("DIR");
+    command.add_option("--language", options.languages, "The user's languages, most wanted first")
+        ->type_name("de,en");
   }
 }
 
@@ -40,7 +43,8 @@ int main(int argc, char** argv) {
     subcommand->callback([&command, body = std::move(body)] { command = body; });
   };
 
-  auto* run = app.add_subcommand("run", "The main job: set values on the pages, and see what another process sees");
+  auto* run =
+      app.add_subcommand("run", "The main job: set values on the pages, and see what another process sees");
   add_common(*run, options);
   on(run, [&] { return tour(options); });
 
@@ -52,7 +56,8 @@ int main(int argc, char** argv) {
   on(pages, [&] { return list_pages(options, page); });
 
   DefaultsOptions defaults_options;
-  auto* defaults = app.add_subcommand("defaults", "Read and write values through a page's own getter and setter");
+  auto* defaults =
+      app.add_subcommand("defaults", "Read and write values through a page's own getter and setter");
   defaults->require_subcommand(1);
   auto* read = defaults->add_subcommand("read", "Print one value, or all of them");
   read->add_option("KEY", defaults_options.key, "The row's key");
@@ -63,7 +68,8 @@ int main(int argc, char** argv) {
       ->check(CLI::IsMember({"bool", "int", "real", "string"}))
       ->type_name("bool|int|real|string");
   for (CLI::App* subcommand : {read, write}) {
-    subcommand->add_option("--page", defaults_options.page, "The page, by its class or list")->type_name("PAGE");
+    subcommand->add_option("--page", defaults_options.page, "The page, by its class or list")
+        ->type_name("PAGE");
     add_common(*subcommand, options);
     add_json(*subcommand, options);
   }
@@ -77,7 +83,9 @@ int main(int argc, char** argv) {
   auto* watch = notify->add_subcommand("watch", "Print each notification as it arrives");
   watch->add_option("NAME", watch_options.name, "This name only");
   watch->add_option("--count", watch_options.count, "End after so many posts")->type_name("N");
-  watch->add_option("--timeout", watch_options.timeout, "End after so many seconds")->type_name("SECONDS")->check(CLI::NonNegativeNumber);
+  watch->add_option("--timeout", watch_options.timeout, "End after so many seconds")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber);
   add_common(*watch, options, false);
   add_json(*watch, options);
   on(watch, [&] { return watch_notifications(options, watch_options); });

@@ -20,7 +20,9 @@ void print_post(const char* name, unsigned long long posts, void* context) {
   auto* const watch = static_cast<Watch*>(context);
   watch->posts += posts;
   if (watch->json) {
-    std::printf("%s\n", Json{{"name", name}, {"posts", posts}}.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
+    std::printf(
+        "%s\n",
+        Json{{"name", name}, {"posts", posts}}.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
   } else if (posts == 1) {
     std::printf("%s\n", name);
   } else {
@@ -53,8 +55,8 @@ int post_notification(const CommonOptions& options, const std::string& name) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start(options);
   if (!session) return kFailed;
-  CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(name.c_str()), nullptr,
-                                       NSDictionary(), true);
+  CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(name.c_str()),
+                                       nullptr, NSDictionary(), true);
   if (const char* const problem = wispen_host_next_problem()) return fail(problem);
   return kDone;
 }

@@ -21,10 +21,12 @@ Json json_of_number(const NSNumber& number) {
   switch (number.objCType()[0]) {
     case 'f': {
       // The digits of a single-precision number, not those of its double.
-      return std::isfinite(number.floatValue()) ? Json(std::stod(number.stringValue().utf8())) : Json(number.stringValue().utf8());
+      return std::isfinite(number.floatValue()) ? Json(std::stod(number.stringValue().utf8()))
+                                                : Json(number.stringValue().utf8());
     }
     case 'd':
-      return std::isfinite(number.doubleValue()) ? Json(number.doubleValue()) : Json(number.stringValue().utf8());
+      return std::isfinite(number.doubleValue()) ? Json(number.doubleValue())
+                                                 : Json(number.stringValue().utf8());
     case 'Q':
     case 'L':
       return number.unsignedLongLongValue();
@@ -67,7 +69,8 @@ Json json_of(const NSObject& value) {
     Json object = Json::object();
     const NSArray keys = dictionary.allKeys();
     for (NSUInteger i = 0; i < keys.count(); ++i) {
-      object[keys.objectAtIndex(i).description().utf8()] = json_of(dictionary.objectForKey(keys.objectAtIndex(i)));
+      object[keys.objectAtIndex(i).description().utf8()] =
+          json_of(dictionary.objectForKey(keys.objectAtIndex(i)));
     }
     return object;
   }

@@ -1,4 +1,5 @@
-// host/program/output.hpp: how the program talks: text for people, JSON for programs, one sentence for errors.
+// host/program/output.hpp: how the program talks: text for people, JSON for programs, one sentence for
+// errors.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -74,7 +74,8 @@ int list_pages(const CommonOptions& options, const std::string& name) {
   for (const Page& page : pages) {
     const NSArray specifiers = page.all_specifiers();
     Json rows = Json::array();
-    if (!options.json) std::printf("%s  %s, %s.plist\n", page.title.c_str(), page.cls.c_str(), page.list.c_str());
+    if (!options.json)
+      std::printf("%s  %s, %s.plist\n", page.title.c_str(), page.cls.c_str(), page.list.c_str());
     for (NSUInteger i = 0; i < specifiers.count(); ++i) {
       const auto specifier = specifiers.objectAtIndex<PSSpecifier>(i);
       if (options.json) {

@@ -38,7 +38,8 @@ Result<NSObject> of_type(const std::string& word, const std::string& type) {
     return not_a(word, "yes or no");
   }
   if (type == "int") {
-    if (const auto value = number_from<long long>(word)) return NSObject(NSNumber::numberWithLongLong(*value));
+    if (const auto value = number_from<long long>(word))
+      return NSObject(NSNumber::numberWithLongLong(*value));
     return not_a(word, "a whole number");
   }
   if (const auto value = number_from<double>(word)) return NSObject(NSNumber::numberWithDouble(*value));

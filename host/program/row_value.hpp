@@ -8,9 +8,9 @@
 
 namespace wispen::program {
 
-/// The value for the row. Its type is the one given ("bool", "int", "real", "string"), else what the row takes: a
-/// switch yes or no, a slider a number within its range, a choice one of its values, a text field text; else
-/// the type of the row's default. An error says what the row would take.
+/// The value for the row. Its type is the one given ("bool", "int", "real", "string"), else what the row
+/// takes: a switch yes or no, a slider a number within its range, a choice one of its values, a text field
+/// text; else the type of the row's default. An error says what the row would take.
 Result<NSObject> row_value(const PSSpecifier& specifier, const std::string& word, const std::string& type);
 
 }  // namespace wispen::program

@@ -17,7 +17,9 @@ PSListController open(const char* class_name) {
   return objc::adopt<PSListController>(reinterpret_cast<objc::abi::id>(wispen_host_open_page(class_name)));
 }
 
-NSString list_of(const PSSpecifier& specifier) { return specifier.propertyForKey<NSString>("localizationTable"_ns); }
+NSString list_of(const PSSpecifier& specifier) {
+  return specifier.propertyForKey<NSString>("localizationTable"_ns);
+}
 
 Page page_of(PSListController controller, std::string title) {
   Page page{std::move(controller), {}, {}, std::move(title)};
@@ -43,7 +45,9 @@ NSArray Page::all_specifiers() const {
   return shown;
 }
 
-bool Page::shows(const PSSpecifier& specifier) const { return controller.specifiers().containsObject(specifier); }
+bool Page::shows(const PSSpecifier& specifier) const {
+  return controller.specifiers().containsObject(specifier);
+}
 
 std::optional<Session> Session::start(const CommonOptions& options) {
   wispen_host_options host{};
@@ -63,7 +67,8 @@ std::optional<Session> Session::start(const CommonOptions& options) {
 std::optional<Session> Session::start_with_bundle(const CommonOptions& options) {
   auto session = start(options);
   if (!session) return session;
-  const std::string bundle = options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
+  const std::string bundle =
+      options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
   if (wispen_host_load_bundle(bundle.c_str()) == nullptr) {
     fail(wispen_host_last_error());
     return std::nullopt;

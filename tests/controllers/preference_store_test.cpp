@@ -75,7 +75,7 @@ TEST_P(PreferenceStoreTest, AWriteKeepsEveryOtherKeyByteForByte) {
       "<key>b</key><string>\xC3\xA4 &amp; \xF0\x9F\x8D\x8E</string>\n</dict></plist>";
   write_file(domain_file(), before);
   write(page_, number(2), specifier_for("c"));
-  const std::string after = read_file(domain_file());
+  const std::string after = contents_of(domain_file());
   EXPECT_NE(after.find("<!-- mine --><plist><dict>\n <key>a</key>  <real>1.50</real>\n"), std::string::npos);
   EXPECT_NE(after.find("<string>\xC3\xA4 &amp; \xF0\x9F\x8D\x8E</string>"), std::string::npos);
   EXPECT_TRUE(read(page_, specifier_for("c")).isEqual(number(2)));

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/wispen_host.h"
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::testing {
 

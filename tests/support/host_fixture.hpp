@@ -12,19 +12,9 @@
 
 #include "host/wispen_host.h"
 #include "platform/Preferences.hpp"
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::testing {
-
-inline std::string read_file(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-inline void write_file(const std::filesystem::path& path, const std::string& bytes) {
-  std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << bytes;
-}
 
 /// An XML property list around the body.
 inline std::string plist(const std::string& body) {
@@ -76,8 +66,9 @@ class HostTest : public ::testing::Test {
                plist("<dict><key>CFBundleExecutable</key><string>3dvitrelleprefs</string>"
                      "<key>CFBundleIdentifier</key><string>test.bundle</string>"
                      "<key>NSPrincipalClass</key><string>WispRootListController</string></dict>"));
+    // Only once: the code may be loaded from there, and a loaded file must not be written over.
     std::filesystem::copy_file(std::string(WISPEN_TEST_BUNDLE) + "/3dvitrelleprefs", path / "3dvitrelleprefs",
-                               std::filesystem::copy_options::overwrite_existing);
+                               std::filesystem::copy_options::skip_existing);
     for (const auto& [name, bytes] : files) write_file(path / name, bytes);
     ASSERT_NE(wispen_host_load_bundle(path.c_str()), nullptr) << wispen_host_last_error();
   }

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string_view>
 
+#include "host/foundation/files/recycled_memory.hpp"
+
 namespace wispen::files {
 
 /// A block of bytes followed by kPadding zeros. A scanner that takes 16 bytes at a time, or that stops at a
@@ -17,7 +19,8 @@ class Buffer {
   Buffer() : Buffer(0) {}
   /// Room for `capacity` bytes, none of them used yet. What they hold is undefined.
   explicit Buffer(std::size_t capacity)
-      : bytes_(std::make_unique_for_overwrite<char[]>(capacity + kPadding)), capacity_(capacity) {
+      : bytes_(static_cast<char*>(take_block(capacity + kPadding)), Giver{capacity + kPadding}),
+        capacity_(capacity) {
     resize(0);
   }
   explicit Buffer(std::string_view bytes) : Buffer(bytes.size()) {
@@ -38,7 +41,12 @@ class Buffer {
   }
 
  private:
-  std::unique_ptr<char[]> bytes_;
+  struct Giver {
+    std::size_t size = 0;
+    void operator()(char* block) const noexcept { give_block(block, size); }
+  };
+
+  std::unique_ptr<char[], Giver> bytes_;
   std::size_t size_ = 0;
   std::size_t capacity_;
 };

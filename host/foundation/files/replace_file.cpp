@@ -1,10 +1,10 @@
 #include "host/foundation/files/replace_file.hpp"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <new>
 #include <optional>
 #include <utility>
@@ -22,34 +22,34 @@ constexpr mode_t kPermissions = 07777;
 struct Target {
   Descriptor folder;
   bool folder_can_sync = true;
-  struct stat folder_status = {};
+  std::string folder_path;
   std::string name;
   std::optional<struct stat> old;
 };
 
-Result<Target> openFolder(const std::string& path, const std::string& original, const SystemCalls& calls) {
+Result<Target> open_folder(const std::string& path, const std::string& original, const SystemCalls& calls) {
   const std::size_t slash = path.rfind('/');
-  const std::string folder_path = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  std::string folder_path = slash == std::string::npos ? "." : path.substr(0, slash + 1);
   Target target{Descriptor(-1, calls), true, {}, path.substr(slash == std::string::npos ? 0 : slash + 1), {}};
   if (target.name.empty() || target.name == "." || target.name == "..") {
     return Error{failure("write", original, EISDIR)};
   }
-  int folder = openRetrying(calls, AT_FDCWD, folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  int folder = open_retrying(calls, AT_FDCWD, folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0 && errno == EACCES) {
     // A folder may let files be made in it and yet not be listed; then it cannot be synced either.
     target.folder_can_sync = false;
-    folder = openRetrying(calls, AT_FDCWD, folder_path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    folder = open_retrying(calls, AT_FDCWD, folder_path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
   }
   if (folder < 0) return Error{failure("write", original, errno)};
   target.folder = Descriptor(folder, calls);
-  if (calls.fstat(folder, &target.folder_status) != 0) return Error{failure("write", original, errno)};
+  target.folder_path = std::move(folder_path);
   return target;
 }
 
 Result<Target> resolve(const std::string& path, const SystemCalls& calls) {
   std::string current = path;
   for (int links = 0; links <= kLinksFollowed; ++links) {
-    Result<Target> target = openFolder(current, path, calls);
+    Result<Target> target = open_folder(current, path, calls);
     if (!target) return target;
     struct stat status = {};
     if (calls.fstatat(target->folder.number(), target->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
@@ -76,7 +76,7 @@ Result<Target> resolve(const std::string& path, const SystemCalls& calls) {
   return Error{failure("write", path, ELOOP)};
 }
 
-bool writeAll(int file, std::string_view bytes, const SystemCalls& calls) {
+bool write_all(int file, std::string_view bytes, const SystemCalls& calls) {
   while (!bytes.empty()) {
     const ssize_t count = calls.write(file, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
@@ -100,13 +100,13 @@ bool sync(int file, const SystemCalls& calls) {
 
 /// The mode that the temporary file is made with. Only where it will not change hands may others have a look
 /// at it before it is complete.
-mode_t firstMode(const std::optional<struct stat>& old) {
+mode_t first_mode(const std::optional<struct stat>& old) {
   if (!old) return 0644;
   const bool own = old->st_uid == ::geteuid() && old->st_gid == ::getegid();
   return own ? old->st_mode & 0777 : 0600;
 }
 
-bool keepOwnerAndMode(int file, const struct stat& old, const SystemCalls& calls) {
+bool keep_owner_and_mode(int file, const struct stat& old, const SystemCalls& calls) {
   struct stat fresh = {};
   if (calls.fstat(file, &fresh) != 0) return false;
   mode_t mode = old.st_mode & kPermissions;
@@ -122,17 +122,18 @@ bool keepOwnerAndMode(int file, const struct stat& old, const SystemCalls& calls
 /// Fills the temporary file up to the point where it only lacks its name.
 bool fill(Descriptor& file, std::string_view bytes, const std::optional<struct stat>& old,
           const SystemCalls& calls) {
-  return writeAll(file.number(), bytes, calls) && (!old || keepOwnerAndMode(file.number(), *old, calls)) &&
-         sync(file.number(), calls) && file.close();
+  return write_all(file.number(), bytes, calls) &&
+         (!old || keep_owner_and_mode(file.number(), *old, calls)) && sync(file.number(), calls) &&
+         file.close();
 }
 
-Result<void> replaceResolved(const std::string& path, const Target& target, std::string_view bytes,
-                             const SystemCalls& calls) {
+Result<void> replace_resolved(const std::string& path, const Target& target, std::string_view bytes,
+                              const SystemCalls& calls) {
   const int folder = target.folder.number();
-  sweepStaleTemporaries(folder, target.folder_status, calls);
+  sweep_stale_temporaries(folder, target.folder_path, calls);
 
   std::string temporary;
-  Descriptor file = createTemporary(folder, firstMode(target.old), temporary, calls);
+  Descriptor file = create_temporary(folder, first_mode(target.old), temporary, calls);
   if (!file.valid()) return Error{failure("write", path, errno)};
   if (!fill(file, bytes, target.old, calls) ||
       calls.renameat(folder, temporary.c_str(), folder, target.name.c_str()) != 0) {
@@ -144,7 +145,6 @@ Result<void> replaceResolved(const std::string& path, const Target& target, std:
   if (target.folder_can_sync && !sync(folder, calls) && errno != EINVAL) {
     return Error{failure("sync the folder of", path, errno)};
   }
-  rememberFolder(folder, calls);
   return {};
 }
 
@@ -154,7 +154,7 @@ Result<void> replace(const std::string& path, std::string_view bytes, const Syst
   try {
     Result<Target> target = resolve(path, calls);
     if (!target) return target.error();
-    return replaceResolved(path, *target, bytes, calls);
+    return replace_resolved(path, *target, bytes, calls);
   } catch (const std::bad_alloc&) {
     return Error{"out of memory"};
   }

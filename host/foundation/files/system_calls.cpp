@@ -49,7 +49,7 @@ bool Descriptor::close() {
   return number < 0 || calls_->close(number) == 0 || errno == EINTR;
 }
 
-int openRetrying(const SystemCalls& calls, int folder, const char* path, int flags, mode_t mode) {
+int open_retrying(const SystemCalls& calls, int folder, const char* path, int flags, mode_t mode) {
   int file = -1;
   do {
     file = calls.openat(folder, path, flags, mode);

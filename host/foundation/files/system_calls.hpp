@@ -50,7 +50,7 @@ class Descriptor {
 };
 
 /// openat, tried again for as long as a signal interrupts it.
-int openRetrying(const SystemCalls& calls, int folder, const char* path, int flags, mode_t mode = 0);
+int open_retrying(const SystemCalls& calls, int folder, const char* path, int flags, mode_t mode = 0);
 
 /// "cannot <verb> <path>: <what errno means>"
 std::string failure(const char* verb, const std::string& path, int error_number);

@@ -2,8 +2,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <signal.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,10 +9,14 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdint>
+#include <ctime>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace wispen::files {
 
@@ -24,7 +26,7 @@ constexpr std::string_view kPrefix = ".wispen-";
 constexpr std::string_view kSuffix = ".tmp";
 
 /// The process that a temporary file's name holds; nothing for any other name.
-std::optional<pid_t> processOf(std::string_view name) {
+std::optional<pid_t> process_of(std::string_view name) {
   if (!name.starts_with(kPrefix) || !name.ends_with(kSuffix)) return std::nullopt;
   const std::string_view middle =
       name.substr(kPrefix.size(), name.size() - std::min(name.size(), kPrefix.size() + kSuffix.size()));
@@ -39,88 +41,70 @@ std::optional<pid_t> processOf(std::string_view name) {
 bool lives(pid_t process) { return ::kill(process, 0) == 0 || errno != ESRCH; }
 
 void sweep(int folder, const SystemCalls& calls) {
-  const int listing = openRetrying(calls, folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  // Sweeping may fail without harm, so that the listing needs no table that can make it fail.
+  const int listing = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (listing < 0) return;
   DIR* entries = ::fdopendir(listing);
   if (entries == nullptr) {
-    calls.close(listing);
+    ::close(listing);
     return;
   }
   while (const dirent* entry = ::readdir(entries)) {
-    const std::optional<pid_t> process = processOf(entry->d_name);
+    const std::optional<pid_t> process = process_of(entry->d_name);
     if (process && !lives(*process)) calls.unlinkat(folder, entry->d_name, 0);
   }
   ::closedir(entries);
 }
 
-struct KnownFolder {
-  dev_t device = 0;
-  ino_t inode = 0;
-  timespec changed = {};
-  time_t swept_at = -1;
+/// When a folder, known by the hash of its path, was last looked through.
+struct Sweep {
+  std::size_t folder = 0;
+  time_t at = -1;
 };
 
-// Listing a folder of hundreds of files would cost more than writing one. A change time has the grain of a
-// timer tick, so another process's change within the same tick looks like ours: hence also the second.
-std::mutex known_folders_mutex;
-std::array<KnownFolder, 8> known_folders;
+// Listing a folder of hundreds of files costs more than writing one, and orphans are rare.
+std::mutex sweeps_mutex;
+std::array<Sweep, 8> sweeps;
 std::size_t next_slot = 0;
+pid_t sweeps_owner = 0;
 
-time_t secondsNow() {
-  timespec now = {};
-  ::clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-  return now.tv_sec;
-}
-
-KnownFolder* find(const struct stat& status) {
-  for (KnownFolder& known : known_folders) {
-    if (known.device == status.st_dev && known.inode == status.st_ino) return &known;
-  }
-  return nullptr;
-}
-
-bool isUnchanged(const struct stat& status) {
+bool is_due(std::string_view path) {
   // Never waits: in a process forked while another thread held the lock it stays held, and sweeping once too
   // often does no harm.
-  const std::unique_lock lock(known_folders_mutex, std::try_to_lock);
-  if (!lock) return false;
-  KnownFolder* known = find(status);
-  if (known == nullptr) {
-    known = &known_folders[next_slot++ % known_folders.size()];
-    *known = {status.st_dev, status.st_ino, {}, -1};
+  const std::unique_lock lock(sweeps_mutex, std::try_to_lock);
+  if (!lock) return true;
+  if (sweeps_owner != ::getpid()) {
+    // A forked child starts afresh: its parent's orphans may be what it is to clear away.
+    sweeps = {};
+    sweeps_owner = ::getpid();
   }
-  const time_t now = secondsNow();
-  const bool unchanged = known->changed.tv_sec == status.st_mtim.tv_sec &&
-                         known->changed.tv_nsec == status.st_mtim.tv_nsec && known->swept_at == now;
-  known->swept_at = now;
-  return unchanged;
+  timespec now = {};
+  ::clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+  const std::size_t folder = std::hash<std::string_view>()(path);
+  for (Sweep& known : sweeps) {
+    if (known.folder == folder && known.at >= 0) return std::exchange(known.at, now.tv_sec) != now.tv_sec;
+  }
+  sweeps[next_slot++ % sweeps.size()] = {folder, now.tv_sec};
+  return true;
 }
 
 }  // namespace
 
-Descriptor createTemporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls) {
+Descriptor create_temporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls) {
   static std::atomic<std::uint64_t> count = 0;
   constexpr int kAttempts = 16;  // a dead process with our number may have left some of our names behind
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     name = std::string(kPrefix) + std::to_string(::getpid()) + "-" + std::to_string(count++) +
            std::string(kSuffix);
-    const int file =
-        openRetrying(calls, folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-    if (file >= 0 || errno != EEXIST) return Descriptor(file, calls);
+    const int file = open_retrying(calls, folder, name.c_str(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+    if (file >= 0 || errno != EEXIST) return {file, calls};
   }
-  return Descriptor(-1, calls);
+  return {-1, calls};
 }
 
-void sweepStaleTemporaries(int folder, const struct stat& status, const SystemCalls& calls) {
-  if (!isUnchanged(status)) sweep(folder, calls);
-}
-
-void rememberFolder(int folder, const SystemCalls& calls) {
-  struct stat status = {};
-  if (calls.fstat(folder, &status) != 0) return;
-  const std::unique_lock lock(known_folders_mutex, std::try_to_lock);
-  if (!lock) return;
-  if (KnownFolder* known = find(status)) known->changed = status.st_mtim;
+void sweep_stale_temporaries(int folder, std::string_view path, const SystemCalls& calls) {
+  if (is_due(path)) sweep(folder, calls);
 }
 
 }  // namespace wispen::files

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "host/foundation/files/system_calls.hpp"
 
@@ -9,13 +10,10 @@ namespace wispen::files {
 
 /// Makes an empty file in `folder` whose name, given back in `name`, holds this process and a count:
 /// ".wispen-<pid>-<count>.tmp". An invalid descriptor (with errno) when the folder does not take it.
-Descriptor createTemporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls);
+Descriptor create_temporary(int folder, mode_t mode, std::string& name, const SystemCalls& calls);
 
-/// Removes temporary files whose process no longer lives. A folder that has not changed since
-/// rememberFolder(), and was listed a moment ago, is not listed again.
-void sweepStaleTemporaries(int folder, const struct stat& status, const SystemCalls& calls);
-
-/// Says that the folder's present state is this process's own doing.
-void rememberFolder(int folder, const SystemCalls& calls);
+/// Removes temporary files whose process no longer lives, unless this process has looked through the folder
+/// within the last second. `path` is what the folder was opened as.
+void sweep_stale_temporaries(int folder, std::string_view path, const SystemCalls& calls);
 
 }  // namespace wispen::files

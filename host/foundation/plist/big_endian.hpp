@@ -10,7 +10,7 @@
 namespace wispen::plist {
 
 /// `size` bytes, 1 to 8, the most significant first.
-inline std::uint64_t readBigEndian(const char* bytes, std::size_t size) {
+inline std::uint64_t read_big_endian(const char* bytes, std::size_t size) {
   switch (size) {
     case 1:
       return static_cast<std::uint8_t>(*bytes);
@@ -33,29 +33,29 @@ inline std::uint64_t readBigEndian(const char* bytes, std::size_t size) {
 }
 
 /// Writes `size` bytes, 1 to 8.
-inline void writeBigEndian(char* bytes, std::uint64_t number, std::size_t size) {
+inline void write_big_endian(char* bytes, std::uint64_t number, std::size_t size) {
   for (std::size_t i = size; i-- > 0; number >>= 8) bytes[i] = static_cast<char>(number & 0xFF);
 }
 
-inline void appendBigEndian(std::string& bytes, std::uint64_t number, std::size_t size) {
+inline void append_big_endian(std::string& bytes, std::uint64_t number, std::size_t size) {
   char buffer[8];
-  writeBigEndian(buffer, number, size);
+  write_big_endian(buffer, number, size);
   bytes.append(buffer, size);
 }
 
 /// Appends each of many numbers.
 template <class Numbers, class Convert>
-void appendAllBigEndian(std::string& bytes, const Numbers& numbers, std::size_t size, Convert convert) {
+void append_all_big_endian(std::string& bytes, const Numbers& numbers, std::size_t size, Convert convert) {
   std::size_t at = bytes.size();
   bytes.resize(at + numbers.size() * size);
   for (const auto number : numbers) {
-    writeBigEndian(bytes.data() + at, convert(number), size);
+    write_big_endian(bytes.data() + at, convert(number), size);
     at += size;
   }
 }
 
 /// How many bytes a number needs, 1 to 8.
-inline std::uint8_t bytesFor(std::uint64_t number) {
+inline std::uint8_t bytes_for(std::uint64_t number) {
   std::uint8_t size = 1;
   while (size < 8 && number >> (8 * size) != 0) ++size;
   return size;

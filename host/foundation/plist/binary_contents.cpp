@@ -9,7 +9,7 @@ namespace wispen::plist {
 
 namespace {
 
-Type typeOf(Marker marker) {
+Type type_of(Marker marker) {
   switch (marker) {
     case Marker::Integer:
       return Type::Integer;
@@ -61,7 +61,7 @@ BinaryObject BinaryContents::object(Node node) const {
   object.count = object.low;
   if (object.low == 15) {
     const std::size_t size = std::size_t{1} << (bytes[object.payload] & 15);
-    object.count = readBigEndian(bytes + object.payload + 1, size);
+    object.count = read_big_endian(bytes + object.payload + 1, size);
     object.payload += 1 + size;
   }
   switch (object.marker) {
@@ -80,33 +80,33 @@ BinaryObject BinaryContents::object(Node node) const {
 }
 
 Node BinaryContents::reference(const BinaryObject& container, std::uint64_t ordinal) const {
-  return static_cast<Node>(readBigEndian(
+  return static_cast<Node>(read_big_endian(
       bytes_.data() + container.payload + ordinal * trailer_.reference_size, trailer_.reference_size));
 }
 
-Type BinaryContents::type(Node node) const { return typeOf(object(node).marker); }
+Type BinaryContents::type(Node node) const { return type_of(object(node).marker); }
 
 bool BinaryContents::boolean(Node node) const { return object(node).low == kBinaryTrue; }
 
 Integer BinaryContents::integer(Node node) const {
   const BinaryObject number = object(node);
   const char* payload = bytes_.data() + number.payload;
-  if (number.payload_size < 16) return {readBigEndian(payload, number.payload_size), false};
-  const Integer low{readBigEndian(payload + 8, 8), false};
-  const bool negative = readBigEndian(payload, 8) != 0;
-  return negative ? low : Integer::ofUnsigned(low.bits);
+  if (number.payload_size < 16) return {read_big_endian(payload, number.payload_size), false};
+  const Integer low{read_big_endian(payload + 8, 8), false};
+  const bool negative = read_big_endian(payload, 8) != 0;
+  return negative ? low : Integer::of_unsigned(low.bits);
 }
 
 double BinaryContents::number(Node node) const {
   const BinaryObject real = object(node);
-  const std::uint64_t bits = readBigEndian(bytes_.data() + real.payload, real.payload_size);
+  const std::uint64_t bits = read_big_endian(bytes_.data() + real.payload, real.payload_size);
   if (real.payload_size == 4) return std::bit_cast<float>(static_cast<std::uint32_t>(bits));
   return std::bit_cast<double>(bits);
 }
 
 std::uint64_t BinaryContents::uid(Node node) const {
   const BinaryObject uid = object(node);
-  return readBigEndian(bytes_.data() + uid.payload, uid.payload_size);
+  return read_big_endian(bytes_.data() + uid.payload, uid.payload_size);
 }
 
 std::vector<std::uint8_t> BinaryContents::data(Node node) const {
@@ -115,7 +115,7 @@ std::vector<std::uint8_t> BinaryContents::data(Node node) const {
   return {bytes.begin(), bytes.end()};
 }
 
-std::optional<std::string_view> BinaryContents::textInPlace(Node node) const {
+std::optional<std::string_view> BinaryContents::text_in_place(Node node) const {
   const char* string = bytes_.data() + offset(node);
   const auto first = static_cast<std::uint8_t>(*string);
   if (first >> 4 != static_cast<std::uint8_t>(Marker::Ascii)) return std::nullopt;
@@ -129,14 +129,14 @@ std::optional<std::string_view> BinaryContents::textInPlace(Node node) const {
 std::string BinaryContents::text(Node node) const {
   const BinaryObject string = object(node);
   const std::string_view bytes = source().substr(string.payload, string.payload_size);
-  return string.marker == Marker::Ascii ? std::string(bytes) : utf8FromUtf16(bytes, ByteOrder::Big);
+  return string.marker == Marker::Ascii ? std::string(bytes) : utf8_from_utf16(bytes, ByteOrder::Big);
 }
 
-Node BinaryContents::keyAt(Node dictionary, Position position) const {
+Node BinaryContents::key_at(Node dictionary, Position position) const {
   return reference(object(dictionary), position);
 }
 
-Node BinaryContents::valueAt(Node container, Position position) const {
+Node BinaryContents::value_at(Node container, Position position) const {
   const BinaryObject found = object(container);
   return reference(found, found.marker == Marker::Map ? found.count + position : position);
 }
@@ -145,7 +145,7 @@ std::optional<Node> BinaryContents::find(Node dictionary, std::string_view key) 
   const BinaryObject found = object(dictionary);
   for (std::uint64_t i = found.count; i-- > 0;) {
     const Node candidate = reference(found, i);
-    const std::optional<std::string_view> in_place = textInPlace(candidate);
+    const std::optional<std::string_view> in_place = text_in_place(candidate);
     if (in_place ? *in_place == key : text(candidate) == key) return reference(found, found.count + i);
   }
   return std::nullopt;

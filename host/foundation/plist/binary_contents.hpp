@@ -50,7 +50,7 @@ struct BinaryObject {
   std::size_t payload_size = 0;
 
   std::size_t end() const { return payload + payload_size; }
-  bool isContainer() const { return marker == Marker::List || marker == Marker::Map; }
+  bool is_container() const { return marker == Marker::List || marker == Marker::Map; }
   std::uint64_t references() const { return marker == Marker::Map ? 2 * count : count; }
 };
 
@@ -72,19 +72,19 @@ class BinaryContents final : public Contents {
   std::uint64_t uid(Node node) const override;
   std::vector<std::uint8_t> data(Node node) const override;
   std::string text(Node node) const override;
-  std::optional<std::string_view> textInPlace(Node node) const override;
+  std::optional<std::string_view> text_in_place(Node node) const override;
   std::size_t count(Node container) const override { return object(container).count; }
   Position first(Node) const override { return 0; }
   Position end(Node container) const override { return static_cast<Position>(object(container).count); }
   Position next(Node, Position position) const override { return position + 1; }
-  Node keyAt(Node dictionary, Position position) const override;
-  Node valueAt(Node container, Position position) const override;
+  Node key_at(Node dictionary, Position position) const override;
+  Node value_at(Node container, Position position) const override;
   std::optional<Node> find(Node dictionary, std::string_view key) const override;
 
   std::string_view source() const { return bytes_.view(); }
   const BinaryTrailer& trailer() const { return trailer_; }
   BinaryObject object(Node node) const;
-  bool isContainer(Node node) const {
+  bool is_container(Node node) const {
     const auto marker = static_cast<Marker>(static_cast<std::uint8_t>(bytes_.data()[offset(node)]) >> 4);
     return marker == Marker::List || marker == Marker::Map;
   }
@@ -94,7 +94,7 @@ class BinaryContents final : public Contents {
  private:
   std::size_t offset(Node node) const {
     const std::size_t entry = trailer_.offset_table + std::size_t{node} * trailer_.offset_size;
-    return readBigEndian(bytes_.data() + entry, trailer_.offset_size);
+    return read_big_endian(bytes_.data() + entry, trailer_.offset_size);
   }
 
   files::Buffer bytes_;

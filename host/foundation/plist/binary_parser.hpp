@@ -34,16 +34,16 @@ class BinaryParser {
     Extent extent;
   };
 
-  bool failAt(std::uint64_t offset, std::string message);
-  bool readTrailer();
+  bool fail_at(std::uint64_t offset, std::string message);
+  bool read_trailer();
   bool inspect(Node node, BinaryObject& object);
-  bool inspectCounted(BinaryObject& object);
-  bool checkLeaf(const BinaryObject& object);
+  bool inspect_counted(BinaryObject& object);
+  bool check_leaf(const BinaryObject& object);
   bool enter(Node node, const BinaryObject& object);
   bool walk();
   bool visit(Node node, bool as_key);
   /// The same for the plain leaves that lists are full of; false leaves the object to visit().
-  bool visitSimple(Node node, bool as_key, std::uint64_t& size);
+  bool visit_simple(Node node, bool as_key, std::uint64_t& size);
   bool account(std::uint64_t size, std::size_t offset);
   void leave();
 

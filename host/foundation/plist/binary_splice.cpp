@@ -26,24 +26,24 @@ class BinarySplicer {
       : contents_(contents), changes_(changes), uses_(contents.trailer().object_count, kUnused) {}
 
   std::string run() {
-    changeEntries();
-    appendMissing();
+    change_entries();
+    append_missing();
     uses_[contents_.root()] = kRoot;
     for (const std::uint32_t reference : keys_) keep(reference);
     for (const std::uint32_t reference : values_) keep(reference);
-    numberNewObjects();
+    number_new_objects();
     return write();
   }
 
  private:
   /// The new root's entries, in the old one's order. Of several with a changed key only the first stays.
-  void changeEntries() {
+  void change_entries() {
     const BinaryObject root = contents_.object(contents_.root());
     keys_.reserve(root.count + changes_.effective().size());
     values_.reserve(root.count + changes_.effective().size());
     for (std::uint64_t i = 0; i < root.count; ++i) {
       const Node key = contents_.reference(root, i);
-      ChangeSet::Effective* effective = changes_.findIn(contents_, key);
+      ChangeSet::Effective* effective = changes_.find_in(contents_, key);
       if (effective == nullptr) {
         keys_.push_back(key);
         values_.push_back(contents_.reference(root, root.count + i));
@@ -57,10 +57,10 @@ class BinarySplicer {
     }
   }
 
-  void appendMissing() {
+  void append_missing() {
     for (const ChangeSet::Effective& effective : changes_.effective()) {
       if (effective.met || !effective.change->value) continue;
-      keys_.push_back(objects_.addString(effective.change->key) | kNew);
+      keys_.push_back(objects_.add_string(effective.change->key) | kNew);
       values_.push_back(objects_.add(*effective.change->value) | kNew);
     }
   }
@@ -74,7 +74,7 @@ class BinarySplicer {
       waiting_.pop_back();
       if (uses_[node] != kUnused) continue;
       uses_[node] = kKept;
-      if (!contents_.isContainer(node)) continue;
+      if (!contents_.is_container(node)) continue;
       const BinaryObject object = contents_.object(node);
       for (std::uint64_t i = 0; i < object.references(); ++i) {
         waiting_.push_back(contents_.reference(object, i));
@@ -83,7 +83,7 @@ class BinarySplicer {
   }
 
   /// New objects take the numbers that have become free, so that a list written again and again stays small.
-  void numberNewObjects() {
+  void number_new_objects() {
     std::size_t next = 0;
     for (std::size_t i = 0; i < objects_.all().size(); ++i) {
       while (next < uses_.size() && uses_[next] != kUnused) ++next;
@@ -92,7 +92,7 @@ class BinarySplicer {
       numbers_.push_back(static_cast<std::uint32_t>(next));
     }
     while (uses_.back() == kUnused) uses_.pop_back();
-    reference_size_ = std::max(contents_.trailer().reference_size, bytesFor(uses_.size()));
+    reference_size_ = std::max(contents_.trailer().reference_size, bytes_for(uses_.size()));
   }
 
   std::string write() {
@@ -104,34 +104,34 @@ class BinarySplicer {
       // A number without an object still needs an entry in the table: the first object's place will do.
       const std::size_t offset = uses_[number] == kUnused ? kHeaderSize : bytes_.size() + run_.size();
       offsets.push_back(static_cast<std::uint32_t>(offset));
-      writeObject(static_cast<Node>(number));
+      write_object(static_cast<Node>(number));
     }
     flush();
-    finishBinary(bytes_, offsets, reference_size_, contents_.root());
+    finish_binary(bytes_, offsets, reference_size_, contents_.root());
     return std::move(bytes_);
   }
 
-  void writeObject(Node number) {
+  void write_object(Node number) {
     const std::uint32_t use = uses_[number];
     if (use == kKept) {
-      writeKept(contents_.object(number));
+      write_kept(contents_.object(number));
     } else if (use == kRoot) {
       flush();
-      appendObjectHeader(bytes_, Marker::Map, keys_.size());
-      appendReferences(keys_);
-      appendReferences(values_);
+      append_object_header(bytes_, Marker::Map, keys_.size());
+      append_references(keys_);
+      append_references(values_);
     } else if (use != kUnused) {
-      writeNew(objects_.all()[use - kFirstNew]);
+      write_new(objects_.all()[use - kFirstNew]);
     }
   }
 
-  void writeKept(const BinaryObject& object) {
+  void write_kept(const BinaryObject& object) {
     const std::string_view source = contents_.source();
-    if (object.isContainer() && reference_size_ != contents_.trailer().reference_size) {
+    if (object.is_container() && reference_size_ != contents_.trailer().reference_size) {
       flush();
       bytes_ += source.substr(object.begin, object.payload - object.begin);
       for (std::uint64_t i = 0; i < object.references(); ++i) {
-        appendBigEndian(bytes_, contents_.reference(object, i), reference_size_);
+        append_big_endian(bytes_, contents_.reference(object, i), reference_size_);
       }
       return;
     }
@@ -143,20 +143,20 @@ class BinarySplicer {
     run_ = {run_.data(), run_.size() + (object.end() - object.begin)};
   }
 
-  void writeNew(const NewObject& object) {
+  void write_new(const NewObject& object) {
     flush();
-    if (!object.isContainer()) {
+    if (!object.is_container()) {
       bytes_ += object.bytes;
       return;
     }
     const std::size_t references = object.references.size();
-    appendObjectHeader(bytes_, object.marker, object.marker == Marker::Map ? references / 2 : references);
-    appendAllBigEndian(bytes_, object.references, reference_size_,
-                       [this](std::uint32_t reference) { return numbers_[reference]; });
+    append_object_header(bytes_, object.marker, object.marker == Marker::Map ? references / 2 : references);
+    append_all_big_endian(bytes_, object.references, reference_size_,
+                          [this](std::uint32_t reference) { return numbers_[reference]; });
   }
 
-  void appendReferences(const std::vector<std::uint32_t>& references) {
-    appendAllBigEndian(bytes_, references, reference_size_, [this](std::uint32_t reference) {
+  void append_references(const std::vector<std::uint32_t>& references) {
+    append_all_big_endian(bytes_, references, reference_size_, [this](std::uint32_t reference) {
       return (reference & kNew) != 0 ? numbers_[reference & ~kNew] : reference;
     });
   }
@@ -183,7 +183,7 @@ class BinarySplicer {
 
 }  // namespace
 
-std::string spliceBinary(const BinaryContents& contents, ChangeSet changes) {
+std::string splice_binary(const BinaryContents& contents, ChangeSet changes) {
   return BinarySplicer(contents, changes).run();
 }
 

@@ -9,6 +9,6 @@
 namespace wispen::plist {
 
 /// The file's bytes. The root is a dictionary.
-std::string spliceBinary(const BinaryContents& contents, ChangeSet changes);
+std::string splice_binary(const BinaryContents& contents, ChangeSet changes);
 
 }  // namespace wispen::plist

@@ -14,7 +14,7 @@ namespace wispen::plist {
 
 /// The first byte that ends plain text in XML: '<', '&', one below space or above 0x7F. The bytes must end
 /// in files::Buffer's padding, whose zeros stop the search.
-inline const char* findTextStop(const char* text) {
+inline const char* find_text_stop(const char* text) {
 #if defined(__SSE2__)
   for (;; text += 16) {
     __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
@@ -32,7 +32,7 @@ inline const char* findTextStop(const char* text) {
 }
 
 /// Whether every byte is below 0x80.
-inline bool isAscii(std::string_view text) {
+inline bool is_ascii(std::string_view text) {
   const char* bytes = text.data();
   const std::size_t size = text.size();
   const auto word = [bytes](std::size_t offset) {

@@ -42,9 +42,13 @@ class ChangeSet {
   }
   /// The change that a key of a document is about.
   template <class SomeContents>
-  Effective* findIn(const SomeContents& contents, Node key) {
-    const std::optional<std::string_view> in_place = contents.textInPlace(key);
-    return in_place ? find(*in_place) : find(std::string_view(contents.text(key)));
+  Effective* find_in(const SomeContents& contents, Node key) {
+    const std::optional<std::string_view> in_place = contents.text_in_place(key);
+    return in_place ? find(*in_place) : find(std::string_view{contents.text(key)});
+  }
+  /// The key of the only change there is, or null.
+  const std::string* only_key() const {
+    return effective_.size() == 1 ? &effective_.front().change->key : nullptr;
   }
   const std::vector<Effective>& effective() const { return effective_; }
 

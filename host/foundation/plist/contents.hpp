@@ -39,14 +39,14 @@ class Contents {
   virtual std::vector<std::uint8_t> data(Node node) const = 0;
   virtual std::string text(Node node) const = 0;
   /// The string as it stands in the file, where it stands there as UTF-8.
-  virtual std::optional<std::string_view> textInPlace(Node node) const = 0;
+  virtual std::optional<std::string_view> text_in_place(Node node) const = 0;
 
   virtual std::size_t count(Node container) const = 0;
   virtual Position first(Node container) const = 0;
   virtual Position end(Node container) const = 0;
   virtual Position next(Node container, Position position) const = 0;
-  virtual Node keyAt(Node dictionary, Position position) const = 0;
-  virtual Node valueAt(Node container, Position position) const = 0;
+  virtual Node key_at(Node dictionary, Position position) const = 0;
+  virtual Node value_at(Node container, Position position) const = 0;
   /// The value of the last entry with this key.
   virtual std::optional<Node> find(Node dictionary, std::string_view key) const = 0;
 };

@@ -1,5 +1,6 @@
 #include "host/foundation/plist/document.hpp"
 
+#include <cerrno>
 #include <new>
 
 #include "host/foundation/files/read_file.hpp"
@@ -13,27 +14,45 @@ namespace wispen::plist {
 namespace {
 
 template <class Specific>
-Result<std::shared_ptr<const Contents>> asContents(Result<std::shared_ptr<const Specific>> specific) {
+Result<std::shared_ptr<const Contents>> as_contents(Result<std::shared_ptr<const Specific>> specific) {
   if (!specific) return specific.error();
   return std::shared_ptr<const Contents>(*std::move(specific));
 }
 
-Result<std::shared_ptr<const Contents>> parseUtf16(std::string_view bytes, ByteOrder order) {
-  const std::optional<std::string> text = utf8FromUtf16Strict(bytes, order);
+Result<std::shared_ptr<const Contents>> parse_utf16(std::string_view bytes, ByteOrder order) {
+  const std::optional<std::string> text = utf8_from_utf16_strict(bytes, order);
   if (!text) return Error{"the file is no well-formed UTF-16"};
-  return asContents(XmlContents::parse(
+  return as_contents(XmlContents::parse(
       files::Buffer(*text), order == ByteOrder::Big ? XmlEncoding::Utf16Big : XmlEncoding::Utf16Little));
 }
 
-Result<std::shared_ptr<const Contents>> parseAny(files::Buffer bytes) {
+Result<std::shared_ptr<const Contents>> parse_any(files::Buffer bytes) {
   const std::string_view view = bytes.view();
   if (view.size() > kMaxFileSize) {
     return Error{"the property list is larger than " + std::to_string(kMaxFileSize) + " bytes"};
   }
-  if (view.starts_with(kBinaryMagic)) return asContents(BinaryContents::parse(std::move(bytes)));
-  if (view.starts_with("\xFF\xFE")) return parseUtf16(view, ByteOrder::Little);
-  if (view.starts_with("\xFE\xFF")) return parseUtf16(view, ByteOrder::Big);
-  return asContents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
+  if (view.starts_with(kBinaryMagic)) return as_contents(BinaryContents::parse(std::move(bytes)));
+  if (view.starts_with("\xFF\xFE")) return parse_utf16(view, ByteOrder::Little);
+  if (view.starts_with("\xFE\xFF")) return parse_utf16(view, ByteOrder::Big);
+  return as_contents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
+}
+
+/// Whether an error is about the file itself, and would be the same a moment later.
+bool says_what_is_there(int error_number) {
+  switch (error_number) {
+    case ENOENT:
+    case ENOTDIR:
+    case EISDIR:
+    case EINVAL:  // not a regular file
+    case EFBIG:
+    case ELOOP:
+    case ENAMETOOLONG:
+    case EACCES:
+    case EPERM:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -54,8 +73,8 @@ std::vector<std::uint8_t> Value::data() const {
 
 std::string Value::string() const { return is(Type::String) ? contents_->text(node_) : std::string{}; }
 
-std::optional<std::string_view> Value::stringView() const {
-  return is(Type::String) ? contents_->textInPlace(node_) : std::nullopt;
+std::optional<std::string_view> Value::string_view() const {
+  return is(Type::String) ? contents_->text_in_place(node_) : std::nullopt;
 }
 
 std::size_t Value::count() const {
@@ -75,7 +94,7 @@ std::optional<Value> Value::find(std::string_view key) const {
 
 Result<Document> Document::parse(files::Buffer bytes) {
   try {
-    Result<std::shared_ptr<const Contents>> contents = parseAny(std::move(bytes));
+    Result<std::shared_ptr<const Contents>> contents = parse_any(std::move(bytes));
     if (!contents) return contents.error();
     return Document(*std::move(contents));
   } catch (const std::bad_alloc&) {
@@ -103,7 +122,24 @@ Result<Document> Document::read(const std::string& path, const files::SystemCall
   }
 }
 
-const char* nameOf(Type type) {
+Result<std::optional<Document>> Document::read_for_writing(const std::string& path,
+                                                           const files::SystemCalls& calls) {
+  try {
+    int error_number = 0;
+    Result<files::Buffer> bytes = files::read(path, kMaxFileSize, calls, &error_number);
+    if (!bytes) {
+      if (!says_what_is_there(error_number)) return bytes.error();
+      return std::optional<Document>();
+    }
+    Result<std::shared_ptr<const Contents>> contents = parse_any(*std::move(bytes));
+    if (!contents) return std::optional<Document>();
+    return std::optional<Document>(Document(*std::move(contents)));
+  } catch (const std::bad_alloc&) {
+    return Error{"out of memory"};
+  }
+}
+
+const char* name_of(Type type) {
   switch (type) {
     case Type::Boolean:
       return "a boolean";

@@ -39,7 +39,7 @@ class Value {
   /// UTF-8. A lone surrogate, which only binary lists can hold, comes as U+FFFD.
   std::string string() const;
   /// The string without a copy, where the file holds it as it is; true of nearly all.
-  std::optional<std::string_view> stringView() const;
+  std::optional<std::string_view> string_view() const;
 
   /// Elements of an array, entries of a dictionary (those with the same key too). Counts them: keep it.
   std::size_t count() const;
@@ -103,12 +103,12 @@ class Children {
 
 template <>
 inline Value Children<Value>::Iterator::operator*() const {
-  return {*contents_, contents_->valueAt(container_, position_)};
+  return {*contents_, contents_->value_at(container_, position_)};
 }
 template <>
 inline Entry Children<Entry>::Iterator::operator*() const {
-  return {Value(*contents_, contents_->keyAt(container_, position_)),
-          Value(*contents_, contents_->valueAt(container_, position_))};
+  return {Value(*contents_, contents_->key_at(container_, position_)),
+          Value(*contents_, contents_->value_at(container_, position_))};
 }
 
 class Elements : public Children<Value> {
@@ -129,6 +129,11 @@ class Document {
   /// Reads the file; nothing is remembered from an earlier reading.
   static Result<Document> read(const std::string& path,
                                const files::SystemCalls& calls = files::SystemCalls::real());
+  /// What a writer starts from: nothing when there is no file or none that can be read as a list, which the
+  /// next write replaces. An error where the same file might be read a moment later (no memory, no free
+  /// descriptor, a failing disk): writing now would lose what it holds.
+  static Result<std::optional<Document>> read_for_writing(
+      const std::string& path, const files::SystemCalls& calls = files::SystemCalls::real());
 
   Value root() const { return {*contents_, contents_->root()}; }
   Value at(Node node) const { return {*contents_, node}; }

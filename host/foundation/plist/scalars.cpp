@@ -10,16 +10,16 @@ namespace wispen::plist {
 
 namespace {
 
-constexpr bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
+  while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_space(text.back())) text.remove_suffix(1);
   return text;
 }
 
-bool equalsIgnoringCase(std::string_view text, std::string_view lower) {
+bool equals_ignoring_case(std::string_view text, std::string_view lower) {
   if (text.size() != lower.size()) return false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if ((text[i] | 0x20) != lower[i]) return false;
@@ -34,13 +34,13 @@ struct Decimal {
   long magnitude = 0;  ///< power of ten of the first digit that counts
 };
 
-Decimal inspectDecimal(std::string_view text) {
+Decimal inspect_decimal(std::string_view text) {
   Decimal decimal;
   std::size_t i = 0;
   long digits = 0;
   long point = -1;
   long first = -1;
-  for (; i < text.size() && (isDigit(text[i]) || (text[i] == '.' && point < 0)); ++i) {
+  for (; i < text.size() && (is_digit(text[i]) || (text[i] == '.' && point < 0)); ++i) {
     if (text[i] == '.') {
       point = digits;
       continue;
@@ -55,7 +55,7 @@ Decimal inspectDecimal(std::string_view text) {
     bool negative = false;
     if (i < text.size() && (text[i] == '+' || text[i] == '-')) negative = text[i++] == '-';
     if (i == text.size()) return decimal;
-    for (; i < text.size() && isDigit(text[i]); ++i) {
+    for (; i < text.size() && is_digit(text[i]); ++i) {
       if (exponent < 1'000'000'000) exponent = exponent * 10 + (text[i] - '0');
     }
     if (negative) exponent = -exponent;
@@ -66,16 +66,16 @@ Decimal inspectDecimal(std::string_view text) {
   return decimal;
 }
 
-std::optional<double> namedReal(std::string_view text) {
-  if (equalsIgnoringCase(text, "nan")) return std::numeric_limits<double>::quiet_NaN();
-  if (equalsIgnoringCase(text, "inf") || equalsIgnoringCase(text, "infinity")) {
+std::optional<double> named_real(std::string_view text) {
+  if (equals_ignoring_case(text, "nan")) return std::numeric_limits<double>::quiet_NaN();
+  if (equals_ignoring_case(text, "inf") || equals_ignoring_case(text, "infinity")) {
     return std::numeric_limits<double>::infinity();
   }
   return std::nullopt;
 }
 
 /// Takes an optional sign off the text.
-bool takeSign(std::string_view& text) {
+bool take_sign(std::string_view& text) {
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
   return negative;
@@ -97,11 +97,11 @@ constexpr std::string_view kBase64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghij
 
 /// Calls take(value) for each digit; false when the text is not Base64.
 template <class Take>
-bool eachBase64Digit(std::string_view text, Take take) {
+bool each_base64_digit(std::string_view text, Take take) {
   std::size_t digits = 0;
   std::size_t padding = 0;
   for (const char c : text) {
-    if (isSpace(c)) continue;
+    if (is_space(c)) continue;
     if (c == '=') {
       ++padding;
       continue;
@@ -116,7 +116,7 @@ bool eachBase64Digit(std::string_view text, Take take) {
 
 // Civil days from the Gregorian rules: 400 years hold 146,097 days, and a year that begins in March has its
 // leap day at its end.
-std::int64_t daysFromCivil(std::int64_t year, int month, int day) {
+std::int64_t days_from_civil(std::int64_t year, int month, int day) {
   year -= month <= 2 ? 1 : 0;
   const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
   const std::int64_t year_of_era = year - era * 400;
@@ -124,20 +124,20 @@ std::int64_t daysFromCivil(std::int64_t year, int month, int day) {
   return era * 146097 + year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
 }
 
-constexpr std::int64_t kReferenceDay = 730791;  // daysFromCivil(2001, 1, 1)
+constexpr std::int64_t kReferenceDay = 730791;  // days_from_civil(2001, 1, 1)
 
-int daysOfMonth(std::int64_t year, int month) {
+int days_of_month(std::int64_t year, int month) {
   constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
   return kDays[static_cast<std::size_t>(month - 1)] + (month == 2 && leap ? 1 : 0);
 }
 
 /// Reads exactly `count` digits and then `next`.
-bool takeNumber(std::string_view& text, std::size_t count, char next, int& number) {
+bool take_number(std::string_view& text, std::size_t count, char next, int& number) {
   if (text.size() < count + 1 || text[count] != next) return false;
   number = 0;
   for (std::size_t i = 0; i < count; ++i) {
-    if (!isDigit(text[i])) return false;
+    if (!is_digit(text[i])) return false;
     number = number * 10 + (text[i] - '0');
   }
   text.remove_prefix(count + 1);
@@ -146,9 +146,9 @@ bool takeNumber(std::string_view& text, std::size_t count, char next, int& numbe
 
 }  // namespace
 
-std::optional<Integer> parseInteger(std::string_view text) {
+std::optional<Integer> parse_integer(std::string_view text) {
   text = trimmed(text);
-  const bool negative = takeSign(text);
+  const bool negative = take_sign(text);
   int base = 10;
   if (text.starts_with("0x") || text.starts_with("0X")) {
     base = 16;
@@ -157,23 +157,23 @@ std::optional<Integer> parseInteger(std::string_view text) {
   std::uint64_t magnitude = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), magnitude, base);
   if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!negative) return Integer::ofUnsigned(magnitude);
+  if (!negative) return Integer::of_unsigned(magnitude);
   if (magnitude > std::uint64_t{1} << 63) return std::nullopt;
   return Integer{~magnitude + 1, false};
 }
 
-bool isReal(std::string_view text) {
+bool is_real(std::string_view text) {
   text = trimmed(text);
-  takeSign(text);
-  return inspectDecimal(text).valid || namedReal(text).has_value();
+  take_sign(text);
+  return inspect_decimal(text).valid || named_real(text).has_value();
 }
 
-std::optional<double> parseReal(std::string_view text) {
+std::optional<double> parse_real(std::string_view text) {
   text = trimmed(text);
-  const bool negative = takeSign(text);
-  std::optional<double> value = namedReal(text);
+  const bool negative = take_sign(text);
+  std::optional<double> value = named_real(text);
   if (!value) {
-    const Decimal decimal = inspectDecimal(text);
+    const Decimal decimal = inspect_decimal(text);
     if (!decimal.valid) return std::nullopt;
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -182,10 +182,10 @@ std::optional<double> parseReal(std::string_view text) {
     }
     value = number;
   }
-  return negative ? -*value : *value;
+  return negative && !std::isnan(*value) ? -*value : *value;
 }
 
-std::string formatReal(double value) {
+std::string format_real(double value) {
   if (std::isnan(value)) return "nan";
   if (std::isinf(value)) return value > 0 ? "+infinity" : "-infinity";
   char text[32];
@@ -193,7 +193,7 @@ std::string formatReal(double value) {
   return {text, end};
 }
 
-std::optional<double> parseDate(std::string_view text) {
+std::optional<double> parse_date(std::string_view text) {
   text = trimmed(text);
   const bool before_year_zero = text.starts_with('-');
   if (before_year_zero) text.remove_prefix(1);
@@ -205,19 +205,19 @@ std::optional<double> parseDate(std::string_view text) {
   int hour = 0;
   int minute = 0;
   int second = 0;
-  if (!takeNumber(text, year_digits, '-', year) || !takeNumber(text, 2, '-', month) ||
-      !takeNumber(text, 2, 'T', day) || !takeNumber(text, 2, ':', hour) ||
-      !takeNumber(text, 2, ':', minute) || !takeNumber(text, 2, 'Z', second) || !text.empty()) {
+  if (!take_number(text, year_digits, '-', year) || !take_number(text, 2, '-', month) ||
+      !take_number(text, 2, 'T', day) || !take_number(text, 2, ':', hour) ||
+      !take_number(text, 2, ':', minute) || !take_number(text, 2, 'Z', second) || !text.empty()) {
     return std::nullopt;
   }
   if (before_year_zero) year = -year;
-  if (month < 1 || month > 12 || day < 1 || day > daysOfMonth(year, month)) return std::nullopt;
+  if (month < 1 || month > 12 || day < 1 || day > days_of_month(year, month)) return std::nullopt;
   if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  const std::int64_t days = daysFromCivil(year, month, day) - kReferenceDay;
-  return static_cast<double>(days * 86400 + hour * 3600 + minute * 60 + second);
+  const std::int64_t days = days_from_civil(year, month, day) - kReferenceDay;
+  return static_cast<double>(days * 86400 + std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second);
 }
 
-std::optional<std::string> formatDate(double seconds) {
+std::optional<std::string> format_date(double seconds) {
   constexpr double kAboutTenThousandYears = 3.2e11;
   if (!(std::fabs(seconds) < kAboutTenThousandYears)) return std::nullopt;
   const auto whole = static_cast<std::int64_t>(std::floor(seconds));
@@ -245,16 +245,16 @@ std::optional<std::string> formatDate(double seconds) {
   return std::string(text, static_cast<std::size_t>(length));
 }
 
-bool isBase64(std::string_view text) {
-  return eachBase64Digit(text, [](std::uint32_t) {});
+bool is_base64(std::string_view text) {
+  return each_base64_digit(text, [](std::uint32_t) {});
 }
 
-std::optional<std::vector<std::uint8_t>> parseBase64(std::string_view text) {
+std::optional<std::vector<std::uint8_t>> parse_base64(std::string_view text) {
   std::vector<std::uint8_t> bytes;
   bytes.reserve(text.size() / 4 * 3);
   std::uint32_t bits = 0;
   int count = 0;
-  const bool valid = eachBase64Digit(text, [&](std::uint32_t value) {
+  const bool valid = each_base64_digit(text, [&](std::uint32_t value) {
     bits = bits << 6 | value;
     if (++count % 4 != 1) bytes.push_back(static_cast<std::uint8_t>(bits >> (8 - count % 4 * 2) % 8));
   });
@@ -262,7 +262,7 @@ std::optional<std::vector<std::uint8_t>> parseBase64(std::string_view text) {
   return bytes;
 }
 
-std::string formatBase64(const std::vector<std::uint8_t>& bytes) {
+std::string format_base64(const std::vector<std::uint8_t>& bytes) {
   std::string text;
   text.reserve((bytes.size() + 2) / 3 * 4);
   std::uint32_t bits = 0;

@@ -16,19 +16,20 @@ namespace {
 
 constexpr std::size_t kValueDepth = 2;  // a root's value stands one level below it
 
-std::optional<std::string> findUnwritable(const std::vector<Change>& changes) {
+const char* find_unwritable(const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     if (!change.value) continue;
-    if (auto reason = plist::findUnwritable(std::string_view(change.key))) return reason;
-    if (auto reason = plist::findUnwritable(*change.value, kValueDepth)) return reason;
+    if (const char* reason = plist::find_unwritable(std::string_view{change.key})) return reason;
+    if (const char* reason = plist::find_unwritable(*change.value, kValueDepth)) return reason;
   }
-  return std::nullopt;
+  return nullptr;
 }
 
-bool xmlHolds(const std::vector<Change>& changes) {
+bool xml_holds(const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     if (!change.value) continue;
-    if (findUnholdableByXml(std::string_view(change.key)) || findUnholdableByXml(*change.value)) return false;
+    if (find_unholdable_by_xml(std::string_view{change.key}) || find_unholdable_by_xml(*change.value))
+      return false;
   }
   return true;
 }
@@ -38,7 +39,7 @@ Tree apply(Dictionary members, const std::vector<Change>& changes) {
   ChangeSet set(changes);
   Dictionary result;
   for (Member& member : members) {
-    ChangeSet::Effective* effective = set.find(std::string_view(member.key));
+    ChangeSet::Effective* effective = set.find(std::string_view{member.key});
     if (effective == nullptr) {
       result.push_back(std::move(member));
     } else {
@@ -54,20 +55,20 @@ Tree apply(Dictionary members, const std::vector<Change>& changes) {
   return result;
 }
 
-Result<std::string> spliceUnguarded(const std::optional<Document>& document,
-                                    const std::vector<Change>& changes, Format fresh_format) {
-  if (auto reason = findUnwritable(changes)) return Error{*std::move(reason)};
+Result<std::string> splice_unguarded(const std::optional<Document>& document,
+                                     const std::vector<Change>& changes, Format fresh_format) {
+  if (const char* reason = find_unwritable(changes)) return Error{reason};
   const bool keeps = document && document->root().is(Type::Dictionary);
   const Format format = keeps ? document->format() : fresh_format;
-  if (!keeps || (format == Format::Xml && !xmlHolds(changes))) {
+  if (!keeps || (format == Format::Xml && !xml_holds(changes))) {
     Dictionary members;
     if (keeps) members = std::move(*Tree::of(document->root()).as<Dictionary>());
-    return encode(apply(std::move(members), changes), xmlHolds(changes) ? format : Format::Binary);
+    return encode(apply(std::move(members), changes), xml_holds(changes) ? format : Format::Binary);
   }
   std::string bytes =
       format == Format::Xml
-          ? spliceXml(static_cast<const XmlContents&>(document->contents()), ChangeSet(changes))
-          : spliceBinary(static_cast<const BinaryContents&>(document->contents()), ChangeSet(changes));
+          ? splice_xml(static_cast<const XmlContents&>(document->contents()), ChangeSet(changes))
+          : splice_binary(static_cast<const BinaryContents&>(document->contents()), ChangeSet(changes));
   if (bytes.size() > kMaxFileSize) return Error{kTooLarge};
   return bytes;
 }
@@ -77,18 +78,17 @@ Result<std::string> spliceUnguarded(const std::optional<Document>& document,
 Result<std::string> splice(const std::optional<Document>& document, const std::vector<Change>& changes,
                            Format fresh_format) {
   try {
-    return spliceUnguarded(document, changes, fresh_format);
+    return splice_unguarded(document, changes, fresh_format);
   } catch (const std::bad_alloc&) {
     return Error{"out of memory"};
   }
 }
 
-Result<void> updateFile(const std::string& path, const std::vector<Change>& changes, Format fresh_format,
-                        const files::SystemCalls& calls) {
-  std::optional<Document> document;
-  Result<Document> read = Document::read(path, calls);
-  if (read) document = *std::move(read);
-  const Result<std::string> bytes = splice(document, changes, fresh_format);
+Result<void> update_file(const std::string& path, const std::vector<Change>& changes, Format fresh_format,
+                         const files::SystemCalls& calls) {
+  const Result<std::optional<Document>> document = Document::read_for_writing(path, calls);
+  if (!document) return document.error();
+  const Result<std::string> bytes = splice(*document, changes, fresh_format);
   if (!bytes) return bytes.error();
   return files::replace(path, *bytes, calls);
 }

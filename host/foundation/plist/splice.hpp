@@ -32,10 +32,9 @@ struct Change {
 Result<std::string> splice(const std::optional<Document>& document, const std::vector<Change>& changes,
                            Format fresh_format = Format::Xml);
 
-/// Reads the file, splices and replaces it (see files::replace). A file that is not there or cannot be read
-/// as a list counts as none.
-Result<void> updateFile(const std::string& path, const std::vector<Change>& changes,
-                        Format fresh_format = Format::Xml,
-                        const files::SystemCalls& calls = files::SystemCalls::real());
+/// Reads the file, splices and replaces it (see Document::read_for_writing and files::replace).
+Result<void> update_file(const std::string& path, const std::vector<Change>& changes,
+                         Format fresh_format = Format::Xml,
+                         const files::SystemCalls& calls = files::SystemCalls::real());
 
 }  // namespace wispen::plist

@@ -13,7 +13,7 @@ namespace wispen::plist {
 
 namespace {
 
-Dictionary dictionaryOf(const Value& value) {
+Dictionary dictionary_of(const Value& value) {
   constexpr std::size_t kFew = 16;
   Dictionary members;
   std::unordered_map<std::string, std::size_t> places;
@@ -60,7 +60,7 @@ Tree Tree::of(const Value& value) {
       return array;
     }
     case Type::Dictionary:
-      return dictionaryOf(value);
+      return dictionary_of(value);
   }
   return {};
 }
@@ -72,24 +72,24 @@ bool operator==(const Member& left, const Member& right) {
 bool operator==(const Tree& left, const Tree& right) {
   if (left.type() != right.type()) return false;
   const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
-  if (const double* real = left.as<double>()) return bits(*real) == bits(*right.as<double>());
-  if (const Date* date = left.as<Date>()) return bits(date->seconds) == bits(right.as<Date>()->seconds);
-  if (const bool* boolean = left.as<bool>()) return *boolean == *right.as<bool>();
-  if (const Integer* integer = left.as<Integer>()) return *integer == *right.as<Integer>();
-  if (const std::string* string = left.as<std::string>()) return *string == *right.as<std::string>();
-  if (const Data* data = left.as<Data>()) return *data == *right.as<Data>();
-  if (const Array* array = left.as<Array>()) return *array == *right.as<Array>();
-  if (const Dictionary* dictionary = left.as<Dictionary>()) return *dictionary == *right.as<Dictionary>();
+  if (const auto* real = left.as<double>()) return bits(*real) == bits(*right.as<double>());
+  if (const auto* date = left.as<Date>()) return bits(date->seconds) == bits(right.as<Date>()->seconds);
+  if (const auto* boolean = left.as<bool>()) return *boolean == *right.as<bool>();
+  if (const auto* integer = left.as<Integer>()) return *integer == *right.as<Integer>();
+  if (const auto* string = left.as<std::string>()) return *string == *right.as<std::string>();
+  if (const auto* data = left.as<Data>()) return *data == *right.as<Data>();
+  if (const auto* array = left.as<Array>()) return *array == *right.as<Array>();
+  if (const auto* dictionary = left.as<Dictionary>()) return *dictionary == *right.as<Dictionary>();
   return *left.as<Uid>() == *right.as<Uid>();
 }
 
 Result<std::string> encode(const Tree& tree, Format format) {
   try {
-    if (std::optional<std::string> reason = findUnwritable(tree, 1)) return Error{*std::move(reason)};
+    if (const char* reason = find_unwritable(tree, 1)) return Error{reason};
     if (format == Format::Xml) {
-      if (std::optional<std::string> reason = findUnholdableByXml(tree)) return Error{*std::move(reason)};
+      if (std::optional<std::string> reason = find_unholdable_by_xml(tree)) return Error{*std::move(reason)};
     }
-    std::string bytes = format == Format::Xml ? encodeXml(tree) : encodeBinary(tree);
+    std::string bytes = format == Format::Xml ? encode_xml(tree) : encode_binary(tree);
     if (bytes.size() > kMaxFileSize) return Error{kTooLarge};
     return bytes;
   } catch (const std::bad_alloc&) {

@@ -35,19 +35,20 @@ class Tree {
  public:
   using Variant = std::variant<bool, Integer, double, std::string, Data, Date, Array, Dictionary, Uid>;
 
-  Tree() : Tree(Dictionary{}) {}
+  /// An empty dictionary.
+  Tree();
   // Implicit on purpose: a tree is written down as its values.
-  Tree(bool value) : value_(value) {}                      // NOLINT(google-explicit-constructor)
-  Tree(int value) : value_(Integer::of(value)) {}          // NOLINT(google-explicit-constructor)
-  Tree(Integer value) : value_(value) {}                   // NOLINT(google-explicit-constructor)
-  Tree(double value) : value_(value) {}                    // NOLINT(google-explicit-constructor)
-  Tree(const char* value) : value_(std::string(value)) {}  // NOLINT(google-explicit-constructor)
-  Tree(std::string value) : value_(std::move(value)) {}    // NOLINT(google-explicit-constructor)
-  Tree(Data value) : value_(std::move(value)) {}           // NOLINT(google-explicit-constructor)
-  Tree(Date value) : value_(value) {}                      // NOLINT(google-explicit-constructor)
-  Tree(Array value) : value_(std::move(value)) {}          // NOLINT(google-explicit-constructor)
-  Tree(Dictionary value) : value_(std::move(value)) {}     // NOLINT(google-explicit-constructor)
-  Tree(Uid value) : value_(value) {}                       // NOLINT(google-explicit-constructor)
+  Tree(bool value);         // NOLINT(google-explicit-constructor)
+  Tree(int value);          // NOLINT(google-explicit-constructor)
+  Tree(Integer value);      // NOLINT(google-explicit-constructor)
+  Tree(double value);       // NOLINT(google-explicit-constructor)
+  Tree(const char* value);  // NOLINT(google-explicit-constructor)
+  Tree(std::string value);  // NOLINT(google-explicit-constructor)
+  Tree(Data value);         // NOLINT(google-explicit-constructor)
+  Tree(Date value);         // NOLINT(google-explicit-constructor)
+  Tree(Array value);        // NOLINT(google-explicit-constructor)
+  Tree(Dictionary value);   // NOLINT(google-explicit-constructor)
+  Tree(Uid value);          // NOLINT(google-explicit-constructor)
 
   /// A copy of a document's value. Of entries with the same key the last one stays, in the first one's place.
   static Tree of(const Value& value);
@@ -76,6 +77,20 @@ struct Member {
   Tree value;
   friend bool operator==(const Member&, const Member&);
 };
+
+// Only here is a member a complete type, which the variant must know to be made or destroyed.
+inline Tree::Tree() : value_(Dictionary{}) {}
+inline Tree::Tree(bool value) : value_(value) {}
+inline Tree::Tree(int value) : value_(Integer::of(value)) {}
+inline Tree::Tree(Integer value) : value_(value) {}
+inline Tree::Tree(double value) : value_(value) {}
+inline Tree::Tree(const char* value) : value_(std::string(value)) {}
+inline Tree::Tree(std::string value) : value_(std::move(value)) {}
+inline Tree::Tree(Data value) : value_(std::move(value)) {}
+inline Tree::Tree(Date value) : value_(value) {}
+inline Tree::Tree(Array value) : value_(std::move(value)) {}
+inline Tree::Tree(Dictionary value) : value_(std::move(value)) {}
+inline Tree::Tree(Uid value) : value_(value) {}
 
 /// The bytes of a file. An error when the tree is deeper or larger than a reader takes, when a string is not
 /// UTF-8, or when the format cannot hold it: XML has no control characters, and no dates outside the years 0

@@ -10,13 +10,13 @@ namespace wispen::plist {
 
 inline constexpr const char* kTooLarge = "the property list would be larger than a reader takes";
 
-/// Why no format can hold the tree, or nothing. `depth` is how deep its root will stand, counted from 1.
-std::optional<std::string> findUnwritable(const Tree& tree, std::size_t depth);
-/// Why a key can stand in no format, or nothing.
-std::optional<std::string> findUnwritable(std::string_view text);
+/// Why no format can hold the tree, or null. `depth` is how deep its root will stand, counted from 1.
+const char* find_unwritable(const Tree& tree, std::size_t depth);
+/// Why a key can stand in no format, or null.
+const char* find_unwritable(std::string_view text);
 
 /// Why XML cannot hold a tree or a text that another format can, or nothing.
-std::optional<std::string> findUnholdableByXml(const Tree& tree);
-std::optional<std::string> findUnholdableByXml(std::string_view text);
+std::optional<std::string> find_unholdable_by_xml(const Tree& tree);
+std::optional<std::string> find_unholdable_by_xml(std::string_view text);
 
 }  // namespace wispen::plist

@@ -12,7 +12,7 @@ enum class Format : std::uint8_t { Xml, Binary };
 enum class Type : std::uint8_t { Boolean, Integer, Real, String, Data, Date, Array, Dictionary, Uid };
 
 /// "a string", "an array": for messages.
-const char* nameOf(Type type);
+const char* name_of(Type type);
 
 /// A whole number from -2^63 to 2^64-1.
 struct Integer {
@@ -21,13 +21,13 @@ struct Integer {
   bool unsigned64 = false;
 
   static constexpr Integer of(std::int64_t value) { return {static_cast<std::uint64_t>(value), false}; }
-  static constexpr Integer ofUnsigned(std::uint64_t value) {
+  static constexpr Integer of_unsigned(std::uint64_t value) {
     return {value, value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())};
   }
 
   /// The value; a number above 2^63-1 wraps round, as a cast would.
-  constexpr std::int64_t signedValue() const { return static_cast<std::int64_t>(bits); }
-  constexpr bool negative() const { return !unsigned64 && signedValue() < 0; }
+  constexpr std::int64_t signed_value() const { return static_cast<std::int64_t>(bits); }
+  constexpr bool negative() const { return !unsigned64 && signed_value() < 0; }
 
   friend constexpr bool operator==(Integer, Integer) = default;
 };

@@ -9,7 +9,7 @@ namespace wispen::plist {
 
 namespace {
 
-std::size_t closingTagLength(const XmlElement& element) {
+std::size_t closing_tag_length(const XmlElement& element) {
   switch (element.type) {
     case Type::String:
       return element.has(XmlElement::kKey) ? sizeof "</key>" - 1 : sizeof "</string>" - 1;
@@ -23,7 +23,7 @@ std::size_t closingTagLength(const XmlElement& element) {
 }
 
 /// The length of an opening tag that was too long to be noted: up to the '>' outside quotes.
-std::size_t measureTag(std::string_view element) {
+std::size_t measure_tag(std::string_view element) {
   char quote = 0;
   for (std::size_t i = 0; i < element.size(); ++i) {
     const char c = element[i];
@@ -45,37 +45,38 @@ std::string_view XmlContents::content(Node node) const {
   if (element.has(XmlElement::kEmpty)) return {};
   std::string_view whole = source().substr(element.begin, element.end - element.begin);
   const std::size_t open =
-      element.open_tag_length != XmlElement::kLongTag ? element.open_tag_length : measureTag(whole);
+      element.open_tag_length != XmlElement::kLongTag ? element.open_tag_length : measure_tag(whole);
   // A closing tag may have space before its '>', which the plain form has not.
   const std::size_t close =
-      element.has(XmlElement::kPlain) ? whole.size() - closingTagLength(element) : whole.rfind('<');
+      element.has(XmlElement::kPlain) ? whole.size() - closing_tag_length(element) : whole.rfind('<');
   return whole.substr(open, close - open);
 }
 
-std::optional<std::string_view> XmlContents::textInPlace(Node node) const {
+std::optional<std::string_view> XmlContents::text_in_place(Node node) const {
   const XmlElement& element = elements_[node];
   if (element.has(XmlElement::kPlain) || element.has(XmlElement::kEmpty)) return content(node);
   return std::nullopt;
 }
 
 std::string XmlContents::text(Node node) const {
-  const std::optional<std::string_view> in_place = textInPlace(node);
-  return in_place ? std::string(*in_place) : decodeContent(content(node));
+  const std::optional<std::string_view> in_place = text_in_place(node);
+  return in_place ? std::string(*in_place) : decode_content(content(node));
 }
 
 Integer XmlContents::integer(Node node) const {
-  const std::optional<std::string_view> in_place = textInPlace(node);
-  return (in_place ? parseInteger(*in_place) : parseInteger(text(node))).value_or(Integer{});
+  const std::optional<std::string_view> in_place = text_in_place(node);
+  return (in_place ? parse_integer(*in_place) : parse_integer(text(node))).value_or(Integer{});
 }
 
 double XmlContents::number(Node node) const {
   const std::string digits = text(node);
-  return (type(node) == Type::Date ? parseDate(digits) : parseReal(digits)).value_or(0);
+  return (type(node) == Type::Date ? parse_date(digits) : parse_real(digits)).value_or(0);
 }
 
 std::vector<std::uint8_t> XmlContents::data(Node node) const {
-  const std::optional<std::string_view> in_place = textInPlace(node);
-  return (in_place ? parseBase64(*in_place) : parseBase64(text(node))).value_or(std::vector<std::uint8_t>{});
+  const std::optional<std::string_view> in_place = text_in_place(node);
+  return (in_place ? parse_base64(*in_place) : parse_base64(text(node)))
+      .value_or(std::vector<std::uint8_t>{});
 }
 
 std::size_t XmlContents::count(Node container) const {
@@ -87,19 +88,8 @@ std::size_t XmlContents::count(Node container) const {
 std::optional<Node> XmlContents::find(Node dictionary, std::string_view key) const {
   std::optional<Node> found;
   const Node end = elements_[dictionary].next;
-  const char* source = source_.data();
-  const std::size_t plain_length = key.size() + sizeof "<key></key>" - 1;
   for (Node at = dictionary + 1; at != end; at = elements_[at + 1].next) {
-    const XmlElement& element = elements_[at];
-    // Nearly all keys are plain text in plain tags: then equal lengths and bytes decide.
-    if (element.has(XmlElement::kPlain) && element.open_tag_length == sizeof "<key>" - 1) {
-      if (element.end - element.begin == plain_length &&
-          key.compare(std::string_view(source + element.begin + element.open_tag_length, key.size())) == 0) {
-        found = at + 1;
-      }
-    } else if (text(at) == key) {
-      found = at + 1;
-    }
+    if (key_is(at, key)) found = at + 1;
   }
   return found;
 }

@@ -7,6 +7,7 @@
 
 #include "host/core/result.hpp"
 #include "host/foundation/files/buffer.hpp"
+#include "host/foundation/files/recycled_memory.hpp"
 #include "host/foundation/plist/contents.hpp"
 
 namespace wispen::plist {
@@ -34,6 +35,7 @@ struct XmlElement {
   bool has(std::uint8_t flag) const { return (flags & flag) != 0; }
 };
 static_assert(sizeof(XmlElement) == 16);
+using XmlElements = std::vector<XmlElement, files::RecyclingAllocator<XmlElement>>;
 
 class XmlContents final : public Contents {
  public:
@@ -41,7 +43,7 @@ class XmlContents final : public Contents {
   /// what the file itself is in.
   static Result<std::shared_ptr<const XmlContents>> parse(files::Buffer text, XmlEncoding encoding);
   /// An index that a parser has made; parse() is the way to one.
-  XmlContents(files::Buffer source, std::vector<XmlElement> elements, XmlEncoding encoding)
+  XmlContents(files::Buffer source, XmlElements elements, XmlEncoding encoding)
       : source_(std::move(source)), elements_(std::move(elements)), encoding_(encoding) {}
 
   Format format() const override { return Format::Xml; }
@@ -53,18 +55,29 @@ class XmlContents final : public Contents {
   std::uint64_t uid(Node) const override { return 0; }
   std::vector<std::uint8_t> data(Node node) const override;
   std::string text(Node node) const override;
-  std::optional<std::string_view> textInPlace(Node node) const override;
+  std::optional<std::string_view> text_in_place(Node node) const override;
   std::size_t count(Node container) const override;
   Position first(Node container) const override { return container + 1; }
   Position end(Node container) const override { return elements_[container].next; }
   Position next(Node container, Position position) const override {
-    return elements_[valueAt(container, position)].next;
+    return elements_[value_at(container, position)].next;
   }
-  Node keyAt(Node, Position position) const override { return position; }
-  Node valueAt(Node container, Position position) const override {
+  Node key_at(Node, Position position) const override { return position; }
+  Node value_at(Node container, Position position) const override {
     return type(container) == Type::Dictionary ? position + 1 : position;
   }
   std::optional<Node> find(Node dictionary, std::string_view key) const override;
+
+  /// Whether a dictionary's key says this. Nearly all keys are plain text in plain tags: then equal lengths
+  /// and bytes decide.
+  bool key_is(Node node, std::string_view key) const {
+    constexpr std::size_t kOpen = sizeof "<key>" - 1;
+    constexpr std::size_t kTags = sizeof "<key></key>" - 1;
+    const XmlElement& element = elements_[node];
+    if (!element.has(XmlElement::kPlain) || element.open_tag_length != kOpen) return text(node) == key;
+    return element.end - element.begin == key.size() + kTags &&
+           source_.view().substr(element.begin + kOpen, key.size()) == key;
+  }
 
   XmlEncoding encoding() const { return encoding_; }
   /// The whole file as UTF-8, its byte order mark included.
@@ -75,7 +88,7 @@ class XmlContents final : public Contents {
 
  private:
   files::Buffer source_;
-  std::vector<XmlElement> elements_;
+  XmlElements elements_;
   XmlEncoding encoding_;
 };
 

@@ -8,30 +8,10 @@
 #include "host/foundation/plist/byte_scan.hpp"
 #include "host/foundation/plist/limits.hpp"
 #include "host/foundation/plist/scalars.hpp"
-#include "host/foundation/plist/utf.hpp"
+#include "host/foundation/plist/xml_bytes.hpp"
 #include "host/foundation/plist/xml_text.hpp"
 
 namespace wispen::plist {
-
-namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
-
-/// Compares a few bytes known when compiling, which becomes one or two comparisons of words. May look past
-/// the text's end, into the padding.
-template <std::size_t kSize>
-bool matches(const char* at, const char (&literal)[kSize]) {
-  return std::memcmp(at, literal, kSize - 1) == 0;
-}
-
-std::string printable(char c) {
-  const auto byte = static_cast<std::uint8_t>(c);
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-}
-
-}  // namespace
 
 std::string_view XmlParser::spelling(Name name) {
   constexpr std::array<std::string_view, 11> kSpellings = {
@@ -39,7 +19,7 @@ std::string_view XmlParser::spelling(Name name) {
   return kSpellings[static_cast<std::size_t>(name)];
 }
 
-bool XmlParser::failAt(const char* place, std::string message) {
+bool XmlParser::fail_at(const char* place, std::string message) {
   error_place_ = std::min(place, end_);
   error_ = std::move(message);
   return false;
@@ -53,104 +33,26 @@ std::string XmlParser::error() const {
 bool XmlParser::run() {
   // A bool value and its key take some 40 bytes of a usual file, a string more.
   elements_.reserve(static_cast<std::size_t>(end_ - begin_) / 24 + 8);
-  if (startsWith("\xEF\xBB\xBF")) at_ += 3;
-  if (!skipMisc(true)) return false;
+  if (starts_with("\xEF\xBB\xBF")) at_ += 3;
+  if (!skip_misc(true)) return false;
   if (at_ == end_) return fail("there is no property list in the file");
-  const bool wrapped = startsWith("<plist");
+  const bool wrapped = starts_with("<plist");
   if (wrapped) {
     Tag tag;
-    if (!openTag(tag)) return false;
+    if (!open_tag(tag)) return false;
     if (tag.empty) return fail("<plist/> holds no value");
   }
-  if (!parseValues(wrapped)) return false;
+  if (!parse_values(wrapped)) return false;
   if (wrapped) {
-    if (!skipMisc(false)) return false;
+    if (!skip_misc(false)) return false;
     bool canonical = false;
-    if (!closeTag("plist", canonical)) return false;
+    if (!close_tag("plist", canonical)) return false;
   }
-  if (!skipMisc(false)) return false;
+  if (!skip_misc(false)) return false;
   return at_ == end_ || fail("nothing may follow the property list");
 }
 
-void XmlParser::skipSpace() {
-  while (isSpace(*at_)) ++at_;
-}
-
-bool XmlParser::skipComment() {
-  const char* start = at_;
-  const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-  const std::size_t close = rest.find("-->", 4);
-  if (close == std::string_view::npos) return failAt(start, "the comment is not closed");
-  if (utf8ErrorOffset(rest.substr(0, close)) != close) return fail("the comment is not UTF-8");
-  at_ += close + 3;
-  return true;
-}
-
-bool XmlParser::skipInstruction() {
-  const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-  const std::size_t close = rest.find("?>");
-  if (close == std::string_view::npos) return fail("the processing instruction is not closed");
-  const std::string_view instruction = rest.substr(0, close);
-  if (utf8ErrorOffset(instruction) != close) return fail("the processing instruction is not UTF-8");
-  if (instruction.starts_with("<?xml") && !checkEncoding(instruction)) return false;
-  at_ += close + 2;
-  return true;
-}
-
-bool XmlParser::checkEncoding(std::string_view instruction) {
-  const std::size_t attribute = instruction.find("encoding");
-  if (attribute == std::string_view::npos) return true;
-  const std::size_t open = instruction.find_first_of("\"'", attribute);
-  if (open == std::string_view::npos) return fail("the declared encoding has no name");
-  const std::size_t close = instruction.find(instruction[open], open + 1);
-  if (close == std::string_view::npos) return fail("the declared encoding has no name");
-  std::string name(instruction.substr(open + 1, close - open - 1));
-  std::transform(name.begin(), name.end(), name.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  const bool utf8 = name == "UTF-8" || name == "UTF8";
-  const bool utf16 = name.starts_with("UTF-16");
-  if (encoding_ == XmlEncoding::Utf8 ? utf8 : utf16) return true;
-  if (utf8 || utf16) return fail("the file declares " + name + " but is written otherwise");
-  return fail("the encoding " + name + " is not supported");
-}
-
-bool XmlParser::skipDoctype() {
-  if (doctype_seen_) return fail("a second document type");
-  doctype_seen_ = true;
-  char quote = 0;
-  for (const char* c = at_; c != end_; ++c) {
-    if (quote != 0) {
-      if (*c == quote) quote = 0;
-    } else if (*c == '"' || *c == '\'') {
-      quote = *c;
-    } else if (*c == '[') {
-      // An internal subset can define entities, and entities of entities without end.
-      return failAt(c, "a document type with an internal subset is not supported");
-    } else if (*c == '>') {
-      if (!isUtf8({at_, static_cast<std::size_t>(c - at_)})) return fail("the document type is not UTF-8");
-      at_ = c + 1;
-      return true;
-    }
-  }
-  return fail("the document type is not closed");
-}
-
-bool XmlParser::skipMisc(bool doctype_allowed) {
-  for (;;) {
-    skipSpace();
-    if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
-    } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
-    } else if (doctype_allowed && matches(at_, "<!DOCTYPE")) {
-      if (!skipDoctype()) return false;
-    } else {
-      return true;
-    }
-  }
-}
-
-bool XmlParser::openTag(Tag& tag) {
+bool XmlParser::open_tag(Tag& tag) {
   const auto take = [&](Name name, bool empty, std::size_t length) {
     tag = {name, empty};
     at_ += length;
@@ -187,63 +89,15 @@ bool XmlParser::openTag(Tag& tag) {
     default:
       break;
   }
-  return openTagWithExtras(tag);
+  return open_tag_with_extras(tag);
 }
 
-bool XmlParser::openTagWithExtras(Tag& tag) {
-  const char* start = at_;
-  const char* name_end = at_ + 1;
-  while (*name_end >= 'a' && *name_end <= 'z') ++name_end;
-  const std::string_view name(at_ + 1, static_cast<std::size_t>(name_end - at_ - 1));
-  for (int i = 0; i <= static_cast<int>(Name::Data); ++i) {
-    if (name != spelling(static_cast<Name>(i))) continue;
-    tag.name = static_cast<Name>(i);
-    at_ = name_end;
-    if (!isSpace(*at_) && *at_ != '>' && *at_ != '/') break;
-    return skipAttributes(tag.empty);
-  }
-  if (start + 1 == end_) return fail("the file ends inside a tag");
-  return failAt(start, "<" + std::string(name) + "...> is no element of a property list");
-}
-
-bool XmlParser::skipAttributes(bool& empty) {
-  for (;;) {
-    skipSpace();
-    const char c = *at_;
-    if (c == '>') {
-      empty = false;
-      ++at_;
-      return true;
-    }
-    if (c == '/' && at_[1] == '>') {
-      empty = true;
-      at_ += 2;
-      return true;
-    }
-    const char* name = at_;
-    while (static_cast<signed char>(*at_) > ' ' && std::strchr("<>/=\"'", *at_) == nullptr) ++at_;
-    const bool named = at_ != name;
-    skipSpace();
-    if (!named || *at_ != '=')
-      return fail(at_ == end_ ? "the file ends inside a tag" : "the tag is malformed");
-    ++at_;
-    skipSpace();
-    const char quote = *at_;
-    if (quote != '"' && quote != '\'') return fail("an attribute's value must be quoted");
-    const char* value = ++at_;
-    while (at_ != end_ && *at_ != quote && *at_ != '<') ++at_;
-    if (*at_ != quote) return fail("an attribute's value is not closed");
-    if (!isUtf8({value, static_cast<std::size_t>(at_ - value)})) return fail("an attribute is not UTF-8");
-    ++at_;
-  }
-}
-
-bool XmlParser::closeTag(std::string_view name, bool& canonical) {
+bool XmlParser::close_tag(std::string_view name, bool& canonical) {
   const char* start = at_;
   if (at_[0] == '<' && at_[1] == '/' && std::memcmp(at_ + 2, name.data(), name.size()) == 0) {
     at_ += 2 + name.size();
     canonical = *at_ == '>';
-    skipSpace();
+    skip_space();
     if (*at_ == '>') {
       ++at_;
       return true;
@@ -251,88 +105,22 @@ bool XmlParser::closeTag(std::string_view name, bool& canonical) {
   }
   const std::string expected = "expected </" + std::string(name) + ">";
   if (start == end_ || at_ == end_) return fail(expected + ", but the file ends");
-  return failAt(start, expected);
+  return fail_at(start, expected);
 }
 
-bool XmlParser::character(bool& plain) {
-  const char c = *at_;
-  if (c == '\t' || c == '\n') {
-    ++at_;
-    return true;
-  }
-  if (c == '\r') {
-    plain = false;
-    ++at_;
-    return true;
-  }
-  if (c == '&') {
-    const auto reference =
-        parseReference({at_, std::min(static_cast<std::size_t>(end_ - at_), std::size_t{64})});
-    if (!reference) return fail("\"&\" does not begin a known character reference");
-    plain = false;
-    at_ += reference->length;
-    return true;
-  }
-  if (static_cast<std::uint8_t>(c) < 0x80) {
-    return at_ == end_ ? fail("the file ends inside an element")
-                       : fail("the control character " + printable(c) + " is not allowed");
-  }
-  const std::size_t length = utf8SequenceLength(at_);
-  if (length == 0) return fail("the byte " + printable(c) + " is not UTF-8");
-  if (matches(at_, "\xEF\xBF\xBE") || matches(at_, "\xEF\xBF\xBF")) {
-    return fail("U+FFFE and U+FFFF are no characters");
-  }
-  at_ += length;
-  return true;
-}
-
-bool XmlParser::characterData(std::string_view name, bool& plain) {
-  for (;;) {
-    at_ = findTextStop(at_);
-    if (*at_ != '<') {
-      if (!character(plain)) return false;
-      continue;
-    }
-    if (at_[1] == '/') return true;
-    plain = false;
-    if (matches(at_, "<!--")) {
-      if (!skipComment()) return false;
-    } else if (matches(at_, "<?")) {
-      if (!skipInstruction()) return false;
-    } else if (matches(at_, "<![CDATA[")) {
-      const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
-      const std::size_t close = rest.find("]]>");
-      if (close == std::string_view::npos) return fail("the CDATA section is not closed");
-      const char* stop = at_ + close;
-      at_ += sizeof "<![CDATA[" - 1;
-      while (at_ < stop) {
-        if (*at_ == '<' || *at_ == '&' || static_cast<signed char>(*at_) >= ' ') {
-          ++at_;
-        } else if (!character(plain)) {
-          return false;
-        }
-      }
-      at_ = stop + 3;
-    } else {
-      return fail(at_ + 1 == end_ ? "the file ends inside an element"
-                                  : "expected </" + std::string(name) + ">, found another tag");
-    }
-  }
-}
-
-bool XmlParser::checkScalar(Name name, std::string_view content, const char* place) {
+bool XmlParser::check_scalar(Name name, std::string_view content, const char* place) {
   const auto refuse = [&](const char* what) {
-    return failAt(place, "\"" + std::string(content.substr(0, 40)) + "\" is no " + what);
+    return fail_at(place, "\"" + std::string(content.substr(0, 40)) + "\" is no " + what);
   };
   switch (name) {
     case Name::Integer:
-      return parseInteger(content) || refuse("whole number from -2^63 to 2^64-1");
+      return parse_integer(content) || refuse("whole number from -2^63 to 2^64-1");
     case Name::Real:
-      return isReal(content) || refuse("number");
+      return is_real(content) || refuse("number");
     case Name::Date:
-      return parseDate(content) || refuse("date of the form 2001-01-01T00:00:00Z");
+      return parse_date(content) || refuse("date of the form 2001-01-01T00:00:00Z");
     case Name::Data:
-      return isBase64(content) || failAt(place, "the data is not Base64");
+      return is_base64(content) || fail_at(place, "the data is not Base64");
     default:
       return true;
   }
@@ -343,26 +131,26 @@ bool XmlParser::scalar(const Tag& tag, XmlElement& element) {
   const bool text = tag.name == Name::Key || tag.name == Name::String;
   if (tag.empty) {
     element.flags |= XmlElement::kEmpty;
-    return text || checkScalar(tag.name, {}, at_);
+    return text || check_scalar(tag.name, {}, at_);
   }
   const char* content = at_;
   bool plain = true;
-  if (!characterData(name, plain)) return false;
+  if (!character_data(name, plain)) return false;
   const std::string_view raw(content, static_cast<std::size_t>(at_ - content));
-  if (!text &&
-      !(plain ? checkScalar(tag.name, raw, content) : checkScalar(tag.name, decodeContent(raw), content))) {
+  if (!text && !(plain ? check_scalar(tag.name, raw, content)
+                       : check_scalar(tag.name, decode_content(raw), content))) {
     return false;
   }
   bool canonical = false;
-  if (!closeTag(name, canonical)) return false;
+  if (!close_tag(name, canonical)) return false;
   if (plain && canonical) element.flags |= XmlElement::kPlain;
   return true;
 }
 
 template <std::size_t kSize>
-bool XmlParser::takeText(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+bool XmlParser::take_text(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
   if (!tag.empty) {
-    const char* stop = findTextStop(at_);
+    const char* stop = find_text_stop(at_);
     if (matches(stop, closing)) {
       at_ = stop + kSize - 1;
       element.flags |= XmlElement::kPlain;
@@ -373,17 +161,17 @@ bool XmlParser::takeText(const char (&closing)[kSize], const Tag& tag, XmlElemen
 }
 
 template <std::size_t kSize>
-bool XmlParser::takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
+bool XmlParser::take_number(const char (&closing)[kSize], const Tag& tag, XmlElement& element) {
   if (!tag.empty) {
     // Short enough to fit 64 bits whatever its digits, so that nothing but its form has to be looked at.
     constexpr std::ptrdiff_t kSafeDigits = 18;
     const char* digits = at_ + (*at_ == '-' ? 1 : 0);
     const char* stop = digits;
-    while (isDigit(*stop)) ++stop;
+    while (is_digit(*stop)) ++stop;
     bool number = stop != digits && stop - digits <= kSafeDigits;
     if (tag.name == Name::Real && *stop == '.') {
       const char* fraction = ++stop;
-      while (isDigit(*stop)) ++stop;
+      while (is_digit(*stop)) ++stop;
       number = number && stop != fraction;
     }
     if (number && matches(stop, closing)) {
@@ -395,7 +183,7 @@ bool XmlParser::takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElem
   return scalar(tag, element);
 }
 
-bool XmlParser::startElement(const Tag& tag, const char* begin) {
+bool XmlParser::start_element(const Tag& tag, const char* begin) {
   const auto tag_length = static_cast<std::size_t>(at_ - begin);
   XmlElement element;
   element.begin = offset(begin);
@@ -406,7 +194,7 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
     case Name::Array:
       element.type = tag.name == Name::Dict ? Type::Dictionary : Type::Array;
       if (open_.size() == kMaxDepth) {
-        return failAt(begin, "more than " + std::to_string(kMaxDepth) + " containers inside one another");
+        return fail_at(begin, "more than " + std::to_string(kMaxDepth) + " containers inside one another");
       }
       if (!tag.empty) {
         open_.push_back(static_cast<Node>(elements_.size()));
@@ -422,25 +210,25 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
       element.flags = tag.name == Name::True ? XmlElement::kTrue : 0;
       if (!tag.empty) {
         bool canonical = false;
-        if (!skipMisc(false) || !closeTag(spelling(tag.name), canonical)) return false;
+        if (!skip_misc(false) || !close_tag(spelling(tag.name), canonical)) return false;
       }
       break;
     case Name::Key:
       element.type = Type::String;
       element.flags = XmlElement::kKey;
-      if (!takeText("</key>", tag, element)) return false;
+      if (!take_text("</key>", tag, element)) return false;
       break;
     case Name::String:
       element.type = Type::String;
-      if (!takeText("</string>", tag, element)) return false;
+      if (!take_text("</string>", tag, element)) return false;
       break;
     case Name::Integer:
       element.type = Type::Integer;
-      if (!takeNumber("</integer>", tag, element)) return false;
+      if (!take_number("</integer>", tag, element)) return false;
       break;
     case Name::Real:
       element.type = Type::Real;
-      if (!takeNumber("</real>", tag, element)) return false;
+      if (!take_number("</real>", tag, element)) return false;
       break;
     case Name::Date:
       element.type = Type::Date;
@@ -451,7 +239,7 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
       if (!scalar(tag, element)) return false;
       break;
     case Name::Plist:
-      return failAt(begin, "<plist> inside a property list");
+      return fail_at(begin, "<plist> inside a property list");
   }
   element.end = offset(at_);
   element.next = static_cast<Node>(elements_.size() + 1);
@@ -459,12 +247,12 @@ bool XmlParser::startElement(const Tag& tag, const char* begin) {
   return true;
 }
 
-bool XmlParser::closeContainer() {
+bool XmlParser::close_container() {
   XmlElement& container = elements_[open_.back()];
   const bool dictionary = container.type == Type::Dictionary;
   if (dictionary && !expects_key_) return fail("the key before </dict> has no value");
   bool canonical = false;
-  if (!closeTag(spelling(dictionary ? Name::Dict : Name::Array), canonical)) return false;
+  if (!close_tag(spelling(dictionary ? Name::Dict : Name::Array), canonical)) return false;
   if (canonical) container.flags |= XmlElement::kPlain;
   container.end = offset(at_);
   container.next = static_cast<Node>(elements_.size());
@@ -472,31 +260,32 @@ bool XmlParser::closeContainer() {
   return true;
 }
 
-bool XmlParser::parseValues(bool inside_plist) {
+bool XmlParser::parse_values(bool inside_plist) {
   // Each turn takes one tag: a value, a key, or the end of the innermost container.
   do {
-    while (isSpace(*at_)) ++at_;
+    while (is_space(*at_)) ++at_;
     if (*at_ == '<' && (at_[1] == '!' || at_[1] == '?')) {
-      if (!skipMisc(false)) return false;
+      if (!skip_misc(false)) return false;
     }
     const bool in_dictionary = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
     if (*at_ == '<' && at_[1] == '/') {
-      if (open_.empty())
+      if (open_.empty()) {
         return fail(inside_plist ? "<plist> holds no value" : "a closing tag without its opening");
-      if (!closeContainer()) return false;
+      }
+      if (!close_container()) return false;
       expects_key_ = !open_.empty() && elements_[open_.back()].type == Type::Dictionary;
       continue;
     }
     const char* begin = at_;
     Tag tag;
-    if (!openTag(tag)) return false;
+    if (!open_tag(tag)) return false;
     if (in_dictionary && expects_key_ != (tag.name == Name::Key)) {
-      return failAt(begin, expects_key_ ? "expected <key>, found <" + std::string(spelling(tag.name)) + ">"
-                                        : "the key before this one has no value");
+      return fail_at(begin, expects_key_ ? "expected <key>, found <" + std::string(spelling(tag.name)) + ">"
+                                         : "the key before this one has no value");
     }
-    if (!in_dictionary && tag.name == Name::Key) return failAt(begin, "<key> outside a dictionary");
+    if (!in_dictionary && tag.name == Name::Key) return fail_at(begin, "<key> outside a dictionary");
     const std::size_t depth = open_.size();
-    if (!startElement(tag, begin)) return false;
+    if (!start_element(tag, begin)) return false;
     if (open_.size() == depth) expects_key_ = in_dictionary && tag.name != Name::Key;
   } while (!open_.empty());
   return true;
@@ -506,7 +295,7 @@ Result<std::shared_ptr<const XmlContents>> XmlContents::parse(files::Buffer text
   XmlParser parser(text, encoding);
   if (!parser.run()) return Error{parser.error()};
   return std::shared_ptr<const XmlContents>(
-      std::make_shared<XmlContents>(std::move(text), parser.takeElements(), encoding));
+      std::make_shared<XmlContents>(std::move(text), parser.take_elements(), encoding));
 }
 
 }  // namespace wispen::plist

@@ -23,7 +23,7 @@ class XmlParser {
   /// False when the text is no property list; error() then says why.
   bool run();
 
-  std::vector<XmlElement> takeElements() { return std::move(elements_); }
+  XmlElements take_elements() { return std::move(elements_); }
   /// "line 12: ..."
   std::string error() const;
 
@@ -34,36 +34,36 @@ class XmlParser {
     bool empty = false;
   };
 
-  bool failAt(const char* place, std::string message);
-  bool fail(std::string message) { return failAt(at_, std::move(message)); }
+  bool fail_at(const char* place, std::string message);
+  bool fail(std::string message) { return fail_at(at_, std::move(message)); }
 
-  void skipSpace();
-  bool skipComment();
-  bool skipInstruction();
-  bool skipDoctype();
-  bool skipMisc(bool doctype_allowed);
-  bool checkEncoding(std::string_view instruction);
+  void skip_space();
+  bool skip_comment();
+  bool skip_instruction();
+  bool skip_doctype();
+  bool skip_misc(bool doctype_allowed);
+  bool check_encoding(std::string_view instruction);
 
-  bool openTag(Tag& tag);
-  bool openTagWithExtras(Tag& tag);
-  bool skipAttributes(bool& empty);
-  bool closeTag(std::string_view name, bool& canonical);
+  bool open_tag(Tag& tag);
+  bool open_tag_with_extras(Tag& tag);
+  bool skip_attributes(bool& empty);
+  bool close_tag(std::string_view name, bool& canonical);
 
-  bool parseValues(bool inside_plist);
-  bool startElement(const Tag& tag, const char* begin);
-  bool closeContainer();
-  bool characterData(std::string_view name, bool& plain);
+  bool parse_values(bool inside_plist);
+  bool start_element(const Tag& tag, const char* begin);
+  bool close_container();
+  bool character_data(std::string_view name, bool& plain);
   bool character(bool& plain);
   bool scalar(const Tag& tag, XmlElement& element);
   /// The usual forms of text and numbers, taken at a glance; all others are left to scalar().
   template <std::size_t kSize>
-  bool takeText(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
+  bool take_text(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
   template <std::size_t kSize>
-  bool takeNumber(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
-  bool checkScalar(Name name, std::string_view content, const char* place);
+  bool take_number(const char (&closing)[kSize], const Tag& tag, XmlElement& element);
+  bool check_scalar(Name name, std::string_view content, const char* place);
 
   std::uint32_t offset(const char* place) const { return static_cast<std::uint32_t>(place - begin_); }
-  bool startsWith(std::string_view text) const {
+  bool starts_with(std::string_view text) const {
     return std::string_view(at_, static_cast<std::size_t>(end_ - at_)).starts_with(text);
   }
 
@@ -73,7 +73,7 @@ class XmlParser {
   const char* end_;
   const char* at_;
   XmlEncoding encoding_;
-  std::vector<XmlElement> elements_;
+  XmlElements elements_;
   std::vector<Node> open_;
   bool expects_key_ = false;
   bool doctype_seen_ = false;

@@ -9,6 +9,6 @@
 namespace wispen::plist {
 
 /// The file's bytes, in its own encoding. The root is a dictionary; XML can hold every new key and value.
-std::string spliceXml(const XmlContents& contents, ChangeSet changes);
+std::string splice_xml(const XmlContents& contents, ChangeSet changes);
 
 }  // namespace wispen::plist

@@ -20,7 +20,7 @@ constexpr NamedReference kNamedReferences[] = {
     {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&apos;", '\''}, {"&quot;", '"'}};
 
 /// Appends with CR LF and lone CR as LF, as every XML reader does.
-void appendWithLineFeeds(std::string& text, std::string_view part) {
+void append_with_line_feeds(std::string& text, std::string_view part) {
   for (std::size_t i = 0; i < part.size(); ++i) {
     if (part[i] != '\r') {
       text.push_back(part[i]);
@@ -32,12 +32,12 @@ void appendWithLineFeeds(std::string& text, std::string_view part) {
 
 }  // namespace
 
-bool isXmlCharacter(char32_t c) {
+bool is_xml_character(char32_t c) {
   if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
   return c < 0xD800 || (c > 0xDFFF && c < 0xFFFE) || (c > 0xFFFF && c < 0x110000);
 }
 
-std::optional<Reference> parseReference(std::string_view text) {
+std::optional<Reference> parse_reference(std::string_view text) {
   for (const auto& [spelling, character] : kNamedReferences) {
     if (text.starts_with(spelling)) return Reference{static_cast<char32_t>(character), spelling.size()};
   }
@@ -47,28 +47,28 @@ std::optional<Reference> parseReference(std::string_view text) {
   const char* limit = text.data() + text.size();
   std::uint32_t number = 0;
   const auto [end, error] = std::from_chars(digits, limit, number, hexadecimal ? 16 : 10);
-  if (error != std::errc() || end == limit || *end != ';' || !isXmlCharacter(number)) return std::nullopt;
+  if (error != std::errc() || end == limit || *end != ';' || !is_xml_character(number)) return std::nullopt;
   return Reference{number, static_cast<std::size_t>(end + 1 - text.data())};
 }
 
-std::string decodeContent(std::string_view content) {
+std::string decode_content(std::string_view content) {
   std::string text;
   text.reserve(content.size());
   while (!content.empty()) {
     const std::size_t stop = std::min(content.find_first_of("<&"), content.size());
-    appendWithLineFeeds(text, content.substr(0, stop));
+    append_with_line_feeds(text, content.substr(0, stop));
     content.remove_prefix(stop);
     if (content.empty()) break;
     std::size_t length = 0;
     if (content.front() == '&') {
-      const std::optional<Reference> reference = parseReference(content);
+      const std::optional<Reference> reference = parse_reference(content);
       if (!reference) break;
-      appendUtf8(text, reference->character);
+      append_utf8(text, reference->character);
       length = reference->length;
     } else if (content.starts_with(kCdataStart)) {
       content.remove_prefix(kCdataStart.size());
       length = content.find(kCdataEnd);
-      appendWithLineFeeds(text, content.substr(0, length));
+      append_with_line_feeds(text, content.substr(0, length));
       length += kCdataEnd.size();
     } else if (content.starts_with("<!--")) {
       length = content.find("-->", 4) + 3;
@@ -80,7 +80,7 @@ std::string decodeContent(std::string_view content) {
   return text;
 }
 
-void appendEscaped(std::string& xml, std::string_view text) {
+void append_escaped(std::string& xml, std::string_view text) {
   while (!text.empty()) {
     const std::size_t stop = std::min(text.find_first_of("<>&\r"), text.size());
     xml.append(text.substr(0, stop));
@@ -91,10 +91,10 @@ void appendEscaped(std::string& xml, std::string_view text) {
   }
 }
 
-std::optional<char32_t> findUnholdable(std::string_view text) {
+std::optional<char32_t> find_unholdable(std::string_view text) {
   for (std::size_t offset = 0; offset < text.size();) {
-    const char32_t character = nextCharacter(text, offset);
-    if (!isXmlCharacter(character)) return character;
+    const char32_t character = next_character(text, offset);
+    if (!is_xml_character(character)) return character;
   }
   return std::nullopt;
 }

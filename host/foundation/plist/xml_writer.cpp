@@ -25,20 +25,20 @@ class XmlWriter {
  private:
   void write(bool value) { xml_ += value ? "<true/>" : "<false/>"; }
   void write(Integer value) {
-    element("integer", value.unsigned64 ? std::to_string(value.bits) : std::to_string(value.signedValue()));
+    element("integer", value.unsigned64 ? std::to_string(value.bits) : std::to_string(value.signed_value()));
   }
-  void write(double value) { element("real", formatReal(value)); }
+  void write(double value) { element("real", format_real(value)); }
   void write(const std::string& value) {
     xml_ += "<string>";
-    appendEscaped(xml_, value);
+    append_escaped(xml_, value);
     xml_ += "</string>";
   }
-  void write(Date value) { element("date", formatDate(value.seconds).value_or("")); }
-  void write(Uid value) { write(Dictionary{{"CF$UID", Integer::ofUnsigned(value.number)}}); }
+  void write(Date value) { element("date", format_date(value.seconds).value_or("")); }
+  void write(Uid value) { write(Dictionary{{"CF$UID", Integer::of_unsigned(value.number)}}); }
 
   void write(const Data& value) {
     constexpr std::size_t kColumns = 68;
-    const std::string digits = formatBase64(value);
+    const std::string digits = format_base64(value);
     xml_ += "<data>";
     for (std::size_t i = 0; i < digits.size(); i += kColumns) {
       xml_ += line_;
@@ -59,7 +59,7 @@ class XmlWriter {
       xml_ += line_;
       write(child);
     }
-    closeContainer("</array>");
+    close_container("</array>");
   }
 
   void write(const Dictionary& value) {
@@ -71,14 +71,14 @@ class XmlWriter {
     line_ += step_;
     for (const Member& member : value) {
       xml_ += line_;
-      appendXmlKey(xml_, member.key);
+      append_xml_key(xml_, member.key);
       xml_ += line_;
       write(member.value);
     }
-    closeContainer("</dict>");
+    close_container("</dict>");
   }
 
-  void closeContainer(std::string_view tag) {
+  void close_container(std::string_view tag) {
     line_.resize(line_.size() - step_.size());
     xml_ += line_;
     xml_ += tag;
@@ -95,19 +95,19 @@ class XmlWriter {
 
 }  // namespace
 
-void appendXml(std::string& xml, const Tree& tree, const XmlLayout& layout) {
+void append_xml(std::string& xml, const Tree& tree, const XmlLayout& layout) {
   XmlWriter(xml, layout).write(tree);
 }
 
-void appendXmlKey(std::string& xml, std::string_view key) {
+void append_xml_key(std::string& xml, std::string_view key) {
   xml += "<key>";
-  appendEscaped(xml, key);
+  append_escaped(xml, key);
   xml += "</key>";
 }
 
-std::string encodeXml(const Tree& tree) {
+std::string encode_xml(const Tree& tree) {
   std::string xml(kHeader);
-  appendXml(xml, tree, {"\n", "\t"});
+  append_xml(xml, tree, {"\n", "\t"});
   xml += kFooter;
   return xml;
 }

@@ -16,12 +16,12 @@ struct XmlLayout {
 
 /// Appends a tree's element. Its first tag stands where the text ends; its further lines follow the layout.
 /// The tree is one that XML can hold.
-void appendXml(std::string& xml, const Tree& tree, const XmlLayout& layout);
+void append_xml(std::string& xml, const Tree& tree, const XmlLayout& layout);
 
 /// Appends <key>...</key>.
-void appendXmlKey(std::string& xml, std::string_view key);
+void append_xml_key(std::string& xml, std::string_view key);
 
 /// A whole file, laid out as the platform does. The tree is one that XML can hold.
-std::string encodeXml(const Tree& tree);
+std::string encode_xml(const Tree& tree);
 
 }  // namespace wispen::plist

@@ -23,12 +23,12 @@ struct Reading {
 };
 
 /// Whether the bytes are an XML list: a .strings text has no use for '<' at its start.
-bool looksLikeXml(std::string_view text) {
+bool looks_like_xml(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n");
   return first != std::string_view::npos && text[first] == '<';
 }
 
-Reading readPropertyList(std::string_view bytes) {
+Reading read_property_list(std::string_view bytes) {
   Reading reading;
   const Result<plist::Document> document = plist::Document::parse(bytes);
   if (!document) {
@@ -37,7 +37,7 @@ Reading readPropertyList(std::string_view bytes) {
   }
   const plist::Value root = document->root();
   if (!root.is(plist::Type::Dictionary)) {
-    reading.error = Error{"expected a dictionary of strings, found " + std::string(nameOf(root.type()))};
+    reading.error = Error{"expected a dictionary of strings, found " + std::string(name_of(root.type()))};
     return reading;
   }
   for (const plist::Entry& entry : root.entries()) {
@@ -46,13 +46,13 @@ Reading readPropertyList(std::string_view bytes) {
       reading.entries.insert_or_assign(std::move(key), entry.value.string());
     } else if (!reading.error) {
       reading.error =
-          Error{"expected a string for \"" + key + "\", found " + std::string(nameOf(entry.value.type()))};
+          Error{"expected a string for \"" + key + "\", found " + std::string(name_of(entry.value.type()))};
     }
   }
   return reading;
 }
 
-Reading readText(std::string_view text) {
+Reading read_text(std::string_view text) {
   TextParser parser(text);
   Reading reading;
   parser.run(reading.entries);
@@ -60,17 +60,17 @@ Reading readText(std::string_view text) {
   return reading;
 }
 
-Reading readAny(std::string_view bytes) {
+Reading read_any(std::string_view bytes) {
   if (bytes.size() > plist::kMaxFileSize) return {{}, Error{"the table is too large"}};
-  if (bytes.starts_with("bplist")) return readPropertyList(bytes);
+  if (bytes.starts_with("bplist")) return read_property_list(bytes);
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
     const ByteOrder order = bytes[0] == '\xFF' ? ByteOrder::Little : ByteOrder::Big;
-    const std::optional<std::string> text = plist::utf8FromUtf16Strict(bytes.substr(2), order);
+    const std::optional<std::string> text = plist::utf8_from_utf16_strict(bytes.substr(2), order);
     if (!text) return {{}, Error{"the file is no well-formed UTF-16"}};
-    return looksLikeXml(*text) ? readPropertyList(bytes) : readText(*text);
+    return looks_like_xml(*text) ? read_property_list(bytes) : read_text(*text);
   }
   const std::string_view text = bytes.starts_with(kUtf8Mark) ? bytes.substr(kUtf8Mark.size()) : bytes;
-  return looksLikeXml(text) ? readPropertyList(bytes) : readText(text);
+  return looks_like_xml(text) ? read_property_list(bytes) : read_text(text);
 }
 
 }  // namespace
@@ -78,7 +78,7 @@ Reading readAny(std::string_view bytes) {
 Table Table::parse(std::string_view bytes, std::string_view name) {
   Table table;
   try {
-    Reading reading = readAny(bytes);
+    Reading reading = read_any(bytes);
     table.entries_ = std::move(reading.entries);
     if (reading.error) table.error_ = Error{std::string(name) + ": " + reading.error->message};
   } catch (const std::bad_alloc&) {

@@ -10,12 +10,12 @@ namespace wispen::strings {
 
 namespace {
 
-bool isBare(char c) {
+bool is_bare(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
          c == '/' || c == ':' || c == '.' || c == '-';
 }
 
-bool isOctal(char c) { return c >= '0' && c <= '7'; }
+bool is_octal(char c) { return c >= '0' && c <= '7'; }
 
 }  // namespace
 
@@ -26,28 +26,28 @@ bool TextParser::fail(std::size_t place, std::string message) {
 }
 
 std::string TextParser::found() const {
-  if (atEnd()) return "the end of the file";
+  if (at_end()) return "the end of the file";
   const auto byte = static_cast<unsigned char>(text_[at_]);
   if (byte > ' ' && byte < 0x7F) return "'" + std::string(1, text_[at_]) + "'";
   const std::size_t length =
-      byte < 0x80 ? 0 : plist::utf8SequenceLength(std::string(text_.substr(at_, 4)).c_str());
+      byte < 0x80 ? 0 : plist::utf8_sequence_length(std::string(text_.substr(at_, 4)).c_str());
   return length == 0 ? "a byte that is no text" : "'" + std::string(text_.substr(at_, length)) + "'";
 }
 
 void TextParser::run(Entries& entries) {
-  if (const std::size_t bad = plist::utf8ErrorOffset(text_); bad != text_.size()) {
+  if (const std::size_t bad = plist::utf8_error_offset(text_); bad != text_.size()) {
     // Entries before the bad byte are read as usual. What then seems to end too early ends at that byte.
     text_ = text_.substr(0, bad);
-    while (skipSpace() && !atEnd() && entry(entries)) {
+    while (skip_space() && !at_end() && entry(entries)) {
     }
-    if (!error_ || atEnd()) fail(bad, "expected UTF-8 or, after a byte order mark, UTF-16");
+    if (!error_ || at_end()) fail(bad, "expected UTF-8 or, after a byte order mark, UTF-16");
     return;
   }
-  while (skipSpace() && !atEnd() && entry(entries)) {
+  while (skip_space() && !at_end() && entry(entries)) {
   }
 }
 
-bool TextParser::skipSpace() {
+bool TextParser::skip_space() {
   for (;;) {
     at_ = std::min(text_.find_first_not_of(" \t\r\n\v\f", at_), text_.size());
     const std::string_view rest = text_.substr(at_);
@@ -57,7 +57,7 @@ bool TextParser::skipSpace() {
       const std::size_t close = text_.find("*/", at_ + 2);
       if (close == std::string_view::npos) {
         const std::size_t begin = std::exchange(at_, text_.size());
-        return fail(begin, "expected \"*/\" at the end of the comment that begins here");
+        return fail(begin, R"(expected "*/" at the end of the comment that begins here)");
       }
       at_ = close + 2;
     } else {
@@ -68,16 +68,16 @@ bool TextParser::skipSpace() {
 
 bool TextParser::entry(Entries& entries) {
   std::string key;
-  if (!token("a key", key) || !skipSpace()) return false;
+  if (!token("a key", key) || !skip_space()) return false;
   std::string value = key;
-  const bool has_value = !atEnd() && text_[at_] == '=';
+  const bool has_value = !at_end() && text_[at_] == '=';
   if (has_value) {
     ++at_;
-    if (!skipSpace() || !token("a text", value) || !skipSpace()) return false;
+    if (!skip_space() || !token("a text", value) || !skip_space()) return false;
   }
-  if (atEnd() || text_[at_] != ';') {
+  if (at_end() || text_[at_] != ';') {
     const char* expected =
-        has_value ? "expected \";\" after the text of \"" : "expected \"=\" or \";\" after \"";
+        has_value ? R"(expected ";" after the text of ")" : R"(expected "=" or ";" after ")";
     return fail(expected + key + "\", found " + found());
   }
   ++at_;
@@ -86,9 +86,9 @@ bool TextParser::entry(Entries& entries) {
 }
 
 bool TextParser::token(const char* what, std::string& token) {
-  if (!atEnd() && text_[at_] == '"') return quoted(token);
+  if (!at_end() && text_[at_] == '"') return quoted(token);
   const std::size_t begin = at_;
-  while (!atEnd() && isBare(text_[at_])) ++at_;
+  while (!at_end() && is_bare(text_[at_])) ++at_;
   if (at_ == begin) return fail("expected " + std::string(what) + ", found " + found());
   token = text_.substr(begin, at_ - begin);
   return true;
@@ -112,7 +112,7 @@ bool TextParser::quoted(std::string& token) {
 }
 
 bool TextParser::escape(std::string& token) {
-  if (atEnd()) return fail("expected a character after \"\\\", found the end of the file");
+  if (at_end()) return fail(R"(expected a character after "\", found the end of the file)");
   const char c = text_[at_++];
   switch (c) {
     case 'a':
@@ -138,24 +138,24 @@ bool TextParser::escape(std::string& token) {
       return true;
     case 'U':
     case 'u':
-      return unicodeEscape(token);
+      return unicode_escape(token);
     default:
       break;
   }
-  if (!isOctal(c)) {
+  if (!is_octal(c)) {
     // A quote, a backslash, a line end, or a character that needed no escape: itself.
     token.push_back(c);
     return true;
   }
-  char32_t character = static_cast<char32_t>(c - '0');
-  for (int digits = 1; digits < 3 && !atEnd() && isOctal(text_[at_]); ++digits) {
+  auto character = static_cast<char32_t>(c - '0');
+  for (int digits = 1; digits < 3 && !at_end() && is_octal(text_[at_]); ++digits) {
     character = character * 8 + static_cast<char32_t>(text_[at_++] - '0');
   }
-  plist::appendUtf8(token, character);
+  plist::append_utf8(token, character);
   return true;
 }
 
-bool TextParser::hexUnit(char16_t& unit) {
+bool TextParser::hex_unit(char16_t& unit) {
   constexpr std::size_t kDigits = 4;
   std::uint16_t number = 0;
   const std::string_view digits = text_.substr(at_, kDigits);
@@ -166,16 +166,16 @@ bool TextParser::hexUnit(char16_t& unit) {
   return true;
 }
 
-bool TextParser::unicodeEscape(std::string& token) {
+bool TextParser::unicode_escape(std::string& token) {
   char16_t unit = 0;
-  if (!hexUnit(unit)) return fail("expected four hexadecimal digits after \"\\U\"");
+  if (!hex_unit(unit)) return fail(R"(expected four hexadecimal digits after "\U")");
   char32_t character = unit;
   if (unit >= 0xD800 && unit < 0xDC00) {
     const std::size_t after = at_;
     const bool another = text_.substr(at_).starts_with("\\U") || text_.substr(at_).starts_with("\\u");
     at_ += another ? 2 : 0;
     char16_t low = 0;
-    if (another && hexUnit(low) && low >= 0xDC00 && low < 0xE000) {
+    if (another && hex_unit(low) && low >= 0xDC00 && low < 0xE000) {
       character = 0x10000U + ((unit & 0x3FFU) << 10 | (low & 0x3FFU));
     } else {
       at_ = after;
@@ -184,7 +184,7 @@ bool TextParser::unicodeEscape(std::string& token) {
   } else if (unit >= 0xDC00 && unit < 0xE000) {
     character = plist::kReplacementCharacter;
   }
-  plist::appendUtf8(token, character);
+  plist::append_utf8(token, character);
   return true;
 }
 

@@ -23,14 +23,14 @@ class TextParser {
  private:
   bool fail(std::size_t place, std::string message);
   bool fail(std::string message) { return fail(at_, std::move(message)); }
-  bool atEnd() const { return at_ == text_.size(); }
-  bool skipSpace();
+  bool at_end() const { return at_ == text_.size(); }
+  bool skip_space();
   bool entry(Entries& entries);
   bool token(const char* what, std::string& token);
   bool quoted(std::string& token);
   bool escape(std::string& token);
-  bool unicodeEscape(std::string& token);
-  bool hexUnit(char16_t& unit);
+  bool unicode_escape(std::string& token);
+  bool hex_unit(char16_t& unit);
   std::string found() const;
 
   std::string_view text_;

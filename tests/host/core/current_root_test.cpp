@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen {
 namespace {

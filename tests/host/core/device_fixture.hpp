@@ -8,7 +8,7 @@
 #include <string>
 
 #include "host/core/current_root.hpp"
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::testing {
 

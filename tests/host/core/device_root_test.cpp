@@ -10,7 +10,7 @@
 
 #include <filesystem>
 
-#include "tests/host/core/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen {
 namespace {

@@ -105,7 +105,7 @@ TEST_F(FileDictionariesTest, WritesUntouchedValuesByteForByteAndKeepsTheFilesMod
   const auto dictionary = read_mutable(path);
   dictionary.setObject(NSNumber::numberWithBool(false), "b"_ns);
   ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
-  EXPECT_EQ(read_file(path),
+  EXPECT_EQ(contents_of(path),
             "<plist><dict><!-- c --><key>a</key>\t<real>1.500</real><key>b</key><false/></dict></plist>");
   struct stat status {};
   ASSERT_EQ(::stat(path.c_str(), &status), 0);
@@ -124,7 +124,7 @@ TEST_F(FileDictionariesTest, ABinaryFileStaysBinary) {
   EXPECT_EQ(dictionary.objectForKey<NSString>("a"_ns).utf8(), "b");
   dictionary.setObject(NSNumber::numberWithInt(300), "n"_ns);
   ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
-  EXPECT_EQ(read_file(path).substr(0, 8), "bplist00");
+  EXPECT_EQ(contents_of(path).substr(0, 8), "bplist00");
   EXPECT_EQ(read(path).objectForKey<NSNumber>("n"_ns).intValue(), 300);
   EXPECT_EQ(read(path).objectForKey<NSString>("a"_ns).utf8(), "b");
 }
@@ -139,14 +139,14 @@ TEST_F(FileDictionariesTest, APlainDictionaryIsWrittenWholeAndReadBackEqual) {
   const std::string path = folder_ / "made.plist";
   ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
   EXPECT_TRUE(read(path).isEqual(dictionary));
-  const std::string bytes = read_file(path);
+  const std::string bytes = contents_of(path);
   EXPECT_NE(bytes.find("<true/>"), std::string::npos) << "yes is not 1";
   EXPECT_NE(bytes.find("<integer>1</integer>"), std::string::npos) << "1 is not yes";
 }
 
 TEST_F(FileDictionariesTest, WhatNoPropertyListHoldsIsNotWrittenAndTheFileStays) {
   const std::string path = file(plist("<dict><key>a</key><integer>1</integer></dict>"));
-  const std::string before = read_file(path);
+  const std::string before = contents_of(path);
   const auto dictionary = read_mutable(path);
   dictionary.setObject(objc::make<NSObject>(), "object"_ns);
   EXPECT_FALSE(dictionary.writeToFile(path.c_str(), true));
@@ -157,7 +157,7 @@ TEST_F(FileDictionariesTest, WhatNoPropertyListHoldsIsNotWrittenAndTheFileStays)
   circle.setObject(circle, "me"_ns);
   EXPECT_FALSE(circle.writeToFile(path.c_str(), true));
   circle.removeObjectForKey("me"_ns);
-  EXPECT_EQ(read_file(path), before);
+  EXPECT_EQ(contents_of(path), before);
   EXPECT_EQ(problems().size(), 3u);
 }
 

@@ -11,10 +11,12 @@
 #include "host/graphics/image_header.hpp"
 #include "host/graphics/image_name.hpp"
 #include "tests/host/graphics/pictures.hpp"
-#include "tests/host/graphics/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace wispen::graphics {
 namespace {
+
+using wispen::testing::TemporaryFolder;
 
 std::string encoded(const char* format, int width, int height) {
   const GObjectRef<GdkPixbuf> pixbuf(gdk_pixbuf_new(GDK_COLORSPACE_RGB, TRUE, 8, width, height));
@@ -127,7 +129,7 @@ TEST(ImageNames, AreTakenApart) {
   EXPECT_EQ(parse_image_name(".png").base, ".png");
 }
 
-class NamedImages : public testing::Test {
+class NamedImages : public ::testing::Test {
  protected:
   void write(const std::string& name) { std::ofstream(folder_.path() + "/" + name) << png(); }
   std::string best(const std::string& name, double scale, Idiom idiom = Idiom::Phone) {

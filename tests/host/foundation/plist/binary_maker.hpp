@@ -17,14 +17,14 @@ inline std::string binary(const std::vector<std::string>& objects, std::size_t r
     bytes += object;
   }
   const std::size_t table = bytes.size();
-  const std::size_t offset_size = bytesFor(table);
-  for (const std::size_t offset : offsets) appendBigEndian(bytes, offset, offset_size);
+  const std::size_t offset_size = bytes_for(table);
+  for (const std::size_t offset : offsets) append_big_endian(bytes, offset, offset_size);
   bytes.append(6, '\0');
-  appendBigEndian(bytes, offset_size, 1);
-  appendBigEndian(bytes, reference_size, 1);
-  appendBigEndian(bytes, objects.size(), 8);
-  appendBigEndian(bytes, 0, 8);
-  appendBigEndian(bytes, table, 8);
+  append_big_endian(bytes, offset_size, 1);
+  append_big_endian(bytes, reference_size, 1);
+  append_big_endian(bytes, objects.size(), 8);
+  append_big_endian(bytes, 0, 8);
+  append_big_endian(bytes, table, 8);
   return bytes;
 }
 

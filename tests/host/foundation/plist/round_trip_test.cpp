@@ -11,7 +11,7 @@ namespace {
 
 using testing::everything;
 using ::testing::HasSubstr;
-using testing::treeOf;
+using testing::tree_of;
 
 class RoundTrip : public ::testing::TestWithParam<Format> {};
 INSTANTIATE_TEST_SUITE_P(Formats, RoundTrip, ::testing::Values(Format::Xml, Format::Binary),
@@ -20,31 +20,31 @@ INSTANTIATE_TEST_SUITE_P(Formats, RoundTrip, ::testing::Values(Format::Xml, Form
 TEST_P(RoundTrip, KeepsOneOfEverything) {
   const Result<std::string> bytes = encode(everything(), GetParam());
   ASSERT_TRUE(bytes);
-  EXPECT_EQ(treeOf(*bytes), everything());
-  EXPECT_EQ(*encode(treeOf(*bytes), GetParam()), *bytes);
+  EXPECT_EQ(tree_of(*bytes), everything());
+  EXPECT_EQ(*encode(tree_of(*bytes), GetParam()), *bytes);
 }
 
 TEST_P(RoundTrip, KeepsBooleansApartFromNumbers) {
   const Tree tree(Array{true, 1, false, 0});
-  EXPECT_EQ(treeOf(*encode(tree, GetParam())), tree);
+  EXPECT_EQ(tree_of(*encode(tree, GetParam())), tree);
   EXPECT_FALSE(Tree(true) == Tree(1));
 }
 
 TEST_P(RoundTrip, KeepsEveryCharacterOfTheBasicPlane) {
   std::string text;
   for (char32_t character = 0x20; character < 0xFFFE; ++character) {
-    if (character < 0xD800 || character > 0xDFFF) appendUtf8(text, character);
+    if (character < 0xD800 || character > 0xDFFF) append_utf8(text, character);
   }
   text += "\t\n\r";
   const Tree tree(Dictionary{{text, text}});
-  EXPECT_EQ(treeOf(*encode(tree, GetParam())), tree);
+  EXPECT_EQ(tree_of(*encode(tree, GetParam())), tree);
 }
 
 TEST_P(RoundTrip, KeepsTheOrderOfKeys) {
   Dictionary members;
   for (int i = 0; i < 1000; ++i) members.push_back({std::to_string(i * 7919 % 1000), i});
   const Tree tree(members);
-  EXPECT_EQ(treeOf(*encode(tree, GetParam())), tree);
+  EXPECT_EQ(tree_of(*encode(tree, GetParam())), tree);
 }
 
 TEST_P(RoundTrip, RefusesStringsThatAreNotUtf8) {
@@ -70,20 +70,20 @@ TEST(RoundTrip, KeepsControlCharactersInBinaryAndRefusesThemInXml) {
   for (char c = 0; c < ' '; ++c) text.push_back(c);
   text += "\xEF\xBF\xBE\xEF\xBF\xBF";
   const Tree tree(Dictionary{{"k", text}});
-  EXPECT_EQ(treeOf(*encode(tree, Format::Binary)), tree);
+  EXPECT_EQ(tree_of(*encode(tree, Format::Binary)), tree);
   EXPECT_EQ(encode(tree, Format::Xml).error().message, "XML cannot hold the character U+0000");
   EXPECT_FALSE(encode(Tree(Dictionary{{"\x1B", true}}), Format::Xml));
   EXPECT_FALSE(encode(Tree(Array{Date{1e300}}), Format::Xml));
 }
 
 TEST(RoundTrip, KeepsFractionsOfASecondInBinaryOnly) {
-  EXPECT_EQ(treeOf(*encode(Date{0.75}, Format::Binary)), Tree(Date{0.75}));
-  EXPECT_EQ(treeOf(*encode(Date{0.75}, Format::Xml)), Tree(Date{0}));
+  EXPECT_EQ(tree_of(*encode(Date{0.75}, Format::Binary)), Tree(Date{0.75}));
+  EXPECT_EQ(tree_of(*encode(Date{0.75}, Format::Xml)), Tree(Date{0}));
 }
 
 TEST(RoundTrip, WritesAUidAsTheDictionaryThatStandsForItInXml) {
-  EXPECT_EQ(treeOf(*encode(Uid{7}, Format::Binary)), Tree(Uid{7}));
-  EXPECT_EQ(treeOf(*encode(Uid{7}, Format::Xml)), Tree(Dictionary{{"CF$UID", 7}}));
+  EXPECT_EQ(tree_of(*encode(Uid{7}, Format::Binary)), Tree(Uid{7}));
+  EXPECT_EQ(tree_of(*encode(Uid{7}, Format::Xml)), Tree(Dictionary{{"CF$UID", 7}}));
 }
 
 TEST(RoundTrip, WritesEqualStringsOnceInBinary) {

@@ -17,13 +17,13 @@ inline std::string xml(std::string_view value) {
          "\n</plist>\n";
 }
 
-inline std::string xmlDictionary(std::string_view entries) {
+inline std::string xml_dictionary(std::string_view entries) {
   return xml("<dict>\n" + std::string(entries) + "</dict>");
 }
 
-inline Tree treeOf(std::string_view bytes) { return Tree::of(Document::parse(bytes)->root()); }
+inline Tree tree_of(std::string_view bytes) { return Tree::of(Document::parse(bytes)->root()); }
 
-inline std::string errorOf(std::string_view bytes) {
+inline std::string error_of(std::string_view bytes) {
   const Result<Document> document = Document::parse(bytes);
   return document ? "" : document.error().message;
 }
@@ -39,8 +39,8 @@ inline Tree everything() {
       {"minus", -1},
       {"smallest", Integer::of(std::numeric_limits<std::int64_t>::min())},
       {"largest signed", Integer::of(std::numeric_limits<std::int64_t>::max())},
-      {"largest", Integer::ofUnsigned(std::numeric_limits<std::uint64_t>::max())},
-      {"above signed", Integer::ofUnsigned(std::uint64_t{1} << 63)},
+      {"largest", Integer::of_unsigned(std::numeric_limits<std::uint64_t>::max())},
+      {"above signed", Integer::of_unsigned(std::uint64_t{1} << 63)},
       {"255", 255},
       {"256", 256},
       {"65536", 65536},

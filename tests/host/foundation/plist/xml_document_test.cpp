@@ -11,18 +11,18 @@
 namespace wispen::plist {
 namespace {
 
-using testing::errorOf;
+using testing::error_of;
 using ::testing::HasSubstr;
-using testing::treeOf;
+using testing::tree_of;
 using testing::xml;
-using testing::xmlDictionary;
+using testing::xml_dictionary;
 
 TEST(XmlDocument, FindsValuesOfEveryType) {
   const Result<Document> document = Document::parse(
-      xmlDictionary("<key>b</key><true/><key>i</key><integer>-42</integer><key>r</key><real>2.5</real>"
-                    "<key>s</key><string>text</string><key>d</key><data>AAEC\n\t/w==</data>"
-                    "<key>t</key><date>2001-01-01T00:01:00Z</date><key>a</key><array><true/><false/></array>"
-                    "<key>m</key><dict><key>x</key><integer>1</integer></dict>"));
+      xml_dictionary("<key>b</key><true/><key>i</key><integer>-42</integer><key>r</key><real>2.5</real>"
+                     "<key>s</key><string>text</string><key>d</key><data>AAEC\n\t/w==</data>"
+                     "<key>t</key><date>2001-01-01T00:01:00Z</date><key>a</key><array><true/><false/></array>"
+                     "<key>m</key><dict><key>x</key><integer>1</integer></dict>"));
   ASSERT_TRUE(document);
   const Value root = document->root();
   EXPECT_EQ(root.count(), 8U);
@@ -55,7 +55,7 @@ TEST(XmlDocument, AnswersWrongQuestionsWithNothing) {
 
 TEST(XmlDocument, KeepsTheOrderOfTheFile) {
   const Result<Document> document =
-      Document::parse(xmlDictionary("<key>z</key><true/><key>a</key><true/><key>m</key><true/>"));
+      Document::parse(xml_dictionary("<key>z</key><true/><key>a</key><true/><key>m</key><true/>"));
   std::string keys;
   for (const Entry entry : document->root().entries()) keys += entry.key.string();
   EXPECT_EQ(keys, "zam");
@@ -63,51 +63,51 @@ TEST(XmlDocument, KeepsTheOrderOfTheFile) {
 
 TEST(XmlDocument, LetsTheLastOfEqualKeysWin) {
   const std::string bytes =
-      xmlDictionary("<key>k</key><integer>1</integer><key>&#107;</key><integer>2</integer>");
+      xml_dictionary("<key>k</key><integer>1</integer><key>&#107;</key><integer>2</integer>");
   const Result<Document> document = Document::parse(bytes);
   EXPECT_EQ(document->root().find("k")->integer(), Integer::of(2));
-  EXPECT_EQ(treeOf(bytes), Tree(Dictionary{{"k", 2}}));
+  EXPECT_EQ(tree_of(bytes), Tree(Dictionary{{"k", 2}}));
 }
 
 TEST(XmlDocument, ReadsReferencesCommentsAndSections) {
-  EXPECT_EQ(treeOf(xml("<string>&lt;&gt;&amp;&apos;&quot;&#65;&#x42;&#x1F600;</string>")),
+  EXPECT_EQ(tree_of(xml("<string>&lt;&gt;&amp;&apos;&quot;&#65;&#x42;&#x1F600;</string>")),
             Tree("<>&'\"AB\xF0\x9F\x98\x80"));
-  EXPECT_EQ(treeOf(xml("<string>a<!-- no -->b<?no no?>c<![CDATA[<&d]]>e</string>")), Tree("abc<&de"));
-  EXPECT_EQ(treeOf(xml("<integer><!-- four -->4<![CDATA[2]]></integer>")), Tree(42));
-  EXPECT_EQ(treeOf(xml("<dict><!-- a --><key>k</key><!-- b --><?c?><true/><!-- d --></dict>")),
+  EXPECT_EQ(tree_of(xml("<string>a<!-- no -->b<?no no?>c<![CDATA[<&d]]>e</string>")), Tree("abc<&de"));
+  EXPECT_EQ(tree_of(xml("<integer><!-- four -->4<![CDATA[2]]></integer>")), Tree(42));
+  EXPECT_EQ(tree_of(xml("<dict><!-- a --><key>k</key><!-- b --><?c?><true/><!-- d --></dict>")),
             Tree(Dictionary{{"k", true}}));
 }
 
 TEST(XmlDocument, ReadsLineEndsAsLineFeeds) {
-  EXPECT_EQ(treeOf(xml("<string>a\r\nb\rc&#13;d</string>")), Tree("a\nb\nc\rd"));
+  EXPECT_EQ(tree_of(xml("<string>a\r\nb\rc&#13;d</string>")), Tree("a\nb\nc\rd"));
 }
 
 TEST(XmlDocument, ReadsTagsWithExtras) {
-  EXPECT_EQ(treeOf(xml("<string xml:space=\"preserve\" >a</string >")), Tree("a"));
-  EXPECT_EQ(treeOf(xml("<true></true>")), Tree(true));
-  EXPECT_EQ(treeOf(xml("<false />")), Tree(false));
-  EXPECT_EQ(treeOf(xml("<string/>")), Tree(""));
-  EXPECT_EQ(treeOf(xml("<array/>")), Tree(Array{}));
-  EXPECT_EQ(treeOf(xml("<dict ></dict >")), Tree(Dictionary{}));
-  EXPECT_EQ(treeOf(xml("<data></data>")), Tree(Data{}));
+  EXPECT_EQ(tree_of(xml("<string xml:space=\"preserve\" >a</string >")), Tree("a"));
+  EXPECT_EQ(tree_of(xml("<true></true>")), Tree(true));
+  EXPECT_EQ(tree_of(xml("<false />")), Tree(false));
+  EXPECT_EQ(tree_of(xml("<string/>")), Tree(""));
+  EXPECT_EQ(tree_of(xml("<array/>")), Tree(Array{}));
+  EXPECT_EQ(tree_of(xml("<dict ></dict >")), Tree(Dictionary{}));
+  EXPECT_EQ(tree_of(xml("<data></data>")), Tree(Data{}));
   const std::string long_tag = "<string a='" + std::string(70000, '>') + "'>b</string>";
-  EXPECT_EQ(treeOf(xml(long_tag)), Tree("b"));
+  EXPECT_EQ(tree_of(xml(long_tag)), Tree("b"));
 }
 
 TEST(XmlDocument, ReadsNumbersInTheirForms) {
-  EXPECT_EQ(treeOf(xml("<integer> +7 </integer>")), Tree(7));
-  EXPECT_EQ(treeOf(xml("<integer>0x1F</integer>")), Tree(31));
-  EXPECT_EQ(treeOf(xml("<integer>-9223372036854775808</integer>")),
+  EXPECT_EQ(tree_of(xml("<integer> +7 </integer>")), Tree(7));
+  EXPECT_EQ(tree_of(xml("<integer>0x1F</integer>")), Tree(31));
+  EXPECT_EQ(tree_of(xml("<integer>-9223372036854775808</integer>")),
             Tree(Integer::of(std::numeric_limits<std::int64_t>::min())));
-  EXPECT_EQ(treeOf(xml("<integer>18446744073709551615</integer>")),
-            Tree(Integer::ofUnsigned(std::numeric_limits<std::uint64_t>::max())));
-  EXPECT_EQ(treeOf(xml("<real>-1.5e3</real>")), Tree(-1500.0));
-  EXPECT_EQ(treeOf(xml("<real>.5</real>")), Tree(0.5));
-  EXPECT_EQ(treeOf(xml("<real>5.</real>")), Tree(5.0));
-  EXPECT_EQ(treeOf(xml("<real>1e999</real>")), Tree(std::numeric_limits<double>::infinity()));
-  EXPECT_EQ(treeOf(xml("<real>-1e-999</real>")), Tree(-0.0));
-  EXPECT_EQ(treeOf(xml("<real>-INF</real>")), Tree(-std::numeric_limits<double>::infinity()));
-  EXPECT_TRUE(std::isnan(*treeOf(xml("<real>nan</real>")).as<double>()));
+  EXPECT_EQ(tree_of(xml("<integer>18446744073709551615</integer>")),
+            Tree(Integer::of_unsigned(std::numeric_limits<std::uint64_t>::max())));
+  EXPECT_EQ(tree_of(xml("<real>-1.5e3</real>")), Tree(-1500.0));
+  EXPECT_EQ(tree_of(xml("<real>.5</real>")), Tree(0.5));
+  EXPECT_EQ(tree_of(xml("<real>5.</real>")), Tree(5.0));
+  EXPECT_EQ(tree_of(xml("<real>1e999</real>")), Tree(std::numeric_limits<double>::infinity()));
+  EXPECT_EQ(tree_of(xml("<real>-1e-999</real>")), Tree(-0.0));
+  EXPECT_EQ(tree_of(xml("<real>-INF</real>")), Tree(-std::numeric_limits<double>::infinity()));
+  EXPECT_TRUE(std::isnan(*tree_of(xml("<real>nan</real>")).as<double>()));
 }
 
 TEST(XmlDocument, AcceptsWhatMayStandAroundTheList) {
@@ -118,7 +118,7 @@ TEST(XmlDocument, AcceptsWhatMayStandAroundTheList) {
         "<?xml version='1.0' encoding='utf-8'?><?pi?>" + doctype + "<!-- y -->" + body +
             "<!-- z -->\n<?pi?>\n",
         std::string("<true/>")}) {
-    EXPECT_EQ(errorOf(bytes), "") << bytes;
+    EXPECT_EQ(error_of(bytes), "") << bytes;
   }
 }
 
@@ -127,33 +127,33 @@ TEST(XmlDocument, ReadsUtf16InBothOrders) {
       "<?xml version=\"1.0\" encoding=\"UTF-16\"?><plist><string>\xC3\xA4\xF0\x9F\x98\x80</string></plist>";
   for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
     std::string bytes;
-    appendUtf16(bytes, "\xEF\xBB\xBF" + text, order);
-    EXPECT_EQ(treeOf(bytes), Tree("\xC3\xA4\xF0\x9F\x98\x80"));
+    append_utf16(bytes, "\xEF\xBB\xBF" + text, order);
+    EXPECT_EQ(tree_of(bytes), Tree("\xC3\xA4\xF0\x9F\x98\x80"));
     bytes.pop_back();
-    EXPECT_EQ(errorOf(bytes), "the file is no well-formed UTF-16");
+    EXPECT_EQ(error_of(bytes), "the file is no well-formed UTF-16");
   }
 }
 
 TEST(XmlDocument, RefusesAnInternalSubset) {
   EXPECT_THAT(
-      errorOf("<?xml version=\"1.0\"?>\n<!DOCTYPE plist [<!ENTITY a \"b\">]>\n<plist><string>&a;</string>"
-              "</plist>"),
+      error_of("<?xml version=\"1.0\"?>\n<!DOCTYPE plist [<!ENTITY a \"b\">]>\n<plist><string>&a;</string>"
+               "</plist>"),
       HasSubstr("line 2: a document type with an internal subset"));
-  EXPECT_THAT(errorOf(xml("<string>&a;</string>")), HasSubstr("character reference"));
+  EXPECT_THAT(error_of(xml("<string>&a;</string>")), HasSubstr("character reference"));
 }
 
 TEST(XmlDocument, RefusesOtherEncodings) {
-  EXPECT_THAT(errorOf("<?xml version='1.0' encoding='ISO-8859-1'?><plist><true/></plist>"),
+  EXPECT_THAT(error_of("<?xml version='1.0' encoding='ISO-8859-1'?><plist><true/></plist>"),
               HasSubstr("the encoding ISO-8859-1 is not supported"));
-  EXPECT_THAT(errorOf("<?xml version='1.0' encoding='UTF-16'?><plist><true/></plist>"),
+  EXPECT_THAT(error_of("<?xml version='1.0' encoding='UTF-16'?><plist><true/></plist>"),
               HasSubstr("declares UTF-16"));
 }
 
 TEST(XmlDocument, NamesTheLineOfAMistake) {
-  EXPECT_EQ(errorOf(xml("<dict>\n<key>a</key>\n<true/>\n<key>b</key>\n<integer>zz</integer>\n</dict>")),
+  EXPECT_EQ(error_of(xml("<dict>\n<key>a</key>\n<true/>\n<key>b</key>\n<integer>zz</integer>\n</dict>")),
             "line 7: \"zz\" is no whole number from -2^63 to 2^64-1");
-  EXPECT_EQ(errorOf(xml("<dict>\n<key>a</key>\n</dict>")), "line 5: the key before </dict> has no value");
-  EXPECT_EQ(errorOf(xml("<string>\n\xE4</string>")), "line 4: the byte 0xE4 is not UTF-8");
+  EXPECT_EQ(error_of(xml("<dict>\n<key>a</key>\n</dict>")), "line 5: the key before </dict> has no value");
+  EXPECT_EQ(error_of(xml("<string>\n\xE4</string>")), "line 4: the byte 0xE4 is not UTF-8");
 }
 
 TEST(XmlDocument, RefusesWhatIsMalformed) {
@@ -210,13 +210,13 @@ TEST(XmlDocument, RefusesWhatIsMalformed) {
                             "<![CDATA[x]]>",
                             "<!-- never closed",
                             "</dict>"}) {
-    EXPECT_NE(errorOf(xml(value)), "") << value;
+    EXPECT_NE(error_of(xml(value)), "") << value;
   }
-  EXPECT_NE(errorOf("<plist/>"), "");
-  EXPECT_NE(errorOf("<plist><true/></plist><plist><true/></plist>"), "");
-  EXPECT_NE(errorOf("<plist><true/></plist>more"), "");
-  EXPECT_NE(errorOf("<plist><true/>"), "");
-  EXPECT_NE(errorOf("<!DOCTYPE a><!DOCTYPE b><plist><true/></plist>"), "");
+  EXPECT_NE(error_of("<plist/>"), "");
+  EXPECT_NE(error_of("<plist><true/></plist><plist><true/></plist>"), "");
+  EXPECT_NE(error_of("<plist><true/></plist>more"), "");
+  EXPECT_NE(error_of("<plist><true/>"), "");
+  EXPECT_NE(error_of("<!DOCTYPE a><!DOCTYPE b><plist><true/></plist>"), "");
 }
 
 }  // namespace

@@ -1,0 +1,117 @@
+// host/program/tour_command.cpp: wispen run, without a screen: a short tour in text.
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+#include "host/program/commands.hpp"
+#include "host/program/line_diff.hpp"
+#include "host/program/output.hpp"
+#include "host/program/watching_process.hpp"
+#include "host/wispen_host.h"
+
+namespace wispen::program {
+
+namespace {
+
+constexpr double kListenerTimeout = 20;  // seconds; reached only where something is wrong
+
+constexpr char kDomainFile[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
+
+std::string file_bytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// Another value that a user could choose; nil for a row without one.
+NSObject other_value(const PSSpecifier& specifier) {
+  const NSObject current = specifier.performGetter();
+  const auto number = objc::cast_or_nil<NSNumber>(current);
+  const std::string cell = objc::cast_or_nil<NSString>(specifier.propertyForKey("cell"_ns)).utf8();
+  if (cell == "PSSwitchCell") return NSNumber::numberWithBool(!number.boolValue());
+  if (cell == "PSSliderCell") {
+    const auto bound = [&](const NSString& key, float fallback) {
+      const auto given = objc::cast_or_nil<NSNumber>(specifier.propertyForKey(key));
+      return given ? given.floatValue() : fallback;
+    };
+    const float least = bound("min"_ns, 0);
+    const float most = bound("max"_ns, 1);
+    const float quarter = least + (most - least) / 4;
+    return NSNumber::numberWithFloat(number.floatValue() == quarter ? most : quarter);
+  }
+  const NSArray values = specifier.values();
+  if (values.count() < 2) return NSObject();
+  const NSUInteger at = values.indexOfObject(current);
+  return values.objectAtIndex(at == NSNotFound ? 0 : (at + 1) % values.count());
+}
+
+struct Step {
+  Page page;
+  PSSpecifier specifier;
+};
+
+/// The first row of each page that a user could change.
+std::vector<Step> steps_of(const std::vector<Page>& pages) {
+  std::vector<Step> steps;
+  for (const Page& page : pages) {
+    const NSArray shown = page.controller.specifiers();
+    for (NSUInteger i = 0; i < shown.count(); ++i) {
+      const auto specifier = shown.objectAtIndex<PSSpecifier>(i);
+      if (!specifier.propertyForKey("key"_ns) || !specifier.propertyForKey("PostNotification"_ns)) continue;
+      if (!other_value(specifier)) continue;
+      steps.push_back({page, specifier});
+      break;
+    }
+  }
+  return steps;
+}
+
+}  // namespace
+
+int tour(const CommonOptions& options) {
+  const objc::AutoreleasePool pool;
+  const auto session = Session::start_with_bundle(options);
+  if (!session) return kFailed;
+  const std::string root = wispen_host_root();
+  std::printf("The phone's file system is played by %s.\n\n", root.c_str());
+
+  const std::vector<Page> pages = session->pages();
+  std::printf("The bundle has %zu pages:\n", pages.size());
+  for (const Page& page : pages) {
+    std::printf("  %s %3lu rows, %lu shown   %s\n", padded(page.title, 30).c_str(),
+                page.all_specifiers().count(), page.controller.specifiers().count(), page.cls.c_str());
+  }
+
+  const std::vector<Step> steps = steps_of(pages);
+  auto listener = WatchingProcess::start(root, steps.size(), kListenerTimeout);
+  if (!listener) return fail("the listening process could not be started");
+  std::printf(
+      "\nAnother process (%d) listens for notifications. Setting a value on each page, as a user would:\n",
+      static_cast<int>(listener->pid()));
+
+  const char* const domain = wispen_host_jailbreak_path(kDomainFile);
+  if (domain == nullptr) return fail(wispen_host_last_error());
+  const std::string file = domain;
+  const std::string before = file_bytes(file);
+  for (const Step& step : steps) {
+    const std::string old_value = text_of(step.specifier.performGetter());
+    step.specifier.performSetterWithValue(other_value(step.specifier));
+    std::printf("  %s %s: %s -> %s\n",
+                padded(step.page.title + " / " + step.specifier.name().utf8(), 52).c_str(),
+                step.specifier.propertyForKey("key"_ns).description().utf8().c_str(), old_value.c_str(),
+                text_of(step.specifier.performGetter()).c_str());
+  }
+
+  std::printf("\nWhat changed in %s:\n", file.c_str());
+  for (const std::string& line : line_diff(before, file_bytes(file))) std::printf("  %s\n", line.c_str());
+
+  std::printf("\nWhat the other process heard:\n");
+  std::fflush(stdout);
+  const std::vector<std::string> heard = listener->finish();
+  for (const std::string& line : heard) std::printf("  %s\n", line.c_str());
+  print_problems();
+  if (heard.empty()) return fail("the other process heard nothing");
+  return kDone;
+}
+
+}  // namespace wispen::program

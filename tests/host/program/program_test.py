@@ -1,0 +1,188 @@
+"""The wispen program, as a person and as another program would use it."""
+
+import json
+import os
+import pathlib
+import plistlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+BUNDLE = pathlib.Path(PROGRAM).parent / "3dvitrelleprefs.bundle"
+NOTIFICATION = "com.m0rrow5.vitrelle3dtouch/prefschanged"
+
+
+class ProgramTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix="wispen-test-")
+        self.addCleanup(self.folder.cleanup)
+        self.root = os.path.join(self.folder.name, "root")
+        self.environment = dict(os.environ, HOME=os.path.join(self.folder.name, "home"))
+        self.environment.pop("XDG_DATA_HOME", None)
+
+    def run_program(self, *words, root=True):
+        words = list(words) + (["--root", self.root] if root else [])
+        return subprocess.run([PROGRAM, *words], capture_output=True, text=True, timeout=120, env=self.environment)
+
+    def succeed(self, *words, **more):
+        done = self.run_program(*words, **more)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        return done.stdout
+
+    def domain(self):
+        path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
+        return plistlib.loads(path.read_bytes())
+
+    def test_every_command_has_help(self):
+        for words in ([], ["run"], ["pages"], ["defaults"], ["defaults", "read"], ["defaults", "write"], ["notify"],
+                      ["notify", "watch"], ["notify", "post"], ["lint"]):
+            self.assertIn("Usage", self.succeed(*words, "--help", root=False), words)
+
+    def test_wrong_use_is_status_2(self):
+        for words in ([], ["frobnicate"], ["defaults"], ["defaults", "write", "key"], ["pages", "--no-such-option"],
+                      ["run", "--layout", "sideways"], ["notify", "watch", "--count", "many"]):
+            done = self.run_program(*words, root=False)
+            self.assertEqual(done.returncode, 2, words)
+            self.assertNotEqual(done.stderr, "", words)
+
+    def test_pages_lists_every_page_with_its_rows(self):
+        pages = json.loads(self.succeed("pages", "--json"))
+        self.assertEqual({page["page"] for page in pages},
+                         {"WispRootListController", "SepSettingsCell", "BackgroundSettingsCell", "ContextMenuLabels",
+                          "Expanded3DAdjustments", "SepSettingsHSCell"})
+        for page in pages:
+            items = plistlib.loads((BUNDLE / (page["list"] + ".plist")).read_bytes())["items"]
+            self.assertEqual([row["cell"] for row in page["rows"]], [item["cell"] for item in items], page["page"])
+        root = next(page for page in pages if page["page"] == "WispRootListController")
+        hidden = [row["key"] for row in root["rows"] if not row["shown"]]
+        self.assertIn("regularColor", hidden)
+        self.assertIn("SepSettingsLS.plist", self.succeed("pages", "SepSettingsCell"))
+        self.assertIn("there is no page", self.run_program("pages", "Nothing").stderr)
+
+    def test_pages_follow_the_language(self):
+        self.assertIn("Farbquelle", self.succeed("pages", "--language", "de"))
+        self.assertIn("Color Source", self.succeed("pages"))
+
+    def test_a_written_value_is_read_back_and_is_in_the_file(self):
+        self.assertEqual(self.succeed("defaults", "read", "enabled").strip(), "yes")
+        self.succeed("defaults", "write", "enabled", "no")
+        self.assertEqual(self.succeed("defaults", "read", "enabled").strip(), "no")
+        self.assertIs(self.domain()["enabled"], False)
+        answer = json.loads(self.succeed("defaults", "write", "--json", "colorIntensity", "0.5"))
+        self.assertEqual(answer, {"page": "WispRootListController", "key": "colorIntensity", "value": 0.5,
+                                  "posted": [NOTIFICATION]})
+        self.assertEqual(self.domain(), {"enabled": False, "colorIntensity": 0.5})
+
+    def test_types_come_from_the_row_or_are_given(self):
+        self.succeed("defaults", "write", "colorSource", "second")
+        self.succeed("defaults", "write", "--page", "SepSettingsLS", "lsSeparatorThickness", "2.5")
+        self.succeed("defaults", "write", "--type", "int", "enabled", "7")
+        self.succeed("defaults", "write", "--type", "string", "keepSystemApps", "\u00e4 \U0001f34e")
+        self.assertEqual(self.domain(), {"colorSource": "second", "lsSeparatorThickness": 2.5, "enabled": 7,
+                                         "keepSystemApps": "\u00e4 \U0001f34e"})
+
+    def test_values_that_the_row_does_not_take_change_nothing(self):
+        for words in (["enabled", "perhaps"], ["colorSource", "third"], ["colorIntensity", "1000"],
+                      ["colorIntensity", "much"], ["nosuchkey", "1"], ["--page", "Nothing", "enabled", "no"],
+                      ["--type", "int", "enabled", "1.5"]):
+            done = self.run_program("defaults", "write", *words)
+            self.assertEqual(done.returncode, 1, words)
+            self.assertEqual(len(done.stderr.strip().splitlines()), 1, done.stderr)
+        self.assertFalse(os.path.exists(os.path.join(self.root, "var/jb/var/mobile/Library/Preferences/"
+                                                                "com.m0rrow5.vitrelle3dtouch.plist")))
+
+    def test_a_value_that_cannot_be_stored_is_told(self):
+        self.succeed("defaults", "read", "enabled")
+        os.makedirs(os.path.join(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist"))
+        done = self.run_program("defaults", "write", "enabled", "no")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("was not stored", done.stderr)
+
+    def test_a_watcher_prints_what_a_writer_causes(self):
+        watcher = subprocess.Popen([PROGRAM, "notify", "watch", "--root", self.root, "--count", "2", "--timeout", "60"],
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, env=self.environment)
+        self.addCleanup(watcher.kill)
+        self.assertIn("watching", watcher.stderr.readline())
+        self.succeed("defaults", "write", "enabled", "no")
+        self.assertEqual(watcher.stdout.readline().strip(), NOTIFICATION)
+        self.succeed("notify", "post", "some/other name")
+        self.assertEqual(watcher.stdout.readline().strip(), "some/other name")
+        self.assertEqual(watcher.wait(60), 0)
+        watcher.stdout.close()
+        watcher.stderr.close()
+
+    def test_a_watcher_that_waits_in_vain_fails_in_time(self):
+        done = self.run_program("notify", "watch", "never/posted", "--count", "1", "--timeout", "0.2")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(self.run_program("notify", "watch", "--timeout", "0.1").returncode, 0)
+
+    def test_run_shows_the_difference_and_what_another_process_heard(self):
+        for expected in ("<false/>", "<true/>"):  # the second tour turns the switch back
+            output = self.succeed("run")
+            self.assertIn("+ \t" + expected, output)
+            self.assertIn(NOTIFICATION, output)
+        self.assertEqual(len(self.domain()), 6)
+
+    def test_run_works_on_both_layouts_and_a_root_keeps_its_layout(self):
+        self.succeed("run", "--layout", "rootful")
+        self.assertTrue(os.path.exists(os.path.join(self.root, "var/mobile/Library/Preferences/"
+                                                               "com.m0rrow5.vitrelle3dtouch.plist")))
+        self.succeed("run")
+        done = self.run_program("run", "--layout", "rootless")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(len(done.stderr.strip().splitlines()), 1)
+
+    def test_without_a_root_the_users_own_is_used(self):
+        self.succeed("defaults", "write", "enabled", "no", root=False)
+        self.assertTrue(os.path.isdir(os.path.join(self.environment["HOME"], ".local/share/wispen/root/var/jb")))
+        self.assertEqual(os.listdir(self.environment["HOME"]), [".local"])
+
+    def test_bad_roots_and_bundles_are_one_sentence(self):
+        file = os.path.join(self.folder.name, "file")
+        pathlib.Path(file).write_text("x")
+        for words in (["run", "--root", file], ["run", "--root", "/proc/nothing/here"],
+                      ["run", "--root", self.root, "--bundle", "/nonexistent"],
+                      ["pages", "--root", os.path.join(self.folder.name, "x" * 1000)]):
+            done = self.run_program(*words, root=False)
+            self.assertEqual(done.returncode, 1, words)
+            self.assertEqual(len(done.stderr.strip().splitlines()), 1, done.stderr)
+            self.assertTrue(done.stderr.startswith("wispen: "), done.stderr)
+
+    def test_lint_names_the_row_and_fails_for_errors_only(self):
+        bundle = os.path.join(self.folder.name, "copy.bundle")
+        shutil.copytree(BUNDLE, bundle)
+        before = json.loads(self.run_program("lint", "--json").stdout)
+        path = pathlib.Path(bundle, "SepSettingsLS.plist")
+        path.write_bytes(path.read_bytes().replace(b"PSSliderCell", b"PSSlidreCell", 1))
+        done = self.run_program("lint", "--json", "--bundle", bundle)
+        self.assertEqual(done.returncode, 1)
+        fresh = [finding for finding in json.loads(done.stdout) if finding not in before]
+        self.assertEqual([(f["severity"], f["file"], f["row"]) for f in fresh],
+                         [("error", "SepSettingsLS.plist", "lsSeparatorThickness")])
+
+    def test_the_shipped_lists_lack_only_what_is_not_built_yet(self):
+        # The cell classes, the choice page and the root page's actions come with the screen.
+        awaited = ("there is no class Wisp", "there is no class XXX", "there is no class OndrelTintCell",
+                   "there is no class PSListItemsController", "has no method showWtfChangedInThisVersion",
+                   "has no method respring")
+        for finding in json.loads(self.run_program("lint", "--json").stdout):
+            self.assertTrue(any(text in finding["message"] for text in awaited), finding)
+
+    def test_damaged_lists_and_tables_harm_nothing(self):
+        bundle = os.path.join(self.folder.name, "copy.bundle")
+        shutil.copytree(BUNDLE, bundle)
+        pathlib.Path(bundle, "Root.plist").write_text("<plist><dict>")
+        pathlib.Path(bundle, "de.lproj/SepSettingsLS.strings").write_text('"a" = ')
+        done = self.run_program("pages", "--bundle", bundle, "--language", "de")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("Root.plist", done.stderr)
+        done = self.run_program("lint", "--bundle", bundle)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("Root.plist", done.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
