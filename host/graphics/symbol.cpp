@@ -8,6 +8,7 @@
 #include <cmath>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "host/graphics/gobject_ref.hpp"
@@ -122,24 +123,25 @@ class Cache {
     return cache;
   }
 
-  const Symbol* find(std::string_view name, const SymbolConfiguration& configuration) {
+  std::optional<Symbol> find(std::string_view name, const SymbolConfiguration& configuration) {
+    const std::scoped_lock lock(mutex_);
     const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& each) {
       return each.name == name && each.configuration == configuration;
     });
-    if (entry == entries_.end()) return nullptr;
+    if (entry == entries_.end()) return std::nullopt;
     entries_.splice(entries_.begin(), entries_, entry);
-    return &entries_.front().symbol;
+    return entry->symbol;
   }
 
   void keep(Entry entry) {
     constexpr std::size_t kCapacity = 128;
+    const std::scoped_lock lock(mutex_);
     entries_.push_front(std::move(entry));
     if (entries_.size() > kCapacity) entries_.pop_back();
   }
 
-  std::mutex mutex;
-
  private:
+  std::mutex mutex_;
   std::list<Entry> entries_;
 };
 
@@ -151,8 +153,7 @@ Result<Symbol> symbol_image(std::string_view name, const SymbolConfiguration& co
     return Error{"a symbol of " + std::to_string(configuration.point_size) + " points cannot be drawn"};
   }
   Cache& cache = Cache::shared();
-  const std::scoped_lock lock(cache.mutex);
-  if (const Symbol* kept = cache.find(name, configuration)) return *kept;
+  if (auto kept = cache.find(name, configuration)) return *std::move(kept);
 
   const SymbolFile* file = find_file(name);
   const bool known = file != nullptr;
