@@ -55,13 +55,18 @@ Var Solver::add_variable() { return tableau_.add_variable(Kind::Free); }
 
 void Solver::remove_variable(Var variable) { tableau_.remove_variable(variable); }
 
-Result<ConstraintId> Solver::add(Terms terms, Relation relation, double constant, Priority priority) {
-  if (!is_priority(priority)) return Error{"a priority must be above 0 and at most 1000"};
+Result<void> Solver::check(Terms& terms, double constant) {
   if (!std::isfinite(constant)) return Error{"a constraint's constant must be finite"};
   for (Term& term : terms) {
     if (!std::isfinite(term.coefficient)) return Error{"a constraint's multiplier must be finite"};
     term.coefficient = clamped(term.coefficient, kLargestMultiplier);
   }
+  return {};
+}
+
+Result<ConstraintId> Solver::add(Terms terms, Relation relation, double constant, Priority priority) {
+  if (!is_priority(priority)) return Error{"a priority must be above 0 and at most 1000"};
+  if (Result<void> checked = check(terms, constant); !checked) return checked.error();
   Index index = 0;
   if (free_.empty()) {
     index = static_cast<Index>(constraints_.size());
@@ -120,18 +125,33 @@ Result<void> Solver::set_priority(ConstraintId id, Priority priority) {
   if (!is_priority(priority)) return Error{"a priority must be above 0 and at most 1000"};
   Constraint* const constraint = find(id);
   if (constraint == nullptr || constraint->priority == priority) return {};
-  const auto index = static_cast<Index>(constraint - constraints_.data());
-  if (constraint->state == State::Active) {
-    deactivate(*constraint);
+  set_waiting(*constraint);
+  constraint->priority = priority;
+  return {};
+}
+
+Result<void> Solver::replace(ConstraintId id, Terms terms, Relation relation, double constant) {
+  if (Result<void> checked = check(terms, constant); !checked) return checked;
+  Constraint* const constraint = find(id);
+  if (constraint == nullptr) return {};
+  set_waiting(*constraint);
+  constraint->terms = normalised(std::move(terms));
+  constraint->relation = relation;
+  constraint->constant = clamped(constant, kLargestConstant);
+  return {};
+}
+
+void Solver::set_waiting(Constraint& constraint) {
+  const auto index = static_cast<Index>(&constraint - constraints_.data());
+  if (constraint.state == State::Active) {
+    deactivate(constraint);
     loosened_ = true;
   }
   std::erase(edited_, index);
   std::erase(broken_, index);
-  constraint->priority = priority;
-  constraint->reported = false;
-  if (constraint->state != State::Waiting) waiting_.push_back(index);
-  constraint->state = State::Waiting;
-  return {};
+  constraint.reported = false;
+  if (constraint.state != State::Waiting) waiting_.push_back(index);
+  constraint.state = State::Waiting;
 }
 
 bool Solver::is_broken(ConstraintId id) const {

@@ -64,6 +64,8 @@ class Solver {
   /// Refuses a number that is not finite, and changes nothing then.
   Result<void> set_constant(ConstraintId id, double constant);
   Result<void> set_priority(ConstraintId id, Priority priority);
+  /// Makes it another constraint of the same age, priority and name.
+  Result<void> replace(ConstraintId id, Terms terms, Relation relation, double constant);
 
   SolveReport solve();
 
@@ -100,6 +102,8 @@ class Solver {
   double shift_variable(Constraint& constraint, Var& variable) const;
   bool activate(Index index, std::vector<Index>* against);
   bool reach_zero(Index index, Terms terms, double excess, std::vector<Index>* against);
+  static Result<void> check(Terms& terms, double constant);
+  void set_waiting(Constraint& constraint);
   void retire(Constraint& constraint);
   void deactivate(Constraint& constraint);
   Slot row_to_leave(Var marker);
