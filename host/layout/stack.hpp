@@ -36,7 +36,7 @@ struct StackStyle {
   /// In a vertical stack: spacing is measured from last to first baseline.
   bool baseline_relative = false;
   /// Kept free around the arranged views; left is the leading side, right the trailing one.
-  Insets margins;
+  Insets margins = {};
   friend bool operator==(const StackStyle&, const StackStyle&) = default;
 };
 
@@ -44,7 +44,7 @@ struct ArrangedItem {
   ItemId item = kNoItem;
   /// A hidden item takes no room, and the spacing after it none either.
   bool hidden = false;
-  std::optional<double> spacing_after;
+  std::optional<double> spacing_after = std::nullopt;
   friend bool operator==(const ArrangedItem&, const ArrangedItem&) = default;
 };
 
