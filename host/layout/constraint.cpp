@@ -2,6 +2,8 @@
 
 #include "host/layout/constraint.hpp"
 
+#include <iterator>
+
 namespace wispen::layout {
 
 bool is_size(Attribute attribute) { return attribute == Attribute::Width || attribute == Attribute::Height; }

@@ -1,7 +1,7 @@
 // host/layout/constraint.hpp: a constraint between attributes of items, as its author writes it.
 #pragma once
 
-#include <iterator>
+#include <cstdint>
 #include <string>
 
 #include "host/core/result.hpp"
@@ -10,9 +10,9 @@
 
 namespace wispen::layout {
 
-/// A view or a layout guide of one model.
-enum class ItemId : std::uint32_t {};
-inline constexpr ItemId kNoItem{~std::uint32_t{0}};
+/// A view or a layout guide of one model; never used again after the item is removed.
+enum class ItemId : std::uint64_t {};
+inline constexpr ItemId kNoItem{~std::uint64_t{0}};
 
 /// The platform's values.
 enum class Attribute {

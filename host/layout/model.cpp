@@ -27,9 +27,8 @@ ItemId Model::add_item(std::string name, ItemId parent) {
     index = free_items_.back();
     free_items_.pop_back();
   }
-  const ItemId item{index};
-  Item& made = at(item);
-  made = Item{};
+  Item& made = items_[index];
+  const ItemId item{(std::uint64_t{made.generation} << 32) | index};
   made.alive = true;
   made.name = std::move(name);
   made.left = solver_.add_variable();
@@ -50,20 +49,26 @@ ItemId Model::add_item(std::string name, ItemId parent) {
 
 void Model::remove_item(ItemId item) {
   if (!has_item(item)) return;
-  for (const ConstraintId id : std::vector<ConstraintId>(at(item).constraints)) remove_constraint(id);
-  Item& gone = at(item);
-  for (const Var variable : {gone.left, gone.top, gone.width, gone.height}) solver_.remove_variable(variable);
-  for (const ItemId child : gone.children) {
-    clear_frame(child);  // it was relative to what is gone
-    at(child).parent = kNoItem;
+  const std::vector<ItemId> leaving = subtree(item);
+  for (const ItemId each : leaving) {
+    for (const ConstraintId id : std::vector<ConstraintId>(at(each).constraints)) remove_constraint(id);
   }
-  if (gone.parent != kNoItem) std::erase(at(gone.parent).children, item);
-  gone = Item{};
-  free_items_.push_back(static_cast<std::uint32_t>(item));
+  if (at(item).parent != kNoItem) std::erase(at(at(item).parent).children, item);
+  for (const ItemId each : leaving) {
+    Item& gone = at(each);
+    for (const Var variable : {gone.left, gone.top, gone.width, gone.height}) {
+      solver_.remove_variable(variable);
+    }
+    const std::uint32_t generation = gone.generation + 1;
+    gone = Item{};
+    gone.generation = generation;
+    free_items_.push_back(index_of(each));
+  }
 }
 
 bool Model::has_item(ItemId item) const {
-  return static_cast<std::size_t>(item) < items_.size() && at(item).alive;
+  return index_of(item) < items_.size() && at(item).alive &&
+         at(item).generation == static_cast<std::uint64_t>(item) >> 32;
 }
 
 void Model::Expression::add(const Expression& other, double factor) {
@@ -71,33 +76,46 @@ void Model::Expression::add(const Expression& other, double factor) {
   constant += other.constant * factor;
 }
 
-Model::Expression Model::expression(ItemId id, Attribute attribute) const {
+Model::Expression Model::expression(ItemId id, Attribute attribute, ItemId holder) const {
   const Item& item = at(id);
+  const auto place = [&](Var Item::*edge, double length_share, Var Item::*length, double constant) {
+    Expression sum{{}, constant};
+    if (length_share != 0) sum.terms.push_back({item.*length, length_share});
+    for (ItemId each = id; each != holder && each != kNoItem; each = at(each).parent) {
+      sum.terms.push_back({at(each).*edge, 1});
+    }
+    return sum;
+  };
+  const auto across = [&](double share) { return place(&Item::left, share, &Item::width, 0); };
+  const auto down = [&](double share, double constant = 0) {
+    return place(&Item::top, share, &Item::height, constant);
+  };
+  const bool left_to_right = direction_ == Direction::LeftToRight;
   switch (attribute) {
     case Attribute::Left:
-      return {{{item.left, 1}}, 0};
+      return across(0);
     case Attribute::Right:
-      return {{{item.left, 1}, {item.width, 1}}, 0};
+      return across(1);
     case Attribute::Leading:
-      return expression(id, direction_ == Direction::LeftToRight ? Attribute::Left : Attribute::Right);
+      return across(left_to_right ? 0 : 1);
     case Attribute::Trailing:
-      return expression(id, direction_ == Direction::LeftToRight ? Attribute::Right : Attribute::Left);
+      return across(left_to_right ? 1 : 0);
+    case Attribute::CenterX:
+      return across(0.5);
     case Attribute::Top:
-      return {{{item.top, 1}}, 0};
+      return down(0);
     case Attribute::Bottom:
-      return {{{item.top, 1}, {item.height, 1}}, 0};
+      return down(1);
+    case Attribute::CenterY:
+      return down(0.5);
+    case Attribute::FirstBaseline:
+      return down(0, item.first_baseline);
+    case Attribute::LastBaseline:
+      return down(1, -item.last_baseline);
     case Attribute::Width:
       return {{{item.width, 1}}, 0};
     case Attribute::Height:
       return {{{item.height, 1}}, 0};
-    case Attribute::CenterX:
-      return {{{item.left, 1}, {item.width, 0.5}}, 0};
-    case Attribute::CenterY:
-      return {{{item.top, 1}, {item.height, 0.5}}, 0};
-    case Attribute::FirstBaseline:
-      return {{{item.top, 1}}, item.first_baseline};
-    case Attribute::LastBaseline:
-      return {{{item.top, 1}, {item.height, 1}}, -item.last_baseline};
     case Attribute::NotAnAttribute:
       break;
   }
@@ -124,16 +142,13 @@ ItemId Model::common_ancestor(ItemId one, ItemId other) const {
 Model::Equation Model::equation(const ConstraintSpec& spec) const {
   const bool mirrored = direction_ == Direction::RightToLeft &&
                         (is_directional(spec.first_attribute) || is_directional(spec.second_attribute));
-  Expression sum = expression(spec.first, spec.first_attribute);
+  const ItemId holder = spec.second == kNoItem ? kNoItem : common_ancestor(spec.first, spec.second);
+  Expression sum = expression(spec.first, spec.first_attribute, holder);
   if (spec.second != kNoItem) {
-    sum.add(expression(spec.second, spec.second_attribute), -spec.multiplier);
-    // A place is multiplied as a distance from the edge of what holds both items.
-    if (!is_size(spec.first_attribute) && spec.multiplier != 1) {
-      const ItemId holder = common_ancestor(spec.first, spec.second);
-      const Attribute edge = !is_horizontal(spec.first_attribute) ? Attribute::Top
-                             : mirrored                           ? Attribute::Right
-                                                                  : Attribute::Left;
-      if (holder != kNoItem) sum.add(expression(holder, edge), spec.multiplier - 1);
+    sum.add(expression(spec.second, spec.second_attribute, holder), -spec.multiplier);
+    // A place is multiplied as a distance from the edge, left or right, of what holds both items.
+    if (mirrored && spec.multiplier != 1 && holder != kNoItem) {
+      sum.add(expression(holder, Attribute::Width, holder), spec.multiplier - 1);
     }
   }
   const double constant = (mirrored ? -spec.constant : spec.constant) - sum.constant;

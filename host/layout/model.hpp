@@ -45,7 +45,7 @@ class Model {
  public:
   /// `name` is for reports alone. An item without a parent has its frame in the window's coordinates.
   ItemId add_item(std::string name, ItemId parent = kNoItem);
-  /// Removes the item and every constraint that names it; its children lose their parent.
+  /// Removes the item, what is inside it, and every constraint that names one of them.
   void remove_item(ItemId item);
   bool has_item(ItemId item) const;
 
@@ -112,10 +112,11 @@ class Model {
   };
   struct Item {
     bool alive = false;
+    std::uint32_t generation = 0;
     std::string name;
     ItemId parent = kNoItem;
     std::vector<ItemId> children;
-    Var left = 0;
+    Var left = 0;  // relative to the parent, as is top
     Var top = 0;
     Var width = 0;
     Var height = 0;
@@ -140,9 +141,11 @@ class Model {
     double constant;
   };
 
-  Item& at(ItemId item) { return items_[static_cast<std::size_t>(item)]; }
-  const Item& at(ItemId item) const { return items_[static_cast<std::size_t>(item)]; }
-  Expression expression(ItemId item, Attribute attribute) const;
+  static std::uint32_t index_of(ItemId item) { return static_cast<std::uint32_t>(item); }
+  Item& at(ItemId item) { return items_[index_of(item)]; }
+  const Item& at(ItemId item) const { return items_[index_of(item)]; }
+  /// A place is relative to `holder`, an ancestor of the item or itself; to the window where it is kNoItem.
+  Expression expression(ItemId item, Attribute attribute, ItemId holder) const;
   ItemId common_ancestor(ItemId one, ItemId other) const;
   Equation equation(const ConstraintSpec& spec) const;
   Result<ConstraintId> enter(Origin origin, ConstraintSpec spec, Equation equation);

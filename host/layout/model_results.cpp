@@ -67,18 +67,19 @@ LayoutReport Model::solve() {
   return report;
 }
 
-Rect Model::window_frame(ItemId item) const {
+Rect Model::frame(ItemId item) const {
   if (!has_item(item)) return {};
   const Item& it = at(item);
   return {solver_.value(it.left), solver_.value(it.top), solver_.value(it.width), solver_.value(it.height)};
 }
 
-Rect Model::frame(ItemId item) const {
-  Rect frame = window_frame(item);
-  if (!has_item(item) || at(item).parent == kNoItem) return frame;
-  const Rect parent = window_frame(at(item).parent);
-  frame.x -= parent.x;
-  frame.y -= parent.y;
+Rect Model::window_frame(ItemId item) const {
+  Rect frame = this->frame(item);
+  if (!has_item(item)) return frame;
+  for (ItemId each = at(item).parent; each != kNoItem; each = at(each).parent) {
+    frame.x += solver_.value(at(each).left);
+    frame.y += solver_.value(at(each).top);
+  }
   return frame;
 }
 

@@ -17,7 +17,7 @@ constexpr double kRankStep = 1e-9;
 
 Attribute size_along(Axis axis) { return axis == Axis::Horizontal ? Attribute::Width : Attribute::Height; }
 
-std::size_t index_of(Axis axis) { return static_cast<std::size_t>(axis); }
+std::size_t number(Axis axis) { return static_cast<std::size_t>(axis); }
 
 Priority ranked(Priority priority, int rank) {
   return priority >= kRequired ? priority : priority - kRankStep * rank;
@@ -30,20 +30,20 @@ void Model::set_intrinsic_size(ItemId item, std::optional<double> width, std::op
   const auto usable = [](std::optional<double> length) {
     return length && std::isfinite(*length) && *length >= 0 ? length : std::nullopt;
   };
-  at(item).content[index_of(Axis::Horizontal)].length = usable(width);
-  at(item).content[index_of(Axis::Vertical)].length = usable(height);
+  at(item).content[number(Axis::Horizontal)].length = usable(width);
+  at(item).content[number(Axis::Vertical)].length = usable(height);
   update_content(item, Axis::Horizontal);
   update_content(item, Axis::Vertical);
 }
 
 std::optional<double> Model::intrinsic_length(ItemId item, Axis axis) const {
-  return has_item(item) ? at(item).content[index_of(axis)].length : std::nullopt;
+  return has_item(item) ? at(item).content[number(axis)].length : std::nullopt;
 }
 
 Result<void> Model::set_hugging(ItemId item, Axis axis, Priority priority) {
   if (!(priority > 0 && priority <= kRequired)) return Error{"a priority must be above 0 and at most 1000"};
   if (!has_item(item)) return {};
-  at(item).content[index_of(axis)].hugging = priority;
+  at(item).content[number(axis)].hugging = priority;
   update_content(item, axis);
   return {};
 }
@@ -51,19 +51,19 @@ Result<void> Model::set_hugging(ItemId item, Axis axis, Priority priority) {
 Result<void> Model::set_compression_resistance(ItemId item, Axis axis, Priority priority) {
   if (!(priority > 0 && priority <= kRequired)) return Error{"a priority must be above 0 and at most 1000"};
   if (!has_item(item)) return {};
-  at(item).content[index_of(axis)].resistance = priority;
+  at(item).content[number(axis)].resistance = priority;
   update_content(item, axis);
   return {};
 }
 
 void Model::set_tie_rank(ItemId item, Axis axis, int rank) {
   if (!has_item(item)) return;
-  at(item).content[index_of(axis)].rank = rank;
+  at(item).content[number(axis)].rank = rank;
   update_content(item, axis);
 }
 
 void Model::update_content(ItemId item, Axis axis) {
-  Content& content = at(item).content[index_of(axis)];
+  Content& content = at(item).content[number(axis)];
   const auto update = [&](std::optional<ConstraintId>& id, Relation relation, Priority priority) {
     if (!content.length) {
       if (id) remove_constraint(*id);
@@ -118,21 +118,19 @@ Result<void> Model::set_frame(ItemId item, const Rect& frame, unsigned autoresiz
   }
   const struct {
     Attribute attribute;
-    Attribute edge;
     Attribute growing;
     double share;
     double old_length;
   } parts[] = {
-      {Attribute::Left, Attribute::Left, Attribute::Width, across.before, parent_size.width},
-      {Attribute::Top, Attribute::Top, Attribute::Height, down.before, parent_size.height},
-      {Attribute::Width, Attribute::NotAnAttribute, Attribute::Width, across.size, parent_size.width},
-      {Attribute::Height, Attribute::NotAnAttribute, Attribute::Height, down.size, parent_size.height},
+      {Attribute::Left, Attribute::Width, across.before, parent_size.width},
+      {Attribute::Top, Attribute::Height, down.before, parent_size.height},
+      {Attribute::Width, Attribute::Width, across.size, parent_size.width},
+      {Attribute::Height, Attribute::Height, down.size, parent_size.height},
   };
   for (std::size_t i = 0; i < 4; ++i) {
-    Expression place = expression(item, parts[i].attribute);
-    if (fixed.parent != kNoItem) {
-      place.add(expression(fixed.parent, parts[i].edge), -1);
-      if (parts[i].share != 0) place.add(expression(fixed.parent, parts[i].growing), -parts[i].share);
+    Expression place = expression(item, parts[i].attribute, fixed.parent);
+    if (parts[i].share != 0) {
+      place.add(expression(fixed.parent, parts[i].growing, fixed.parent), -parts[i].share);
     }
     enter_frame_equation(item, parts[i].attribute, std::move(place),
                          values[i] - parts[i].share * parts[i].old_length);
@@ -168,19 +166,19 @@ Size Model::fitting_size(ItemId item, Size target, Priority across, Priority dow
   if (!has_item(item)) return {};
   Model inside;
   inside.direction_ = direction_;
-  std::unordered_map<std::uint32_t, ItemId> twins;
+  std::unordered_map<std::uint32_t, ItemId> twins;  // by index
   const std::vector<ItemId> originals = subtree(item);
   for (const ItemId original : originals) {
     const Item& from = at(original);
-    const ItemId parent = original == item ? kNoItem : twins.at(static_cast<std::uint32_t>(from.parent));
+    const ItemId parent = original == item ? kNoItem : twins.at(index_of(from.parent));
     const ItemId twin = inside.add_item({}, parent);
-    twins.emplace(static_cast<std::uint32_t>(original), twin);
+    twins.emplace(index_of(original), twin);
     Item& to = inside.at(twin);
     to.first_baseline = from.first_baseline;
     to.last_baseline = from.last_baseline;
     for (const Axis axis : {Axis::Horizontal, Axis::Vertical}) {
-      Content& content = to.content[index_of(axis)];
-      const Content& own = from.content[index_of(axis)];
+      Content& content = to.content[number(axis)];
+      const Content& own = from.content[number(axis)];
       content.length = own.length;
       content.hugging = own.hugging;
       content.resistance = own.resistance;
@@ -196,16 +194,16 @@ Size Model::fitting_size(ItemId item, Size target, Priority across, Priority dow
       const Record& record = records_.at(static_cast<std::uint64_t>(id));
       ConstraintSpec spec = record.spec;
       if (record.origin != Origin::Authored || spec.first != original) continue;
-      spec.first = twins.at(static_cast<std::uint32_t>(original));
+      spec.first = twins.at(index_of(original));
       if (spec.second != kNoItem) {
-        const auto second = twins.find(static_cast<std::uint32_t>(spec.second));
+        const auto second = twins.find(index_of(spec.second));
         if (second == twins.end()) continue;
         spec.second = second->second;
       }
       (void)inside.add_constraint(std::move(spec));
     }
   }
-  const ItemId whole = twins.at(static_cast<std::uint32_t>(item));
+  const ItemId whole = twins.at(index_of(item));
   for (const auto& [attribute, length, priority] :
        {std::tuple{Attribute::Width, target.width, across}, {Attribute::Height, target.height, down}}) {
     (void)inside.add_constraint(

@@ -182,6 +182,24 @@ TEST_F(StackTest, LeavesNothingBehind) {
   EXPECT_EQ(model.constraint_count(), before);
 }
 
+TEST_F(StackTest, TouchesNothingOfOthersAfterItsItemIsGone) {
+  const ItemId home = model.add_item("home");
+  {
+    Stack other(model, home);
+    std::vector<ItemId> views;
+    for (int i = 0; i < 3; ++i) views.push_back(model.add_item("view", home));
+    other.arrange({.distribution = StackDistribution::EqualSpacing}, all(views));
+    solve();
+    model.remove_item(home);
+    std::vector<ItemId> strangers;
+    for (int i = 0; i < 8; ++i) strangers.push_back(model.add_item("stranger"));
+    other.arrange({}, all(views));
+    for (const ItemId stranger : strangers) EXPECT_TRUE(model.has_item(stranger));
+    for (const ItemId view : views) EXPECT_FALSE(model.has_item(view));
+  }
+  solve();
+}
+
 TEST_F(StackTest, NamesWhatContradictsInATooNarrowStack) {
   const ItemId a = view("a", 40, 20);
   const ItemId b = view("b", 40, 20);
