@@ -16,10 +16,8 @@ struct Error {
 template <class T>
 class [[nodiscard]] Result {
  public:
-  Result(T value)
-      : state_(std::in_place_index<0>, std::move(value)) {}  // NOLINT(google-explicit-constructor)
-  Result(Error error)
-      : state_(std::in_place_index<1>, std::move(error)) {}  // NOLINT(google-explicit-constructor)
+  Result(T value) : state_(std::in_place_index<0>, std::move(value)) {}
+  Result(Error error) : state_(std::in_place_index<1>, std::move(error)) {}
 
   bool ok() const { return state_.index() == 0; }
   explicit operator bool() const { return ok(); }
@@ -43,7 +41,7 @@ template <>
 class [[nodiscard]] Result<void> {
  public:
   Result() = default;
-  Result(Error error) : error_(std::move(error)), failed_(true) {}  // NOLINT(google-explicit-constructor)
+  Result(Error error) : error_(std::move(error)), failed_(true) {}
 
   bool ok() const { return !failed_; }
   explicit operator bool() const { return ok(); }
