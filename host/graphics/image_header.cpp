@@ -26,8 +26,9 @@ std::uint32_t little_endian_24(std::string_view bytes, std::size_t offset) {
 
 std::optional<ImageHeader> png_header(std::string_view bytes) {
   constexpr std::string_view kSignature("\x89PNG\r\n\x1A\n", 8);
-  if (bytes.size() < 24 || !bytes.starts_with(kSignature) || bytes.substr(12, 4) != "IHDR")
+  if (bytes.size() < 24 || !bytes.starts_with(kSignature) || bytes.substr(12, 4) != "IHDR") {
     return std::nullopt;
+  }
   return ImageHeader{"png", big_endian_32(bytes, 16), big_endian_32(bytes, 20)};
 }
 
