@@ -141,7 +141,7 @@ std::size_t AttributedText::utf8_offset(std::size_t index) const {
 
 std::size_t AttributedText::index_of(std::size_t utf8_offset) const {
   if (length_ == text_.size()) return std::min(utf8_offset, length_);
-  return count_units(std::string_view(text_).substr(0, utf8_offset));
+  return count_units(std::string_view{text_}.substr(0, utf8_offset));
 }
 
 std::size_t AttributedText::hash() const {

@@ -98,7 +98,7 @@ void BitmapContext::draw(const PixelView& pixels, const Rect& where) {
 
 void BitmapContext::draw(const Image& image, const Rect& where) {
   if (image.empty()) return;
-  const PixelsRef upright = image.upright_pixels();
+  const PixelsRef& upright = image.upright_pixels();
   draw(upright->view(), where);
 }
 

@@ -96,7 +96,7 @@ void blur(const MutablePixelView& pixels, double sigma) { soften(pixels, 0, 0, p
 
 void soften(const PixelView& source, int left, int top, const MutablePixelView& target, double sigma,
             double saturation) {
-  if (source.empty() || PixelView(target).empty()) return;
+  if (source.empty() || target.empty()) return;
   sigma = sigma > kLeastSigma ? std::min(sigma, kLargestSigma) : 0;
   const int factor = reduction(source, sigma);
   const int width = std::max(1, (source.width + factor / 2) / factor);

@@ -65,7 +65,7 @@ Result<Canvas> Canvas::create(Size size, double scale, Appearance appearance) {
 }
 
 Result<Canvas> Canvas::over(const MutablePixelView& pixels, double scale, Appearance appearance) {
-  if (PixelView(pixels).empty() || !(scale > 0)) return Error{"a canvas needs pixels and a scale above 0"};
+  if (pixels.empty() || !(scale > 0)) return Error{"a canvas needs pixels and a scale above 0"};
   auto state = std::make_unique<State>();
   state->target = pixels;
   state->scale = scale;
@@ -213,8 +213,9 @@ Result<Image> Canvas::make_image() const {
   const PixelView source = pixels();
   auto copy = Pixels::create(source.width, source.height);
   if (!copy) return copy.error();
-  for (int y = 0; y < source.height; ++y)
+  for (int y = 0; y < source.height; ++y) {
     std::copy_n(source.row(y), source.width, copy->mutable_view().row(y));
+  }
   return Image(std::make_shared<const Pixels>(*std::move(copy)), state_->scale);
 }
 

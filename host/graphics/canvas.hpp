@@ -17,7 +17,7 @@
 #include "host/graphics/pixels.hpp"
 #include "host/graphics/text_layout.hpp"
 
-using cairo_t = struct _cairo;
+using cairo_t = struct _cairo;  // NOLINT(bugprone-reserved-identifier): the library chose it
 
 namespace wispen::graphics {
 

@@ -28,6 +28,12 @@ Rect on_grid(const Rect& rect) {
   return Rect::make(left, top, snap(rect.max_x()) - left, snap(rect.max_y()) - top);
 }
 
+// No canvas is wider than this many pixels, so more tiles could not be told apart.
+int tile_count(double length, double tile) {
+  constexpr double kMost = 32767;
+  return static_cast<int>(std::min(std::ceil(length / tile - 1e-6), kMost));
+}
+
 }  // namespace
 
 void Canvas::draw(const Image& image, const Rect& where, const std::optional<Colour>& tint) {
@@ -122,9 +128,12 @@ void Canvas::draw_resizable(const Image& image, const Rect& where, const std::op
       const double tile_height = tiles && row == 1 ? height / scale : part.height();
       save();
       clip(part);
-      for (double y = part.min_y(); y < part.max_y(); y += tile_height) {
-        for (double x = part.min_x(); x < part.max_x(); x += tile_width) {
-          const Rect tile = Rect::make(x, y, tile_width, tile_height);
+      const int across = tile_count(part.width(), tile_width);
+      const int down = tile_count(part.height(), tile_height);
+      for (int j = 0; j < down; ++j) {
+        for (int i = 0; i < across; ++i) {
+          const Rect tile = Rect::make(part.min_x() + i * tile_width, part.min_y() + j * tile_height,
+                                       tile_width, tile_height);
           if (shows(tile)) draw_pixels(shared, tile, tint);
         }
       }

@@ -53,8 +53,8 @@ void show_with_other_stem(cairo_t* cairo, PangoGlyphItem* run, double change, do
 
 class TextPainter {
  public:
-  TextPainter(cairo_t* cairo, const TextLayout::Content& content, Colour colour, Appearance appearance)
-      : cairo_(cairo), content_(content), colour_(std::move(colour)), appearance_(appearance) {}
+  TextPainter(cairo_t* cairo, const TextLayout::Content& content, const Colour& colour, Appearance appearance)
+      : cairo_(cairo), content_(content), colour_(colour), appearance_(appearance) {}
 
   void paint(const TextLine& line, const SetLine& set, Point origin) {
     const double baseline = on_pixel(cairo_, origin.y + line.baseline);

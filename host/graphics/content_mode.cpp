@@ -24,13 +24,15 @@ Rect content_rect(ContentMode mode, Size content, const Rect& box) {
   }
   double x = box.mid_x() - size.width / 2;
   double y = box.mid_y() - size.height / 2;
-  if (mode == ContentMode::Left || mode == ContentMode::TopLeft || mode == ContentMode::BottomLeft)
+  if (mode == ContentMode::Left || mode == ContentMode::TopLeft || mode == ContentMode::BottomLeft) {
     x = box.min_x();
+  }
   if (mode == ContentMode::Right || mode == ContentMode::TopRight || mode == ContentMode::BottomRight) {
     x = box.max_x() - size.width;
   }
-  if (mode == ContentMode::Top || mode == ContentMode::TopLeft || mode == ContentMode::TopRight)
+  if (mode == ContentMode::Top || mode == ContentMode::TopLeft || mode == ContentMode::TopRight) {
     y = box.min_y();
+  }
   if (mode == ContentMode::Bottom || mode == ContentMode::BottomLeft || mode == ContentMode::BottomRight) {
     y = box.max_y() - size.height;
   }

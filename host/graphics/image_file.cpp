@@ -69,6 +69,8 @@ Result<Image> decode_image(std::string_view bytes, double scale) {
     return Error{"the image of " + std::to_string(header->width) + " x " + std::to_string(header->height) +
                  " pixels is larger than can be shown"};
   }
+  // The decoder of broken animations complains on standard error and trips over its own feet.
+  if (header->animated) return Error{"the image is an animation, which is not shown"};
   if (!image_is_complete(bytes)) return Error{"the image is cut off"};
   GError* error = nullptr;
   const GObjectRef<GdkPixbufLoader> loader(gdk_pixbuf_loader_new_with_type(header->format, &error));

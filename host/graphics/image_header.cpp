@@ -26,8 +26,9 @@ std::uint32_t little_endian_24(std::string_view bytes, std::size_t offset) {
 
 std::optional<ImageHeader> png_header(std::string_view bytes) {
   constexpr std::string_view kSignature("\x89PNG\r\n\x1A\n", 8);
-  if (bytes.size() < 24 || !bytes.starts_with(kSignature) || bytes.substr(12, 4) != "IHDR")
+  if (bytes.size() < 24 || !bytes.starts_with(kSignature) || bytes.substr(12, 4) != "IHDR") {
     return std::nullopt;
+  }
   return ImageHeader{"png", big_endian_32(bytes, 16), big_endian_32(bytes, 20)};
 }
 
@@ -56,8 +57,10 @@ std::optional<ImageHeader> webp_header(std::string_view bytes) {
   if (bytes.size() < 30 || !bytes.starts_with("RIFF") || bytes.substr(8, 4) != "WEBP") return std::nullopt;
   const std::string_view chunk = bytes.substr(12, 4);
   if (chunk == "VP8X") {
+    constexpr std::uint32_t kAnimationFlag = 2;
     return ImageHeader{"webp", std::int64_t{little_endian_24(bytes, 24)} + 1,
-                       std::int64_t{little_endian_24(bytes, 27)} + 1};
+                       std::int64_t{little_endian_24(bytes, 27)} + 1,
+                       (byte_at(bytes, 20) & kAnimationFlag) != 0};
   }
   if (chunk == "VP8L" && byte_at(bytes, 20) == 0x2F) {
     const std::uint32_t bits = little_endian_24(bytes, 21) | byte_at(bytes, 24) << 24;

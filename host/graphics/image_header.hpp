@@ -11,6 +11,7 @@ struct ImageHeader {
   const char* format = "";  ///< as the decoding library names it: "png", "jpeg", "webp"
   std::int64_t width = 0;
   std::int64_t height = 0;
+  bool animated = false;
 };
 
 /// Nothing when the bytes are no PNG, JPEG or WebP file, or end before the size is told.

@@ -83,12 +83,9 @@ std::vector<std::string> image_name_candidates(std::string_view name, double sca
     for (const std::string_view device :
          {idiom == Idiom::Pad ? kPadSuffix : kPhoneSuffix, std::string_view()}) {
       for (const int each : scales_by_preference(scale)) {
-        if (each > 1) {
-          candidates.push_back(parsed.base + "@" + std::to_string(each) + "x" + std::string(device) + ending);
-        } else {
-          candidates.push_back(parsed.base + std::string(device) + ending);
-          candidates.push_back(parsed.base + "@1x" + std::string(device) + ending);
-        }
+        const std::string mark = "@" + std::to_string(each) + "x";
+        if (each == 1) candidates.push_back(std::string(parsed.base).append(device).append(ending));
+        candidates.push_back(std::string(parsed.base).append(mark).append(device).append(ending));
       }
     }
   }
@@ -115,7 +112,7 @@ Result<Image> load_named_image(const std::string& folder, std::string_view name,
 Result<Image> load_image_variant(const std::string& path, double scale, Idiom idiom) {
   const std::size_t slash = path.rfind('/');
   if (slash == std::string::npos) return load_named_image(".", path, scale, idiom);
-  const auto best = find_image(path.substr(0, slash), std::string_view(path).substr(slash + 1), scale, idiom);
+  const auto best = find_image(path.substr(0, slash), std::string_view{path}.substr(slash + 1), scale, idiom);
   return load_image(best ? *best : path);
 }
 

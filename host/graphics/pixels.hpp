@@ -33,9 +33,9 @@ struct MutablePixelView {
   std::ptrdiff_t stride = 0;  ///< in pixels
 
   std::uint32_t* row(int y) const { return pixels + y * stride; }
-  operator PixelView() const {
-    return {pixels, width, height, stride};
-  }  // NOLINT(google-explicit-constructor)
+  bool empty() const { return width <= 0 || height <= 0; }
+  // NOLINTNEXTLINE(google-explicit-constructor): what may be written may be read.
+  operator PixelView() const { return {pixels, width, height, stride}; }
 };
 
 /// Owns pixels, without gaps between rows. Shared as PixelsRef once they are complete.

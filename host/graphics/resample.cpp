@@ -34,7 +34,7 @@ void average(AxisFilter& filter, int length, double from, double to, int total) 
   const int first = std::clamp(static_cast<int>(std::floor(from)), 0, length - 1);
   const int last = std::clamp(static_cast<int>(std::ceil(to)) - 1, first, length - 1);
   std::vector<std::int16_t> weights;
-  weights.reserve(static_cast<std::size_t>(last - first + 1));
+  weights.reserve(static_cast<std::size_t>(last - first) + 1);
   long given = 0;
   for (int i = first; i <= last; ++i) {
     const double share = i == last ? 1.0 : std::clamp((i + 1 - from) / (to - from), 0.0, 1.0);

@@ -87,7 +87,7 @@ void combine_columns_sse2(const std::int16_t* row, int row_first, const AxisFilt
     __m128i sum = _mm_set1_epi32(1 << (kHorizontalShift - 1));
     const std::int16_t* pixel = row + static_cast<std::ptrdiff_t>(taps.first - row_first) * 4;
     for (int k = 0; k < taps.count; k += 2) {
-      const __m128i two = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixel + k * 4));
+      const __m128i two = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixel + std::ptrdiff_t{k} * 4));
       const __m128i paired = _mm_unpacklo_epi16(two, _mm_srli_si128(two, 8));
       sum = _mm_add_epi32(sum, _mm_madd_epi16(paired, _mm_set1_epi32(weight_pair(weights + k))));
     }

@@ -109,6 +109,7 @@ std::optional<Colour> named_colour(std::string_view name) {
 
 std::vector<std::string_view> colour_names() {
   std::vector<std::string_view> names;
+  names.reserve(kFixed.size() + kGreys.size() + kDynamic.size());
   for (const Fixed& entry : kFixed) names.push_back(entry.name);
   for (const Grey& entry : kGreys) names.push_back(entry.name);
   for (const Dynamic& entry : kDynamic) names.push_back(entry.name);

@@ -65,8 +65,9 @@ GObjectRef<PangoLayout> make_pango_layout(const AttributedText& text, std::size_
     const std::size_t start = std::max(text.utf8_offset(run.range.location), utf8_start);
     std::size_t end = std::min(text.utf8_offset(run.range.end()), utf8_start + utf8_length);
     if (end == utf8_start + utf8_length) end = utf8_start + part.size();
-    if (start < end)
+    if (start < end) {
       add_run(attributes.get(), run.attributes, run_number, start - utf8_start, end - utf8_start);
+    }
     ++run_number;
   }
   // What an empty line is measured by.

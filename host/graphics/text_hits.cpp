@@ -50,8 +50,9 @@ std::optional<std::size_t> TextLayout::character_at(Point point) const {
     const TextPiece& piece = content.pieces[set.piece];
     int byte = 0;
     int trailing = 0;
-    if (pango_layout_line_x_to_index(set.line, to_pango(point.x - set.x), &byte, &trailing) == FALSE)
+    if (pango_layout_line_x_to_index(set.line, to_pango(point.x - set.x), &byte, &trailing) == FALSE) {
       continue;
+    }
     if (static_cast<std::size_t>(byte) >= piece.utf8_length) continue;
     return content.text.index_of(piece.utf8_start + static_cast<std::size_t>(byte));
   }

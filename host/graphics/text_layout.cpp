@@ -242,7 +242,7 @@ std::shared_ptr<const TextLayout> fit_text(const AttributedText& text, const Tex
     smaller.edit({0, text.length()}, [scale](TextAttributes& attributes) {
       attributes.font = attributes.font.with_size(attributes.font.size() * scale);
     });
-    const std::shared_ptr<const TextLayout> layout = TextLayout::create(smaller, constraints);
+    std::shared_ptr<const TextLayout> layout = TextLayout::create(smaller, constraints);
     layout->content_->font_scale = scale;
     return layout;
   };

@@ -1,5 +1,4 @@
-// host/graphics/text_style.hpp: the sizes of the platform's text styles at each text size the user may
-// choose.
+// host/graphics/text_style.hpp: sizes of the platform's text styles at the user's text sizes.
 #pragma once
 
 #include <cstdint>

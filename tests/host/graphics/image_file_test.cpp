@@ -109,6 +109,13 @@ TEST(ImageFiles, ThatPromiseTooMuchAreRefusedUnseen) {
   EXPECT_NE(image.error().message.find("larger than can be shown"), std::string::npos);
 }
 
+TEST(ImageFiles, ThatMoveAreRefused) {
+  const std::string bytes("RIFF\x16\0\0\0WEBPVP8X\x0A\0\0\0\x02\0\0\0\x07\0\0\x07\0\0", 30);
+  const auto image = decode_image(bytes);
+  ASSERT_FALSE(image);
+  EXPECT_NE(image.error().message.find("animation"), std::string::npos);
+}
+
 TEST(ImageFiles, AreLoadedWithTheScaleOfTheirName) {
   const TemporaryFolder folder;
   ASSERT_TRUE(write_png(flat_picture(6, 6, 0xFF00FF00)->view(), folder.path() + "/dot@3x.png"));
