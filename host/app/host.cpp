@@ -15,6 +15,8 @@
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/preferences/list_controller.hpp"
+#include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/values/values.hpp"
 
 namespace wispen {
 
@@ -45,6 +47,13 @@ Result<void> check(const HostOptions& options) {
   return {};
 }
 
+uikit::DisplaySettings display_of(const HostOptions& options) {
+  uikit::DisplaySettings display;
+  if (options.device == "pad") display.idiom = graphics::Idiom::Pad;
+  if (options.appearance == "dark") display.appearance = graphics::Appearance::Dark;
+  return display;
+}
+
 }  // namespace
 
 std::vector<std::string> split_list(const std::string& text, char separator) {
@@ -72,6 +81,8 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   auto root = DeviceRoot::open(options.root, options.layout);
   if (!root) return root.error();
   if (auto started = start_foundation(); !started) return started.error();
+  uikit::define_values();
+  uikit::set_display_settings(display_of(options));
   preferences::Specifier::define();
   preferences::ListController::define();
 
