@@ -19,6 +19,7 @@
 
 namespace {
 
+using namespace wispen;
 using namespace wispen::graphics;
 
 constexpr double kScale = 2;

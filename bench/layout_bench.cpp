@@ -27,7 +27,7 @@ class Row {
         value_(model.add_item("value", inner_item_)),
         outer_(std::make_unique<Stack>(model, outer_item_)),
         inner_(std::make_unique<Stack>(model, inner_item_)) {
-    must(model.set_frame(content_, {0, 70.0 * number, 320, 70}));
+    must(model.set_frame(content_, {{0, 70.0 * number}, {320, 70}}));
     model.set_intrinsic_size(title_, 100 + number % 37, 18);
     model.set_intrinsic_size(slider_, std::nullopt, 34);
     model.set_intrinsic_size(value_, 22, 12);
@@ -50,7 +50,7 @@ class Row {
 
   void set_value_width(Model& model, double width) const { model.set_intrinsic_size(value_, width, 12); }
   bool is_right(const Model& model, double value_width) const {
-    return model.frame(slider_) == Rect{0, 0, 290 - 5 - value_width, 34};
+    return model.frame(slider_) == Rect{{0, 0}, {290 - 5 - value_width, 34}};
   }
 
  private:
@@ -73,7 +73,7 @@ class Row {
 struct Page {
   explicit Page(int count) {
     const ItemId page = model.add_item("page");
-    if (!model.set_frame(page, {0, 0, 320, 70.0 * count})) std::abort();
+    if (!model.set_frame(page, {{0, 0}, {320, 70.0 * count}})) std::abort();
     for (int i = 0; i < count; ++i) rows.emplace_back(model, page, i);
   }
   Model model;

@@ -9,6 +9,7 @@
 #include "host/graphics/image_header.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace wispen;
   using namespace wispen::graphics;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const auto header = read_image_header(bytes);

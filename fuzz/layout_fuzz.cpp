@@ -17,6 +17,7 @@
 
 namespace {
 
+using namespace wispen;
 using namespace wispen::layout;
 
 void require(bool holds) {
@@ -60,7 +61,7 @@ class Player {
 
   void play() {
     items_.push_back(model_.add_item("window"));
-    (void)model_.set_frame(items_[0], {0, 0, 400, 300});
+    (void)model_.set_frame(items_[0], {{0, 0}, {400, 300}});
     for (int steps = 0; !script_.done() && steps < 300; ++steps) step();
     check();
   }
@@ -106,7 +107,7 @@ class Player {
       }
       case 8: {
         const ItemId which = item();
-        const Rect frame{script_.number(), script_.number(), script_.number(), script_.number()};
+        const Rect frame{{script_.number(), script_.number()}, {script_.number(), script_.number()}};
         const unsigned mask = script_.byte();
         (void)model_.set_frame(which, frame, mask, {script_.number(), script_.number()});
         break;
@@ -170,10 +171,11 @@ class Player {
     for (const ItemId each : items_) {
       const Rect frame = model_.frame(each);
       const Rect aligned = model_.frame(each, 3);
-      for (const double number : {frame.x, frame.y, frame.width, frame.height, aligned.x, aligned.width}) {
+      for (const double number : {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height,
+                                  aligned.origin.x, aligned.size.width}) {
         require(std::isfinite(number));
       }
-      if (report.optimal) require(frame.width > -1e-4 && frame.height > -1e-4);
+      if (report.optimal) require(frame.size.width > -1e-4 && frame.size.height > -1e-4);
     }
     if (!report.optimal) return;
     for (const Added& added : constraints_) check_holds(added.id, added.spec);
@@ -184,7 +186,7 @@ class Player {
     const bool of_size = spec.first_attribute == Attribute::Width && spec.second == kNoItem;
     if (!of_size || spec.priority < kRequired || !model_.has_item(spec.first) || model_.is_broken(id)) return;
     if (model_.describe(id) == "a constraint that is gone" || std::abs(spec.constant) > 1e6) return;
-    const double excess = model_.frame(spec.first).width - spec.constant;
+    const double excess = model_.frame(spec.first).width() - spec.constant;
     if (spec.relation != Relation::GreaterOrEqual) require(excess < 1e-4);
     if (spec.relation != Relation::LessOrEqual) require(excess > -1e-4);
   }

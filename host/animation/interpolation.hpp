@@ -1,7 +1,7 @@
 // host/animation/interpolation.hpp: values between two others.
 #pragma once
 
-#include "host/layout/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 
 namespace wispen::animation {
 
@@ -10,17 +10,16 @@ inline double interpolated(double from, double to, double progress) {
   return progress == 1 ? to : from + (to - from) * progress;
 }
 
-inline layout::Point interpolated(const layout::Point& from, const layout::Point& to, double progress) {
+inline Point interpolated(const Point& from, const Point& to, double progress) {
   return {interpolated(from.x, to.x, progress), interpolated(from.y, to.y, progress)};
 }
 
-inline layout::Size interpolated(const layout::Size& from, const layout::Size& to, double progress) {
+inline Size interpolated(const Size& from, const Size& to, double progress) {
   return {interpolated(from.width, to.width, progress), interpolated(from.height, to.height, progress)};
 }
 
-inline layout::Rect interpolated(const layout::Rect& from, const layout::Rect& to, double progress) {
-  return {interpolated(from.x, to.x, progress), interpolated(from.y, to.y, progress),
-          interpolated(from.width, to.width, progress), interpolated(from.height, to.height, progress)};
+inline Rect interpolated(const Rect& from, const Rect& to, double progress) {
+  return {interpolated(from.origin, to.origin, progress), interpolated(from.size, to.size, progress)};
 }
 
 }  // namespace wispen::animation

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/core/result.hpp"
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/image.hpp"
 #include "host/graphics/pixels.hpp"
 

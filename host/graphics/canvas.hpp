@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "host/core/result.hpp"
+#include "host/geometry/content_mode.hpp"
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/appearance.hpp"
 #include "host/graphics/colour.hpp"
-#include "host/graphics/content_mode.hpp"
-#include "host/graphics/geometry.hpp"
 #include "host/graphics/image.hpp"
 #include "host/graphics/material.hpp"
 #include "host/graphics/path.hpp"

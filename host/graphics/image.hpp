@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/pixels.hpp"
 
 namespace wispen::graphics {

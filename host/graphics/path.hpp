@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 
 namespace wispen::graphics {
 

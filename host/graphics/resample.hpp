@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/pixels.hpp"
 
 namespace wispen::graphics {

@@ -1,7 +1,7 @@
 // host/graphics/scaled_pixels.hpp: images at the size they are shown at, kept for the next time.
 #pragma once
 
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/pixels.hpp"
 
 namespace wispen::graphics {

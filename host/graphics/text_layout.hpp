@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "host/geometry/geometry.hpp"
 #include "host/graphics/attributed_text.hpp"
-#include "host/graphics/geometry.hpp"
 
 namespace wispen::graphics {
 

@@ -30,9 +30,9 @@ GrowthShares shares_of(double before, double size, double after, unsigned bits) 
 
 GrowthShares growth_shares(const Rect& frame, Size old_superview, unsigned mask, Axis axis) {
   if (axis == Axis::Horizontal) {
-    return shares_of(frame.x, frame.width, old_superview.width - frame.right(), mask & 7);
+    return shares_of(frame.origin.x, frame.size.width, old_superview.width - frame.max_x(), mask & 7);
   }
-  return shares_of(frame.y, frame.height, old_superview.height - frame.bottom(), (mask >> 3) & 7);
+  return shares_of(frame.origin.y, frame.size.height, old_superview.height - frame.max_y(), (mask >> 3) & 7);
 }
 
 Rect autoresized(const Rect& frame, Size old_superview, Size new_superview, unsigned mask) {
@@ -40,8 +40,9 @@ Rect autoresized(const Rect& frame, Size old_superview, Size new_superview, unsi
   const GrowthShares down = growth_shares(frame, old_superview, mask, Axis::Vertical);
   const double wider = new_superview.width - old_superview.width;
   const double taller = new_superview.height - old_superview.height;
-  return {frame.x + across.before * wider, frame.y + down.before * taller,
-          std::max(frame.width + across.size * wider, 0.0), std::max(frame.height + down.size * taller, 0.0)};
+  return {{frame.origin.x + across.before * wider, frame.origin.y + down.before * taller},
+          {std::max(frame.size.width + across.size * wider, 0.0),
+           std::max(frame.size.height + down.size * taller, 0.0)}};
 }
 
 }  // namespace wispen::layout

@@ -1,7 +1,8 @@
 // host/layout/autoresizing.hpp: frames that follow their superview's size without constraints.
 #pragma once
 
-#include "host/layout/geometry.hpp"
+#include "host/geometry/geometry.hpp"
+#include "host/layout/axis.hpp"
 
 namespace wispen::layout {
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "host/core/result.hpp"
-#include "host/layout/geometry.hpp"
 #include "host/layout/solver.hpp"
 
 namespace wispen::layout {

@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "host/core/result.hpp"
+#include "host/geometry/geometry.hpp"
+#include "host/layout/axis.hpp"
 #include "host/layout/constraint.hpp"
-#include "host/layout/geometry.hpp"
 #include "host/layout/solver.hpp"
 
 namespace wispen::layout {

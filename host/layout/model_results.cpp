@@ -70,15 +70,16 @@ LayoutReport Model::solve() {
 Rect Model::frame(ItemId item) const {
   if (!has_item(item)) return {};
   const Item& it = at(item);
-  return {solver_.value(it.left), solver_.value(it.top), solver_.value(it.width), solver_.value(it.height)};
+  return {{solver_.value(it.left), solver_.value(it.top)},
+          {solver_.value(it.width), solver_.value(it.height)}};
 }
 
 Rect Model::window_frame(ItemId item) const {
   Rect frame = this->frame(item);
   if (!has_item(item)) return frame;
   for (ItemId each = at(item).parent; each != kNoItem; each = at(each).parent) {
-    frame.x += solver_.value(at(each).left);
-    frame.y += solver_.value(at(each).top);
+    frame.origin.x += solver_.value(at(each).left);
+    frame.origin.y += solver_.value(at(each).top);
   }
   return frame;
 }
@@ -88,15 +89,15 @@ Rect Model::frame(ItemId item, double scale) const {
   const auto aligned = [scale](const Rect& rect) {
     // The hair's breadth keeps a half that rounding left just short of itself from falling to the wrong side.
     const auto nearest = [scale](double place) { return std::floor(place * scale + 0.5 + 1e-6) / scale; };
-    const double left = nearest(rect.x);
-    const double top = nearest(rect.y);
-    return Rect{left, top, nearest(rect.right()) - left, nearest(rect.bottom()) - top};
+    const double left = nearest(rect.min_x());
+    const double top = nearest(rect.min_y());
+    return Rect{{left, top}, {nearest(rect.max_x()) - left, nearest(rect.max_y()) - top}};
   };
   Rect frame = aligned(window_frame(item));
   if (!has_item(item) || at(item).parent == kNoItem) return frame;
   const Rect parent = aligned(window_frame(at(item).parent));
-  frame.x -= parent.x;
-  frame.y -= parent.y;
+  frame.origin.x -= parent.origin.x;
+  frame.origin.y -= parent.origin.y;
   return frame;
 }
 

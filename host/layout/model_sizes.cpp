@@ -89,14 +89,14 @@ void Model::update_content(ItemId item, Axis axis) {
 
 Result<void> Model::set_frame(ItemId item, const Rect& frame, unsigned autoresizing_mask, Size parent_size) {
   for (const double number :
-       {frame.x, frame.y, frame.width, frame.height, parent_size.width, parent_size.height}) {
+       {frame.min_x(), frame.min_y(), frame.width(), frame.height(), parent_size.width, parent_size.height}) {
     if (!std::isfinite(number)) return Error{"a frame's numbers must be finite"};
   }
   if (!has_item(item)) return {};
   Item& fixed = at(item);
   const bool same_shares =
       fixed.fixed_frame && (autoresizing_mask == 0 || fixed.parent == kNoItem) && fixed.mask == 0;
-  const double values[] = {frame.x, frame.y, frame.width, frame.height};
+  const double values[] = {frame.min_x(), frame.min_y(), frame.width(), frame.height()};
   fixed.fixed_frame = frame;
   fixed.mask = fixed.parent == kNoItem ? 0 : autoresizing_mask;
   fixed.parent_size = parent_size;
@@ -210,7 +210,7 @@ Size Model::fitting_size(ItemId item, Size target, Priority across, Priority dow
         {.first = whole, .first_attribute = attribute, .constant = length, .priority = priority});
   }
   inside.solve();
-  return inside.frame(whole).size();
+  return inside.frame(whole).size;
 }
 
 }  // namespace wispen::layout

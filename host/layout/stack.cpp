@@ -34,11 +34,11 @@ AxisAttributes attributes_along(Axis axis) {
 
 Axis across(Axis axis) { return axis == Axis::Horizontal ? Axis::Vertical : Axis::Horizontal; }
 
-double near_margin(const Insets& margins, Axis axis) {
+double near_margin(const EdgeInsets& margins, Axis axis) {
   return axis == Axis::Horizontal ? margins.left : margins.top;
 }
 
-double far_margin(const Insets& margins, Axis axis) {
+double far_margin(const EdgeInsets& margins, Axis axis) {
   return axis == Axis::Horizontal ? margins.right : margins.bottom;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "host/geometry/geometry.hpp"
 #include "host/layout/model.hpp"
 
 namespace wispen::layout {
@@ -36,7 +37,7 @@ struct StackStyle {
   /// In a vertical stack: spacing is measured from last to first baseline.
   bool baseline_relative = false;
   /// Kept free around the arranged views; left is the leading side, right the trailing one.
-  Insets margins = {};
+  EdgeInsets margins = {};
   friend bool operator==(const StackStyle&, const StackStyle&) = default;
 };
 

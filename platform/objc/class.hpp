@@ -69,7 +69,7 @@ template <auto Function, class Type = decltype(Function)>
 struct Thunk;
 
 template <auto Function, class R, class Self, class... Args>
-struct Thunk<Function, R (Self::*)(Args...)> {
+struct MemberThunk {
   static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
                                         typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
     return answer<R>([&] {
@@ -82,17 +82,9 @@ struct Thunk<Function, R (Self::*)(Args...)> {
 };
 
 template <auto Function, class R, class Self, class... Args>
-struct Thunk<Function, R (Self::*)(Args...) const> {
-  static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
-                                        typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
-    return answer<R>([&] {
-      return ((*Borrowed<Self>(self)).*Function)(Incoming<std::remove_cvref_t<Args>>(raw).get()...);
-    });
-  }
-  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
-  static constexpr std::size_t kArguments = sizeof...(Args);
-  static constexpr bool kIsInitializer = false;
-};
+struct Thunk<Function, R (Self::*)(Args...)> : MemberThunk<Function, R, Self, Args...> {};
+template <auto Function, class R, class Self, class... Args>
+struct Thunk<Function, R (Self::*)(Args...) const> : MemberThunk<Function, R, Self, Args...> {};
 
 template <auto Function, class R, class Receiver, class... Args>
 struct Thunk<Function, R (*)(Receiver, Args...)> {

@@ -92,12 +92,12 @@ TEST(TimingCurve, MakesSomethingOfNumbersThatAreNone) {
 TEST(Interpolation, ReachesItsEndsExactly) {
   EXPECT_EQ(interpolated(0.1, 0.7, 0), 0.1);
   EXPECT_EQ(interpolated(0.1, 0.7, 1), 0.7);
-  const layout::Rect from{1, 2, 3, 4};
-  const layout::Rect to{3, 2, 1, 8};
-  EXPECT_EQ(interpolated(from, to, 0.5), (layout::Rect{2, 2, 2, 6}));
+  const Rect from{{1, 2}, {3, 4}};
+  const Rect to{{3, 2}, {1, 8}};
+  EXPECT_EQ(interpolated(from, to, 0.5), (Rect{{2, 2}, {2, 6}}));
   EXPECT_EQ(interpolated(from, to, 1), to);
-  EXPECT_EQ(interpolated(layout::Point{0, 0}, layout::Point{2, 4}, 1.5), (layout::Point{3, 6}));
-  EXPECT_EQ(interpolated(layout::Size{0, 0}, layout::Size{2, 4}, 0.25), (layout::Size{0.5, 1}));
+  EXPECT_EQ(interpolated(Point{0, 0}, Point{2, 4}, 1.5), (Point{3, 6}));
+  EXPECT_EQ(interpolated(Size{0, 0}, Size{2, 4}, 0.25), (Size{0.5, 1}));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 namespace {
 
+using namespace wispen;
 using namespace wispen::graphics;
 
 constexpr double kScale = 2;

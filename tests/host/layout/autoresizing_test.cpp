@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/host/layout/near_rect.hpp"
+#include "tests/host/geometry/near_rect.hpp"
 
 namespace wispen::layout {
 namespace {
@@ -18,10 +18,10 @@ class EveryHorizontalMask : public testing::TestWithParam<Case> {};
 
 TEST_P(EveryHorizontalMask, SharesGrowthInProportionOnEitherAxis) {
   const auto& [mask, x, width] = GetParam();
-  EXPECT_THAT(autoresized({20, 7, 60, 9}, {100, 40}, {150, 40}, mask), NearRect(x, 7, width, 9));
-  EXPECT_THAT(autoresized({7, 20, 9, 60}, {40, 100}, {40, 150}, mask << 3), NearRect(7, x, 9, width));
+  EXPECT_THAT(autoresized({{20, 7}, {60, 9}}, {100, 40}, {150, 40}, mask), NearRect(x, 7, width, 9));
+  EXPECT_THAT(autoresized({{7, 20}, {9, 60}}, {40, 100}, {40, 150}, mask << 3), NearRect(7, x, 9, width));
   // And back again, so that going there and back changes nothing.
-  EXPECT_THAT(autoresized({x, 7, width, 9}, {150, 40}, {100, 40}, mask), NearRect(20, 7, 60, 9));
+  EXPECT_THAT(autoresized({{x, 7}, {width, 9}}, {150, 40}, {100, 40}, mask), NearRect(20, 7, 60, 9));
 }
 
 INSTANTIATE_TEST_SUITE_P(Masks, EveryHorizontalMask,
@@ -34,24 +34,26 @@ INSTANTIATE_TEST_SUITE_P(Masks, EveryHorizontalMask,
                                          Case{7, 30, 90}));
 
 TEST(Autoresizing, SharesEquallyWhereAllFlexiblePartsAreZero) {
-  EXPECT_THAT(autoresized({0, 0, 100, 50}, {100, 50}, {160, 50}, kFlexibleLeftMargin | kFlexibleRightMargin),
-              NearRect(30, 0, 100, 50));
-  EXPECT_THAT(autoresized({0, 0, 0, 0}, {0, 0}, {90, 60}, 2 | 16), NearRect(0, 0, 90, 60));
-  EXPECT_THAT(autoresized({0, 0, 0, 0}, {0, 0}, {90, 60}, 7 | 56), NearRect(30, 20, 30, 20));
+  EXPECT_THAT(
+      autoresized({{0, 0}, {100, 50}}, {100, 50}, {160, 50}, kFlexibleLeftMargin | kFlexibleRightMargin),
+      NearRect(30, 0, 100, 50));
+  EXPECT_THAT(autoresized({{0, 0}, {0, 0}}, {0, 0}, {90, 60}, 2 | 16), NearRect(0, 0, 90, 60));
+  EXPECT_THAT(autoresized({{0, 0}, {0, 0}}, {0, 0}, {90, 60}, 7 | 56), NearRect(30, 20, 30, 20));
 }
 
 TEST(Autoresizing, GivesAFlexiblePartOfNoLengthNothingBesideOneThatHasSome) {
-  EXPECT_THAT(autoresized({0, 0, 60, 10}, {100, 10}, {140, 10}, kFlexibleLeftMargin | kFlexibleRightMargin),
-              NearRect(0, 0, 60, 10));
+  EXPECT_THAT(
+      autoresized({{0, 0}, {60, 10}}, {100, 10}, {140, 10}, kFlexibleLeftMargin | kFlexibleRightMargin),
+      NearRect(0, 0, 60, 10));
 }
 
 TEST(Autoresizing, CountsAPartThatReachesOutsideAsZero) {
-  EXPECT_THAT(autoresized({-10, 0, 60, 10}, {100, 10}, {140, 10}, kFlexibleLeftMargin | kFlexibleWidth),
+  EXPECT_THAT(autoresized({{-10, 0}, {60, 10}}, {100, 10}, {140, 10}, kFlexibleLeftMargin | kFlexibleWidth),
               NearRect(-10, 0, 100, 10));
 }
 
 TEST(Autoresizing, NeverMakesASizeNegative) {
-  EXPECT_THAT(autoresized({20, 20, 60, 60}, {100, 100}, {10, 10}, kFlexibleWidth | kFlexibleHeight),
+  EXPECT_THAT(autoresized({{20, 20}, {60, 60}}, {100, 100}, {10, 10}, kFlexibleWidth | kFlexibleHeight),
               NearRect(20, 20, 0, 0));
 }
 

@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "host/layout/autoresizing.hpp"
-#include "tests/host/layout/near_rect.hpp"
+#include "tests/host/geometry/near_rect.hpp"
 
 namespace wispen::layout {
 namespace {
@@ -21,8 +21,8 @@ using ::testing::SizeIs;
 class ModelTest : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(model.set_frame(window, {0, 0, 400, 300}).ok());
-    ASSERT_TRUE(model.set_frame(page, {100, 50, 200, 160}).ok());
+    ASSERT_TRUE(model.set_frame(window, {{0, 0}, {400, 300}}).ok());
+    ASSERT_TRUE(model.set_frame(page, {{100, 50}, {200, 160}}).ok());
   }
 
   ConstraintId constrain(ConstraintSpec spec) {
@@ -138,8 +138,8 @@ TEST_F(ModelTest, ComparesSizesAcrossAxes) {
              .second_attribute = Attribute::Width,
              .multiplier = 2});
   solve();
-  EXPECT_NEAR(model.frame(view).width, 60, 1e-9);
-  EXPECT_NEAR(model.frame(view).height, 120, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 60, 1e-9);
+  EXPECT_NEAR(model.frame(view).height(), 120, 1e-9);
 }
 
 TEST_F(ModelTest, MultipliesAPlaceWithinWhatHoldsBoth) {
@@ -155,8 +155,8 @@ TEST_F(ModelTest, MultipliesAPlaceWithinWhatHoldsBoth) {
              .second_attribute = Attribute::Bottom,
              .multiplier = 0.25});
   solve();
-  EXPECT_NEAR(model.frame(view).x, 130, 1e-9);
-  EXPECT_NEAR(model.frame(view).y, 40, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.x, 130, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.y, 40, 1e-9);
 }
 
 TEST_F(ModelTest, CountsInequalitiesFromTheTrailingSideInRightToLeft) {
@@ -164,10 +164,10 @@ TEST_F(ModelTest, CountsInequalitiesFromTheTrailingSideInRightToLeft) {
   tie(Attribute::Leading, 30, Relation::GreaterOrEqual);
   tie(Attribute::Leading, 0, Relation::Equal, 500);
   solve();
-  EXPECT_NEAR(model.frame(view).x, 30, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.x, 30, 1e-9);
   model.set_direction(Direction::RightToLeft);
   solve();
-  EXPECT_NEAR(model.frame(view).x, 130, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.x, 130, 1e-9);
 }
 
 TEST_F(ModelTest, HugsAndResistsAroundTheContentSize) {
@@ -176,22 +176,22 @@ TEST_F(ModelTest, HugsAndResistsAroundTheContentSize) {
   const ConstraintId wide = size(view, Attribute::Width, 120, 249);
   const ConstraintId low = size(view, Attribute::Height, 10, 749);
   solve();
-  EXPECT_NEAR(model.frame(view).width, 80, 1e-9);
-  EXPECT_NEAR(model.frame(view).height, 30, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 80, 1e-9);
+  EXPECT_NEAR(model.frame(view).height(), 30, 1e-9);
   ASSERT_TRUE(model.set_priority(wide, 251).ok());
   ASSERT_TRUE(model.set_priority(low, 751).ok());
   solve();
-  EXPECT_NEAR(model.frame(view).width, 120, 1e-9);
-  EXPECT_NEAR(model.frame(view).height, 10, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 120, 1e-9);
+  EXPECT_NEAR(model.frame(view).height(), 10, 1e-9);
   ASSERT_TRUE(model.set_hugging(view, Axis::Horizontal, 252).ok());
   ASSERT_TRUE(model.set_compression_resistance(view, Axis::Vertical, 752).ok());
   solve();
-  EXPECT_NEAR(model.frame(view).width, 80, 1e-9);
-  EXPECT_NEAR(model.frame(view).height, 30, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 80, 1e-9);
+  EXPECT_NEAR(model.frame(view).height(), 30, 1e-9);
   model.set_intrinsic_size(view, 90, std::nullopt);
   solve();
-  EXPECT_NEAR(model.frame(view).width, 90, 1e-9);
-  EXPECT_NEAR(model.frame(view).height, 10, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 90, 1e-9);
+  EXPECT_NEAR(model.frame(view).height(), 10, 1e-9);
 }
 
 TEST_F(ModelTest, NeverMakesASizeNegative) {
@@ -203,7 +203,7 @@ TEST_F(ModelTest, NeverMakesASizeNegative) {
               ElementsAre("view.width >= 0", "page.width == 200 (its frame)",
                           "view.leading == page.leading + 150", "view.trailing == page.trailing - 150"));
   EXPECT_THAT(report.conflicts[0].message(), HasSubstr("Broken to go on: view.trailing == page.trailing"));
-  EXPECT_GE(model.frame(view).width, 0);
+  EXPECT_GE(model.frame(view).width(), 0);
 }
 
 TEST_F(ModelTest, NamesConstraintsByTheirIdentifiers) {
@@ -251,9 +251,9 @@ TEST_F(ModelTest, RefusesPairsThatMakeNoSense) {
 TEST_F(ModelTest, RefusesNumbersThatAreNone) {
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  EXPECT_FALSE(model.set_frame(view, {0, 0, kNan, 1}).ok());
-  EXPECT_FALSE(model.set_frame(view, {0, kInfinity, 1, 1}, 18, {1, 1}).ok());
-  EXPECT_FALSE(model.set_frame(view, {0, 0, 1, 1}, 18, {kNan, 1}).ok());
+  EXPECT_FALSE(model.set_frame(view, {{0, 0}, {kNan, 1}}).ok());
+  EXPECT_FALSE(model.set_frame(view, {{0, kInfinity}, {1, 1}}, 18, {1, 1}).ok());
+  EXPECT_FALSE(model.set_frame(view, {{0, 0}, {1, 1}}, 18, {kNan, 1}).ok());
   EXPECT_FALSE(model.set_hugging(view, Axis::Horizontal, kNan).ok());
   EXPECT_FALSE(model.set_compression_resistance(view, Axis::Horizontal, 1001).ok());
   EXPECT_FALSE(
@@ -263,7 +263,7 @@ TEST_F(ModelTest, RefusesNumbersThatAreNone) {
   model.set_intrinsic_size(view, kNan, -5);
   model.set_baselines(view, kNan, 0);
   solve();
-  EXPECT_NEAR(model.frame(view).width, 12, 1e-9);
+  EXPECT_NEAR(model.frame(view).width(), 12, 1e-9);
   EXPECT_EQ(model.intrinsic_length(view, Axis::Vertical), std::nullopt);
 }
 
@@ -272,9 +272,9 @@ TEST_F(ModelTest, MovesWithAnEditedFrame) {
   tie(Attribute::Trailing, -10);
   solve();
   for (int width = 0; width < 100; ++width) {
-    ASSERT_TRUE(model.set_frame(page, {5, 5, 100.0 + width, 50}).ok());
+    ASSERT_TRUE(model.set_frame(page, {{5, 5}, {100.0 + width, 50}}).ok());
     solve();
-    ASSERT_THAT(model.frame(view).width, testing::DoubleNear(80 + width, 1e-9));
+    ASSERT_THAT(model.frame(view).width(), testing::DoubleNear(80 + width, 1e-9));
   }
   EXPECT_THAT(model.frame(page), NearRect(5, 5, 199, 50));
 }
@@ -283,9 +283,9 @@ TEST_F(ModelTest, LetsAFrameFollowAParentThatTheSolverSizes) {
   const ItemId box = model.add_item("box", page);
   const ItemId blur = model.add_item("blur", box);
   const ItemId badge = model.add_item("badge", box);
-  ASSERT_TRUE(model.set_frame(blur, {0, 0, 100, 50}, kFlexibleWidth | kFlexibleHeight, {100, 50}).ok());
+  ASSERT_TRUE(model.set_frame(blur, {{0, 0}, {100, 50}}, kFlexibleWidth | kFlexibleHeight, {100, 50}).ok());
   ASSERT_TRUE(model
-                  .set_frame(badge, {70, 20, 20, 10},
+                  .set_frame(badge, {{70, 20}, {20, 10}},
                              kFlexibleLeftMargin | kFlexibleTopMargin | kFlexibleBottomMargin, {100, 50})
                   .ok());
   size(box, Attribute::Width, 180);
@@ -299,14 +299,14 @@ TEST_F(ModelTest, ForgetsAnItemWithWhatIsInsideAndAllThatNamesThem) {
   const std::size_t before = model.constraint_count();
   const ItemId extra = model.add_item("extra", page);
   const ItemId inside = model.add_item("inside", extra);
-  ASSERT_TRUE(model.set_frame(extra, {1, 2, 3, 4}).ok());
+  ASSERT_TRUE(model.set_frame(extra, {{1, 2}, {3, 4}}).ok());
   model.set_intrinsic_size(inside, 10, 10);
   const ConstraintId across = constrain({.first = view,
                                          .first_attribute = Attribute::Left,
                                          .second = inside,
                                          .second_attribute = Attribute::Right});
   solve();
-  EXPECT_NEAR(model.frame(view).x, 11, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.x, 11, 1e-9);
   model.remove_item(extra);
   model.remove_item(extra);
   EXPECT_FALSE(model.has_item(extra));
@@ -321,8 +321,8 @@ TEST_F(ModelTest, ForgetsAnItemWithWhatIsInsideAndAllThatNamesThem) {
 TEST_F(ModelTest, ReachesAcrossTheHierarchy) {
   const ItemId deep = model.add_item("deep", view);
   const ItemId far = model.add_item("far", window);
-  ASSERT_TRUE(model.set_frame(view, {10, 20, 50, 50}).ok());
-  ASSERT_TRUE(model.set_frame(far, {300, 200, 30, 40}).ok());
+  ASSERT_TRUE(model.set_frame(view, {{10, 20}, {50, 50}}).ok());
+  ASSERT_TRUE(model.set_frame(far, {{300, 200}, {30, 40}}).ok());
   constrain({.first = deep,
              .first_attribute = Attribute::Left,
              .second = far,
@@ -342,8 +342,8 @@ TEST_F(ModelTest, TakesBackABrokenConstraintWhenThereIsRoom) {
   tie(Attribute::Trailing);
   const ConstraintId wide = size(view, Attribute::Width, 300);
   EXPECT_THAT(model.solve().conflicts, SizeIs(1));
-  EXPECT_NEAR(model.frame(view).width, 200, 1e-9);
-  ASSERT_TRUE(model.set_frame(page, {0, 0, 300, 160}).ok());
+  EXPECT_NEAR(model.frame(view).width(), 200, 1e-9);
+  ASSERT_TRUE(model.set_frame(page, {{0, 0}, {300, 160}}).ok());
   EXPECT_THAT(model.solve().conflicts, IsEmpty());
   EXPECT_FALSE(model.is_broken(wide));
 }
@@ -389,9 +389,9 @@ TEST_F(ModelTest, AlignsFramesToPixelsSoThatNeighboursStillTouch) {
   }
   solve();
   EXPECT_THAT(model.frame(thirds[1], 2), NearRect(66.5, 0, 67, 0));
-  EXPECT_EQ(model.frame(thirds[0], 2).right(), model.frame(thirds[1], 2).x);
-  EXPECT_EQ(model.frame(thirds[1], 2).right(), model.frame(thirds[2], 2).x);
-  EXPECT_EQ(model.frame(thirds[2], 2).right(), 200);
+  EXPECT_EQ(model.frame(thirds[0], 2).max_x(), model.frame(thirds[1], 2).min_x());
+  EXPECT_EQ(model.frame(thirds[1], 2).max_x(), model.frame(thirds[2], 2).min_x());
+  EXPECT_EQ(model.frame(thirds[2], 2).max_x(), 200);
   EXPECT_EQ(model.frame(thirds[1], 0), model.frame(thirds[1]));
   EXPECT_EQ(model.frame(thirds[1], std::numeric_limits<double>::quiet_NaN()), model.frame(thirds[1]));
 }
@@ -405,10 +405,10 @@ TEST_F(ModelTest, FollowsBaselinesThatMove) {
              .second_attribute = Attribute::Top,
              .constant = 50});
   solve();
-  EXPECT_NEAR(model.frame(view).y, 36, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.y, 36, 1e-9);
   model.set_baselines(view, 10, 5);
   solve();
-  EXPECT_NEAR(model.frame(view).y, 40, 1e-9);
+  EXPECT_NEAR(model.frame(view).origin.y, 40, 1e-9);
 }
 
 }  // namespace

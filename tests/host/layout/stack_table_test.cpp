@@ -113,8 +113,8 @@ TEST_P(StackTable, PutsEveryViewWhereTheRulesSay) {
           const ItemId stack_item = model.add_item("stack");
           const double across_room = 60;
           ASSERT_TRUE(model
-                          .set_frame(stack_item, across_is_height ? Rect{7, 9, room, across_room}
-                                                                  : Rect{7, 9, across_room, room})
+                          .set_frame(stack_item, across_is_height ? Rect{{7, 9}, {room, across_room}}
+                                                                  : Rect{{7, 9}, {across_room, room}})
                           .ok());
           std::vector<ArrangedItem> arranged;
           std::vector<ItemId> views;
@@ -144,10 +144,10 @@ TEST_P(StackTable, PutsEveryViewWhereTheRulesSay) {
           const auto across = expected_across(alignment, axis, count, across_room);
           for (std::size_t i = 0; i < count; ++i) {
             const Rect frame = model.frame(views[i]);
-            const Span main{across_is_height ? frame.x : frame.y,
-                            across_is_height ? frame.width : frame.height};
-            const Span cross{across_is_height ? frame.y : frame.x,
-                             across_is_height ? frame.height : frame.width};
+            const Span main{across_is_height ? frame.origin.x : frame.origin.y,
+                            across_is_height ? frame.width() : frame.height()};
+            const Span cross{across_is_height ? frame.origin.y : frame.origin.x,
+                             across_is_height ? frame.height() : frame.width()};
             EXPECT_NEAR(main.start, along[i].start, 1e-6) << "view " << i;
             EXPECT_NEAR(main.length, along[i].length, 1e-6) << "view " << i;
             EXPECT_NEAR(cross.start, across[i].start, 1e-6) << "view " << i;

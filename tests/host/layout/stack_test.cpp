@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/host/layout/near_rect.hpp"
+#include "tests/host/geometry/near_rect.hpp"
 
 namespace wispen::layout {
 namespace {
@@ -23,12 +23,12 @@ class StackTest : public testing::Test {
     return item;
   }
   void size_stack(double width, double height) {
-    ASSERT_TRUE(model.set_frame(stack_item, {0, 0, width, height}).ok());
+    ASSERT_TRUE(model.set_frame(stack_item, {{0, 0}, {width, height}}).ok());
   }
   /// Leaves the size to the stack.
   void pin_stack() {
     const ItemId window = model.add_item("window");
-    ASSERT_TRUE(model.set_frame(window, {0, 0, 400, 300}).ok());
+    ASSERT_TRUE(model.set_frame(window, {{0, 0}, {400, 300}}).ok());
     for (const Attribute edge : {Attribute::Left, Attribute::Top}) {
       ASSERT_TRUE(
           model
@@ -252,7 +252,7 @@ TEST(LabelledSlider, LiesWhereItsConstraintsPutIt) {
   equal(inner_item, outer_item, Attribute::Width, 0);
   equal(value, inner_item, Attribute::Height, 0);
 
-  ASSERT_TRUE(model.set_frame(content, {0, 0, 320, 70}).ok());
+  ASSERT_TRUE(model.set_frame(content, {{0, 0}, {320, 70}}).ok());
   EXPECT_THAT(model.solve().conflicts, IsEmpty());
   EXPECT_THAT(model.frame(outer_item), NearRect(15, 4, 290, 62));
   EXPECT_THAT(model.frame(title), NearRect(85, 0, 120, 18));

@@ -1,10 +1,10 @@
-// host/graphics/geometry.hpp: points, sizes, rectangles and transforms, laid out as the platform's are.
+// host/geometry/geometry.hpp: points, sizes, rectangles and transforms, laid out as the platform's are.
 #pragma once
 
 #include <optional>
 #include <type_traits>
 
-namespace wispen::graphics {
+namespace wispen {
 
 /// A place, in points; y grows downwards unless said otherwise.
 struct Point {
@@ -99,4 +99,4 @@ double round_to_pixel(double value, double scale);
 static_assert(std::is_trivially_copyable_v<Rect> && sizeof(Rect) == 4 * sizeof(double));
 static_assert(std::is_trivially_copyable_v<AffineTransform> && sizeof(AffineTransform) == 6 * sizeof(double));
 
-}  // namespace wispen::graphics
+}  // namespace wispen

@@ -1,14 +1,10 @@
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <numbers>
 
-#include "host/graphics/content_mode.hpp"
-#include "host/graphics/path.hpp"
-
-namespace wispen::graphics {
+namespace wispen {
 namespace {
 
 TEST(Geometry, RectanglesHoldTheirLeftAndTopEdgesOnly) {
@@ -54,32 +50,5 @@ TEST(Geometry, AQuarterTurnLeadsFromXToY) {
   EXPECT_NEAR(turned.y, 1, 1e-12);
 }
 
-TEST(ContentModes, LieAsThePlatformLaysThem) {
-  const Rect box = Rect::make(10, 10, 100, 50);
-  const Size content{40, 40};
-  EXPECT_EQ(content_rect(ContentMode::ScaleToFill, content, box), box);
-  EXPECT_EQ(content_rect(ContentMode::AspectFit, content, box), Rect::make(35, 10, 50, 50));
-  EXPECT_EQ(content_rect(ContentMode::AspectFill, content, box), Rect::make(10, -15, 100, 100));
-  EXPECT_EQ(content_rect(ContentMode::Centre, content, box), Rect::make(40, 15, 40, 40));
-  EXPECT_EQ(content_rect(ContentMode::TopLeft, content, box), Rect::make(10, 10, 40, 40));
-  EXPECT_EQ(content_rect(ContentMode::BottomRight, content, box), Rect::make(70, 20, 40, 40));
-  EXPECT_EQ(content_rect(ContentMode::Top, content, box), Rect::make(40, 10, 40, 40));
-}
-
-TEST(Paths, AnArcStaysOnItsCircle) {
-  Path path;
-  path.arc({0, 0}, 10, 0, 3 * std::numbers::pi / 2);
-  for (const Path::Element& element : path.elements()) {
-    const Point end = element.points[element.verb == Path::Verb::Curve ? 2 : 0];
-    EXPECT_NEAR(std::hypot(end.x, end.y), 10, 1e-9);
-  }
-}
-
-TEST(Paths, ARadiusIsCutToHalfOfTheShorterSide) {
-  EXPECT_EQ(Path::rounded_rect(Rect::make(0, 0, 20, 10), 50),
-            Path::rounded_rect(Rect::make(0, 0, 20, 10), 5));
-  EXPECT_EQ(Path::rounded_rect(Rect::make(0, 0, 20, 10), -1), Path::rect(Rect::make(0, 0, 20, 10)));
-}
-
 }  // namespace
-}  // namespace wispen::graphics
+}  // namespace wispen

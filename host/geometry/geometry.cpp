@@ -1,10 +1,10 @@
-#include "host/graphics/geometry.hpp"
+#include "host/geometry/geometry.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
-namespace wispen::graphics {
+namespace wispen {
 
 namespace {
 // Sums of tenths of points miss the grid by far less than this, and no one sees a thousandth of a pixel.
@@ -103,4 +103,4 @@ double ceil_to_pixel(double value, double scale) { return std::ceil(value * scal
 
 double round_to_pixel(double value, double scale) { return std::round(value * scale) / scale; }
 
-}  // namespace wispen::graphics
+}  // namespace wispen
