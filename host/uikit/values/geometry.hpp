@@ -9,9 +9,7 @@ namespace wispen::uikit {
 
 constexpr Point from_platform(CGPoint point) { return {point.x, point.y}; }
 constexpr Size from_platform(CGSize size) { return {size.width, size.height}; }
-constexpr Rect from_platform(CGRect rect) {
-  return {from_platform(rect.origin), from_platform(rect.size)};
-}
+constexpr Rect from_platform(CGRect rect) { return {from_platform(rect.origin), from_platform(rect.size)}; }
 constexpr EdgeInsets from_platform(UIEdgeInsets insets) {
   return {insets.top, insets.left, insets.bottom, insets.right};
 }
@@ -21,14 +19,10 @@ constexpr AffineTransform from_platform(const CGAffineTransform& t) {
 
 constexpr CGPoint to_platform(Point point) { return {point.x, point.y}; }
 constexpr CGSize to_platform(Size size) { return {size.width, size.height}; }
-constexpr CGRect to_platform(const Rect& rect) {
-  return {to_platform(rect.origin), to_platform(rect.size)};
-}
+constexpr CGRect to_platform(const Rect& rect) { return {to_platform(rect.origin), to_platform(rect.size)}; }
 constexpr UIEdgeInsets to_platform(const EdgeInsets& insets) {
   return {insets.top, insets.left, insets.bottom, insets.right};
 }
-constexpr CGAffineTransform to_platform(const AffineTransform& t) {
-  return {t.a, t.b, t.c, t.d, t.tx, t.ty};
-}
+constexpr CGAffineTransform to_platform(const AffineTransform& t) { return {t.a, t.b, t.c, t.d, t.tx, t.ty}; }
 
 }  // namespace wispen::uikit
