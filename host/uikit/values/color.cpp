@@ -46,7 +46,8 @@ Colour provided(const Provider& provider) {
     const Appearance appearance = style == kDarkStyle ? Appearance::Dark : Appearance::Light;
     return Colour(colour_of(provider(traits)).resolved(appearance));
   };
-  return Colour::dynamic(ask(kLightStyle), ask(kDarkStyle));
+  const Colour light = ask(kLightStyle);
+  return Colour::dynamic(light, ask(kDarkStyle));
 }
 
 Color color_with_rgb(objc::ClassRef, double red, double green, double blue, double alpha) {

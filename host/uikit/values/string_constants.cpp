@@ -44,6 +44,7 @@ void set(objc::Unowned<NSString>& symbol, const NSString& literal) {
 }  // namespace
 
 void make_string_constants() {
+  const objc::AutoreleasePool pool;  // a program may start the host before it has one
   set(NSFontAttributeName, "NSFont"_ns);
   set(NSForegroundColorAttributeName, "NSColor"_ns);
   set(NSBackgroundColorAttributeName, "NSBackgroundColor"_ns);
