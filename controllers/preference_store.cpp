@@ -7,9 +7,10 @@
 namespace wispen {
 
 NSString preference_domain_path() {
-  const NSString path = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist"_ns;
+  // All ASCII: the literal is its own file-system representation.
+  constexpr char kPath[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
   char resolved[LIBROOT_PATH_MAX];
-  return NSString::stringWithUTF8String(libroot_dyn_jbrootpath(path.fileSystemRepresentation(), resolved));
+  return NSString::stringWithUTF8String(libroot_dyn_jbrootpath(kPath, resolved));
 }
 
 }  // namespace wispen

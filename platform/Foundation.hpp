@@ -74,6 +74,10 @@ class NSString : public NSObject {
 
   /// A copy of the UTF-8 bytes; "" for nil.
   std::string utf8() const {
+    // The ordinary string fits, and then no object has to be made that holds its bytes for the caller.
+    constexpr NSUInteger kUtf8 = 4, kRoom = 512;
+    char buffer[kRoom];
+    if (objc::send<"getCString:maxLength:encoding:", bool>(*this, &buffer[0], kRoom, kUtf8)) return buffer;
     const objc::AutoreleasePool pool;
     const char* bytes = UTF8String();
     return bytes != nullptr ? std::string(bytes) : std::string();

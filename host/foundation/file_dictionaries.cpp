@@ -23,19 +23,20 @@ namespace {
 
 constexpr NSUInteger kUtf8 = 4;  // NSUTF8StringEncoding
 
-/// A key's UTF-8 without a copy on the heap, for keys of ordinary length.
+/// A key's UTF-8 without a copy on the heap, for keys of ordinary letters and length.
 class KeyBytes {
  public:
   explicit KeyBytes(const objc::Object& key) {
     const auto string = objc::cast_or_nil<NSString>(key);
     if (!string) return;
-    const NSUInteger length = objc::send<"lengthOfBytesUsingEncoding:", NSUInteger>(string, kUtf8);
-    if (length < buffer_.size() &&
-        objc::send<"getCString:maxLength:encoding:", bool>(string, buffer_.data(), NSUInteger{buffer_.size()},
-                                                           kUtf8) &&
-        std::strlen(buffer_.data()) == length) {
-      view_ = std::string_view(buffer_.data(), length);
-      return;
+    if (objc::send<"getCString:maxLength:encoding:", bool>(string, buffer_.data(), NSUInteger{buffer_.size()},
+                                                           kUtf8)) {
+      // As many bytes as UTF-16 units: all of it is ASCII, and no zero inside has cut it short.
+      const std::string_view bytes(buffer_.data());
+      if (bytes.size() == string.length()) {
+        view_ = bytes;
+        return;
+      }
     }
     if (auto bytes = utf8_of(string)) {
       heap_ = *std::move(bytes);
@@ -72,12 +73,13 @@ NSMutableArray keys_of(const plist::Document& document) {
   return keys;
 }
 
-bool write(const NSString& path, const std::optional<plist::Document>& document,
+bool write(const NSString& file, const std::optional<plist::Document>& document,
            const std::vector<plist::Change>& changes) {
-  if (!path) return false;
+  if (!file) return false;
+  const std::string path = file.utf8();
   const auto bytes = plist::splice(document, changes);
-  const auto written = bytes ? files::replace(host_path(path.utf8()), *bytes) : Result<void>(bytes.error());
-  if (!written) report_problem(path.utf8() + " was not written: " + written.error().message);
+  const auto written = bytes ? files::replace(host_path(path), *bytes) : Result<void>(bytes.error());
+  if (!written) report_problem(path + " was not written: " + written.error().message);
   return written.ok();
 }
 
@@ -219,9 +221,8 @@ bool belongs_to_foundation(const std::string& path) {
   return false;
 }
 
-NSDictionary read(const NSString& path, bool is_mutable) {
-  if (!path) return NSDictionary();
-  auto document = plist::Document::read(host_path(path.utf8()));
+NSDictionary read(const std::string& path, bool is_mutable) {
+  auto document = plist::Document::read(host_path(path));
   if (!document || !document->root().is(plist::Type::Dictionary)) return NSDictionary();
   if (is_mutable) return MutableFileDictionary::of(*std::move(document));
   return FileDictionary::of(*std::move(document));
@@ -229,13 +230,16 @@ NSDictionary read(const NSString& path, bool is_mutable) {
 
 bool is_mutable(objc::ClassRef cls) { return cls.is_subclass_of(objc::class_for<NSMutableDictionary>()); }
 
-NSDictionary with_contents_of_file(objc::ClassRef receiver, const NSString& path) {
-  if (path && belongs_to_foundation(path.utf8())) return original_with_contents()(receiver, path);
+NSDictionary with_contents_of_file(objc::ClassRef receiver, const NSString& file) {
+  if (!file) return NSDictionary();
+  const std::string path = file.utf8();
+  if (belongs_to_foundation(path)) return original_with_contents()(receiver, file);
   return read(path, is_mutable(receiver));
 }
 
-NSDictionary init_with_contents_of_file(objc::Allocated<NSDictionary> self, const NSString& path) {
-  return read(path, is_mutable(objc::class_of(std::move(self).as_initialized())));
+NSDictionary init_with_contents_of_file(objc::Allocated<NSDictionary> self, const NSString& file) {
+  const objc::ClassRef wanted = objc::class_of(std::move(self).as_initialized());
+  return file ? read(file.utf8(), is_mutable(wanted)) : NSDictionary();
 }
 
 bool write_any_to_file(const NSDictionary& dictionary, const NSString& path, bool /*atomically*/) {

@@ -3,6 +3,7 @@
 #include "host/foundation/plist_objects.hpp"
 
 #include <utility>
+#include <vector>
 
 #include "host/foundation/plist/limits.hpp"
 
@@ -18,6 +19,32 @@ constexpr char kUidKey[] = "CF$UID";
 NSObject number_of(plist::Integer integer) {
   if (integer.unsigned64) return NSNumber::numberWithUnsignedLongLong(integer.bits);
   return NSNumber::numberWithLongLong(static_cast<long long>(integer.bits));
+}
+
+// Containers are made in one go, of all that they hold: a long list of rows makes thousands of them, and what
+// only helps to make one would live as long as the caller's pool.
+
+NSObject array_of(const plist::Value& value) {
+  std::vector<NSObject> elements;
+  elements.reserve(value.count());
+  for (const plist::Value element : value.elements()) elements.push_back(object_of(element));
+  return objc::allocate<NSArray>().initialize<"initWithObjects:count:">(
+      static_cast<const NSObject*>(elements.data()), NSUInteger{elements.size()});
+}
+
+NSObject dictionary_of(const plist::Value& value) {
+  std::vector<NSObject> keys;
+  std::vector<NSObject> objects;
+  const std::size_t count = value.count();
+  keys.reserve(count);
+  objects.reserve(count);
+  for (const plist::Entry entry : value.entries()) {
+    keys.push_back(object_of(entry.key));
+    objects.push_back(object_of(entry.value));
+  }
+  return objc::allocate<NSDictionary>().initialize<"initWithObjects:forKeys:count:">(
+      static_cast<const NSObject*>(objects.data()), static_cast<const NSObject*>(keys.data()),
+      NSUInteger{keys.size()});
 }
 
 plist::Tree tree_of_number(const NSNumber& number) {
@@ -121,17 +148,10 @@ NSObject object_of(const plist::Value& value) {
     }
     case plist::Type::Date:
       return NSDate::dateWithTimeIntervalSinceReferenceDate(value.date());
-    case plist::Type::Array: {
-      NSMutableArray array = NSMutableArray::array();
-      for (const plist::Value element : value.elements()) array.addObject(object_of(element));
-      return array.copy();
-    }
-    case plist::Type::Dictionary: {
-      NSMutableDictionary dictionary = NSMutableDictionary::dictionary();
-      for (const plist::Entry entry : value.entries())
-        dictionary.setObject(object_of(entry.value), object_of(entry.key));
-      return objc::send<"copy", NSDictionary>(dictionary);
-    }
+    case plist::Type::Array:
+      return array_of(value);
+    case plist::Type::Dictionary:
+      return dictionary_of(value);
     case plist::Type::Uid: {
       NSMutableDictionary dictionary = NSMutableDictionary::dictionary();
       dictionary.setObject(NSNumber::numberWithUnsignedLongLong(value.uid()), NSString(kUidKey));

@@ -240,16 +240,24 @@ class Class {
       abi::class_addMethod(building_, selector<"dealloc">().borrow(), reinterpret_cast<abi::IMP>(&dealloc),
                            "v@:");
     }
-    abi::objc_registerClassPair(std::exchange(building_, nullptr));
+    const abi::Class made = std::exchange(building_, nullptr);
+    abi::objc_registerClassPair(made);
+    Lifetime& table = lifetime();
+    for (std::size_t i = 0; i < table.count; ++i)
+      table.variables[i].offset = detail::offset_of(made, table.variables[i].name);
     return true;
   }
 
  private:
   static constexpr std::size_t kMostVariables = 24;
   using Destroy = void (*)(void* slot);
+  struct Variable {
+    const char* name;
+    Destroy destroy;
+    std::ptrdiff_t offset;  // known when the class is registered
+  };
   struct Lifetime {
-    const char* names[kMostVariables];
-    Destroy destroy[kMostVariables];
+    Variable variables[kMostVariables];
     std::size_t count;
     void (*last_words)(abi::id self);
   };
@@ -276,8 +284,7 @@ class Class {
     if (destroyer == nullptr) return;
     Lifetime& table = lifetime();
     if (table.count == kMostVariables) __builtin_trap();  // a table's length is known when it is written
-    table.names[table.count] = name;
-    table.destroy[table.count++] = destroyer;
+    table.variables[table.count++] = {name, destroyer, 0};
   }
 
   template <FixedString Sel, auto Function>
@@ -289,9 +296,8 @@ class Class {
   static void dealloc(abi::id self, abi::SEL name) {
     const Lifetime& table = lifetime();
     if (table.last_words != nullptr) table.last_words(self);
-    const abi::Class cls = class_for<T>().borrow();
     for (std::size_t i = table.count; i-- > 0;)
-      table.destroy[i](detail::at<void*>(self, detail::offset_of(cls, table.names[i])));
+      table.variables[i].destroy(detail::at<void*>(self, table.variables[i].offset));
     abi::call_super<void>({self, class_for<typename T::Base>().borrow()}, name);
   }
 

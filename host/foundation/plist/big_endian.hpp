@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 namespace wispen::plist {
 
@@ -19,6 +20,9 @@ inline std::uint64_t read_big_endian(const char* bytes, std::size_t size) {
       std::memcpy(&number, bytes, sizeof number);
       return std::endian::native == std::endian::little ? __builtin_bswap16(number) : number;
     }
+    case 3:  // the offsets of most files between 64 KB and 16 MB
+      return std::uint64_t{static_cast<std::uint8_t>(bytes[0])} << 16 |
+             std::uint64_t{static_cast<std::uint8_t>(bytes[1])} << 8 | static_cast<std::uint8_t>(bytes[2]);
     case 4: {
       std::uint32_t number = 0;
       std::memcpy(&number, bytes, sizeof number);
@@ -46,11 +50,25 @@ inline void append_big_endian(std::string& bytes, std::uint64_t number, std::siz
 /// Appends each of many numbers.
 template <class Numbers, class Convert>
 void append_all_big_endian(std::string& bytes, const Numbers& numbers, std::size_t size, Convert convert) {
-  std::size_t at = bytes.size();
-  bytes.resize(at + numbers.size() * size);
-  for (const auto number : numbers) {
-    write_big_endian(bytes.data() + at, convert(number), size);
-    at += size;
+  const std::size_t start = bytes.size();
+  bytes.resize(start + numbers.size() * size);
+  char* at = bytes.data() + start;
+  const auto write_all = [&](auto width) {
+    for (const auto number : numbers) {
+      write_big_endian(at, convert(number), width);
+      at += width;
+    }
+  };
+  // A width that the compiler knows makes each number one or two stores.
+  switch (size) {
+    case 1:
+      return write_all(std::integral_constant<std::size_t, 1>());
+    case 2:
+      return write_all(std::integral_constant<std::size_t, 2>());
+    case 3:
+      return write_all(std::integral_constant<std::size_t, 3>());
+    default:
+      return write_all(size);
   }
 }
 

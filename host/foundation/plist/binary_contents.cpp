@@ -79,11 +79,6 @@ BinaryObject BinaryContents::object(Node node) const {
   return object;
 }
 
-Node BinaryContents::reference(const BinaryObject& container, std::uint64_t ordinal) const {
-  return static_cast<Node>(read_big_endian(
-      bytes_.data() + container.payload + ordinal * trailer_.reference_size, trailer_.reference_size));
-}
-
 Type BinaryContents::type(Node node) const { return type_of(object(node).marker); }
 
 bool BinaryContents::boolean(Node node) const { return object(node).low == kBinaryTrue; }

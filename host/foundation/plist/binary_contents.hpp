@@ -84,12 +84,37 @@ class BinaryContents final : public Contents {
   std::string_view source() const { return bytes_.view(); }
   const BinaryTrailer& trailer() const { return trailer_; }
   BinaryObject object(Node node) const;
+  /// All bytes of an object, header included.
+  std::string_view bytes_of(Node node) const {
+    const char* object = bytes_.data() + offset(node);
+    const auto first = static_cast<std::uint8_t>(*object);
+    const unsigned low = first & 15;
+    switch (static_cast<Marker>(first >> 4)) {
+      case Marker::Singleton:
+        return {object, 1};
+      case Marker::Integer:
+      case Marker::Real:
+      case Marker::Date:
+        return {object, 1 + (std::size_t{1} << low)};
+      case Marker::Ascii:
+        if (low != 15) return {object, std::size_t{1} + low};
+        if (object[1] == 0x10) return {object, std::size_t{3} + static_cast<std::uint8_t>(object[2])};
+        break;
+      default:
+        break;
+    }
+    const BinaryObject whole = this->object(node);
+    return {object, whole.end() - whole.begin};
+  }
   bool is_container(Node node) const {
     const auto marker = static_cast<Marker>(static_cast<std::uint8_t>(bytes_.data()[offset(node)]) >> 4);
     return marker == Marker::List || marker == Marker::Map;
   }
   /// The reference at an ordinal of a container: an array's elements; a dictionary's keys, then its values.
-  Node reference(const BinaryObject& container, std::uint64_t ordinal) const;
+  Node reference(const BinaryObject& container, std::uint64_t ordinal) const {
+    return static_cast<Node>(read_big_endian(
+        bytes_.data() + container.payload + ordinal * trailer_.reference_size, trailer_.reference_size));
+  }
 
  private:
   std::size_t offset(Node node) const {

@@ -29,8 +29,7 @@ class BinarySplicer {
     change_entries();
     append_missing();
     uses_[contents_.root()] = kRoot;
-    for (const std::uint32_t reference : keys_) keep(reference);
-    for (const std::uint32_t reference : values_) keep(reference);
+    keep_all();
     number_new_objects();
     return write();
   }
@@ -65,21 +64,20 @@ class BinarySplicer {
     }
   }
 
-  /// Marks an object of the file and all that it holds.
-  void keep(std::uint32_t reference) {
-    if ((reference & kNew) != 0) return;
-    waiting_.push_back(reference);
+  /// Marks the objects of the file that the new root names, and all that these hold.
+  void keep_all() {
+    for (const std::uint32_t reference : keys_) keep(reference);
+    for (const std::uint32_t reference : values_) keep(reference);
     while (!waiting_.empty()) {
-      const Node node = waiting_.back();
+      const BinaryObject object = contents_.object(waiting_.back());
       waiting_.pop_back();
-      if (uses_[node] != kUnused) continue;
-      uses_[node] = kKept;
-      if (!contents_.is_container(node)) continue;
-      const BinaryObject object = contents_.object(node);
-      for (std::uint64_t i = 0; i < object.references(); ++i) {
-        waiting_.push_back(contents_.reference(object, i));
-      }
+      for (std::uint64_t i = 0; i < object.references(); ++i) keep(contents_.reference(object, i));
     }
+  }
+  void keep(std::uint32_t reference) {
+    if ((reference & kNew) != 0 || uses_[reference] != kUnused) return;
+    uses_[reference] = kKept;
+    if (contents_.is_container(reference)) waiting_.push_back(reference);
   }
 
   /// New objects take the numbers that have become free, so that a list written again and again stays small.
@@ -114,7 +112,7 @@ class BinarySplicer {
   void write_object(Node number) {
     const std::uint32_t use = uses_[number];
     if (use == kKept) {
-      write_kept(contents_.object(number));
+      write_kept(number);
     } else if (use == kRoot) {
       flush();
       append_object_header(bytes_, Marker::Map, keys_.size());
@@ -125,22 +123,24 @@ class BinarySplicer {
     }
   }
 
-  void write_kept(const BinaryObject& object) {
-    const std::string_view source = contents_.source();
-    if (object.is_container() && reference_size_ != contents_.trailer().reference_size) {
+  void write_kept(Node number) {
+    if (reference_size_ != contents_.trailer().reference_size && contents_.is_container(number)) {
       flush();
-      bytes_ += source.substr(object.begin, object.payload - object.begin);
+      const BinaryObject object = contents_.object(number);
+      bytes_ += contents_.source().substr(object.begin, object.payload - object.begin);
       for (std::uint64_t i = 0; i < object.references(); ++i) {
         append_big_endian(bytes_, contents_.reference(object, i), reference_size_);
       }
       return;
     }
     // Objects mostly stand in the order of their numbers: whole stretches are copied at once.
-    if (run_.data() + run_.size() != source.data() + object.begin) {
+    const std::string_view object = contents_.bytes_of(number);
+    if (run_.data() + run_.size() != object.data()) {
       flush();
-      run_ = source.substr(object.begin, 0);
+      run_ = object;
+    } else {
+      run_ = {run_.data(), run_.size() + object.size()};
     }
-    run_ = {run_.data(), run_.size() + (object.end() - object.begin)};
   }
 
   void write_new(const NewObject& object) {
@@ -171,7 +171,7 @@ class BinarySplicer {
   const BinaryContents& contents_;
   ChangeSet& changes_;
   std::vector<std::uint32_t> uses_;
-  std::vector<Node> waiting_;
+  std::vector<Node> waiting_;  ///< containers that are kept and not looked into yet
   std::vector<std::uint32_t> keys_;
   std::vector<std::uint32_t> values_;
   NewObjects objects_;
