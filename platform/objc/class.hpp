@@ -42,6 +42,10 @@ inline std::ptrdiff_t offset_of(abi::Class cls, const char* name) {
   return abi::ivar_getOffset(abi::class_getInstanceVariable(cls, name));
 }
 
+// Of each class its own: a runtime may refuse a variable that a base has under the same name.
+template <class T>
+inline constexpr auto kStateName = concatenate(FixedString{"_state_"}, T::kClass);
+
 /// How a function written in C++ answers a message: unpack, call, pack.
 template <class R>
 struct Answer {
@@ -160,7 +164,7 @@ class Authored : public BaseHandle {
   /// The C++ state of the object (Class::state), made at the first use and destroyed with the object.
   template <class State>
   State& state() const {
-    static const std::ptrdiff_t offset = detail::offset_of(class_for<Self>().borrow(), "_state");
+    static const std::ptrdiff_t offset = detail::offset_of(class_for<Self>().borrow(), detail::kStateName<Self>.data());
     State*& slot = *detail::at<State*>(borrow(*this), offset);
     if (slot == nullptr) slot = new State();
     return *slot;
@@ -192,7 +196,7 @@ class Class {
   /// C++ state behind one pointer; see Authored::state.
   template <class State>
   Class& state() {
-    add_variable("_state", sizeof(State*), alignof(State*), "^v", &destroy_state<State>);
+    add_variable(detail::kStateName<T>.data(), sizeof(State*), alignof(State*), "^v", &destroy_state<State>);
     return *this;
   }
 
