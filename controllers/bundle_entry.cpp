@@ -1,5 +1,7 @@
 // controllers/bundle_entry.cpp: what happens when the bundle is loaded.
 
+#include "colour/UIColor_Wispen.hpp"
+#include "colour/UIImage_Wispen.hpp"
 #include "controllers/WispBaseController.hpp"
 #include "controllers/WispRootListController.hpp"
 #include "controllers/sub_pages.hpp"
@@ -17,6 +19,8 @@ namespace {
   ContextMenuLabels::define();
   Expanded3DAdjustments::define();
   SepSettingsHSCell::define();
+  define_color_category();
+  define_image_category();
 }
 
 }  // namespace

@@ -107,6 +107,19 @@ inline NSString operator""_ns() {
 
 inline NSString NSObject::description() const { return objc::send<"description", NSString>(*this); }
 
+class NSException : public NSObject {
+ public:
+  static constexpr objc::FixedString kClass{"NSException"};
+  using NSObject::NSObject;
+
+  /// Leaves the caller by an exception of that name, which Foundation's handlers catch.
+  [[noreturn]] static void raise(const NSString& name, const NSString& reason) {
+    objc::send<"raise">(objc::send<"exceptionWithName:reason:userInfo:", NSException>(
+        objc::class_for<NSException>(), name, reason, nullptr));
+    __builtin_unreachable();
+  }
+};
+
 class NSNumber : public NSObject {
  public:
   static constexpr objc::FixedString kClass{"NSNumber"};

@@ -45,6 +45,9 @@ platform_pid_t platform_waitpid(platform_pid_t pid, int* status, int options) PL
 size_t platform_strlcpy(char* target, const char* source, size_t size) PLATFORM_SYMBOL(strlcpy);
 size_t platform_strlcat(char* target, const char* source, size_t size) PLATFORM_SYMBOL(strlcat);
 
+/** The decimal number at the beginning, as strtof reads it; a null locale is the "C" locale. */
+float platform_strtof_l(const char* text, char** end, void* locale) PLATFORM_SYMBOL(strtof_l);
+
 /** A once-token: zero before, all ones after. */
 typedef long platform_once_t;
 /** Runs the function once a token; everybody else waits until it has run. */

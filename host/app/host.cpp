@@ -15,6 +15,7 @@
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/preferences/list_controller.hpp"
+#include "host/uikit/values/display_settings.hpp"
 
 namespace wispen {
 
@@ -38,11 +39,38 @@ Result<void> check(const HostOptions& options) {
   if (std::ranges::find(kAppearances, options.appearance) == kAppearances.end()) {
     return Error{"there is no appearance \"" + options.appearance + "\": light and dark are known"};
   }
-  constexpr std::array kDevices{"phone", "pad"};
-  if (std::ranges::find(kDevices, options.device) == kDevices.end()) {
-    return Error{"there is no device \"" + options.device + "\": phone and pad are known"};
+  if (uikit::find_device(options.device) == nullptr) {
+    return Error{"there is no device \"" + options.device + "\": " + uikit::device_names() + " are known"};
+  }
+  if (!graphics::content_size_from_name(options.text_size)) {
+    return Error{"there is no text size \"" + options.text_size +
+                 "\": XS, S, M, L, XL, XXL, XXXL and AccessibilityM to AccessibilityXXXL are known"};
   }
   return {};
+}
+
+bool reads_right_to_left(const HostOptions& options) {
+  if (options.right_to_left) return *options.right_to_left;
+  const std::string language = options.languages.front().substr(0, options.languages.front().find('-'));
+  constexpr std::array kRightToLeft{"ar", "fa", "he", "ur", "yi", "ps", "ug"};
+  return std::ranges::find(kRightToLeft, language) != kRightToLeft.end();
+}
+
+uikit::DeviceModel device_of(const HostOptions& options) {
+  uikit::DeviceModel device = *uikit::find_device(options.device);
+  device.orientation = options.landscape ? uikit::Orientation::Landscape : uikit::Orientation::Portrait;
+  return device;
+}
+
+uikit::DisplaySettings display_of(const HostOptions& options) {
+  uikit::DisplaySettings display;
+  const uikit::DeviceModel device = device_of(options);
+  display.scale = static_cast<float>(device.scale);
+  display.idiom = device.idiom;
+  if (options.appearance == "dark") display.appearance = graphics::Appearance::Dark;
+  display.content_size = *graphics::content_size_from_name(options.text_size);
+  display.right_to_left = reads_right_to_left(options);
+  return display;
 }
 
 }  // namespace
@@ -72,6 +100,8 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   auto root = DeviceRoot::open(options.root, options.layout);
   if (!root) return root.error();
   if (auto started = start_foundation(); !started) return started.error();
+  uikit::define_uikit();
+  uikit::set_display_settings(display_of(options));
   preferences::Specifier::define();
   preferences::ListController::define();
 
@@ -95,6 +125,7 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
                                            .thread_ending = [] { GSUnregisterCurrentThread(); },
                                            .job_scope = run_in_pool});
   Queues::shared().attach(*loop_);
+  session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
   clear_posted_notifications();
 }
 
@@ -104,8 +135,41 @@ bool Host::stop() {
   if (std::exchange(stopped_, true)) return true;
   while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
   const bool ended = Queues::shared().stop();
+  session_.reset();
   set_current_root(nullptr);
   return ended;
+}
+
+Result<void> Host::set_look(const std::string& name, const std::string& value) {
+  HostOptions changed = options_;
+  if (name == "appearance") {
+    changed.appearance = value;
+  } else if (name == "device") {
+    changed.device = value;
+  } else if (name == "orientation") {
+    if (value != "portrait" && value != "landscape") {
+      return Error{"there is no orientation \"" + value + "\": portrait and landscape are known"};
+    }
+    changed.landscape = value == "landscape";
+  } else if (name == "text-size") {
+    changed.text_size = value;
+  } else if (name == "language") {
+    changed.languages = split_list(value, ',');
+  } else if (name == "direction") {
+    if (value != "ltr" && value != "rtl" && value != "natural") {
+      return Error{"there is no direction \"" + value + "\": ltr, rtl and natural are known"};
+    }
+    changed.right_to_left = value == "natural" ? std::nullopt : std::optional<bool>(value == "rtl");
+  } else {
+    return Error{"there is no look \"" + name +
+                 "\": appearance, device, orientation, text-size, language and direction are known"};
+  }
+  if (auto usable = check(changed); !usable) return usable.error();
+  options_ = std::move(changed);
+  set_preferred_languages(options_.languages);
+  uikit::set_display_settings(display_of(options_));
+  session_->set_device(device_of(options_));
+  return {};
 }
 
 Result<NSBundle> Host::load_bundle(const std::string& path) {

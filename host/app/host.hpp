@@ -12,6 +12,7 @@
 #include "host/core/main_loop.hpp"
 #include "host/core/notification_listener.hpp"
 #include "host/core/result.hpp"
+#include "host/uikit/session.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {
@@ -22,7 +23,10 @@ struct HostOptions {
   std::optional<Layout> layout;
   std::vector<std::string> languages{"en"};
   std::string appearance = "light";
-  std::string device = "phone";
+  std::string device = "phone";  // a name of uikit::device_models()
+  bool landscape = false;
+  std::string text_size = "L";                   // of graphics::content_size_name()
+  std::optional<bool> right_to_left;             // as the first language is read, where it is not said
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
 };
@@ -44,6 +48,11 @@ class Host {
   MainLoop& loop() { return *loop_; }
   const DeviceRoot& root() const { return *root_; }
   const HostOptions& options() const { return options_; }
+  uikit::Session& session() { return *session_; }
+
+  /// Changes how the screen looks, in place: pages and what is typed in them stay. Fails for a word that is
+  /// none, and changes nothing then.
+  Result<void> set_look(const std::string& name, const std::string& value);
 
   Result<NSBundle> load_bundle(const std::string& path);
   /// A new page; with no name the principal class of the bundle loaded last.
@@ -60,6 +69,7 @@ class Host {
   HostOptions options_;
   std::shared_ptr<const DeviceRoot> root_;
   std::unique_ptr<MainLoop> loop_;
+  std::unique_ptr<uikit::Session> session_;
   objc::ClassRef principal_class_;
   bool stopped_ = false;
 

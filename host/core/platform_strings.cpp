@@ -2,6 +2,9 @@
 
 #include "host/core/platform_strings.hpp"
 
+#include <locale.h>
+#include <stdlib.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -20,4 +23,9 @@ std::size_t wispen_platform_strlcat(char* target, const char* source, std::size_
   // No terminator within the bound: the target is left alone, as the manual has it.
   if (held == size) return size + std::strlen(source);
   return held + wispen_platform_strlcpy(target + held, source, size - held);
+}
+
+float wispen_platform_strtof_l(const char* text, char** end, void* /*locale*/) {
+  static const locale_t c_locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  return ::strtof_l(text, end, c_locale);
 }

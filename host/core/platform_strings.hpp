@@ -12,4 +12,7 @@ extern "C" {
                                                                    std::size_t size);
 [[gnu::visibility("default")]] std::size_t wispen_platform_strlcat(char* target, const char* source,
                                                                    std::size_t size);
+
+/// The phone's takes null for the "C" locale, glibc's does not. Any locale given counts as that one.
+[[gnu::visibility("default")]] float wispen_platform_strtof_l(const char* text, char** end, void* locale);
 }

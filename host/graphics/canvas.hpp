@@ -24,7 +24,7 @@ namespace wispen::graphics {
 struct StrokeStyle {
   double width = 1;  ///< points, half on either side of the path
   bool round_caps = false;
-  std::vector<double> dashes;  ///< lengths on and off, in points; none for a whole line
+  std::vector<double> dashes = {};  ///< lengths on and off, in points; none for a whole line
 };
 
 struct GradientStop {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/program/session.hpp"
 
@@ -33,5 +34,13 @@ int tour(const CommonOptions& options);
 
 /// Checks the bundle's specifier lists.
 int lint(const CommonOptions& options);
+
+struct ColourOptions {
+  std::string operation;  // hex, dark, dominant or second
+  std::vector<std::string> inputs;
+  std::string sheet;  // empty: none
+};
+/// The bundle's colour operations on texts, image files and folders of them.
+int colour(const CommonOptions& options, const ColourOptions& what);
 
 }  // namespace wispen::program

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "host/program/commands.hpp"
 #include "host/program/output.hpp"
@@ -98,6 +99,35 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   add_common(*check, options);
   add_json(*check, options);
   on(check, [&] { return lint(options); });
+
+  ColourOptions colour_options;
+  auto* colours = app.add_subcommand("colour", "The bundle's colour operations on texts, images and folders");
+  colours->require_subcommand(1);
+  const std::pair<const char*, const char*> operations[] = {
+      {"hex", "Read texts like #RRGGBB:ALPHA (or an image's dominant colour) and write them as #RRGGBB"},
+      {"dark", "Say whether a colour is dark: of a text, or the dominant one of an image"},
+      {"dominant", "The colour that dominates an image"},
+      {"second", "The colour beside it: the largest group's, or the runner-up's where that one covers 60 %"}};
+  for (const auto& [operation, help] : operations) {
+    auto* subcommand = colours->add_subcommand(operation, help);
+    const std::string name_of_operation = operation;
+    const bool of_images = name_of_operation == "dominant" || name_of_operation == "second";
+    subcommand
+        ->add_option(of_images ? "FILE" : "TEXT", colour_options.inputs,
+                     of_images ? "PNG, JPEG or WebP files, and folders" : "Texts, image files and folders")
+        ->required();
+    if (of_images) {
+      subcommand
+          ->add_option("--sheet", colour_options.sheet, "Write a picture of the images beside both colours")
+          ->type_name("OUT.png");
+    }
+    add_common(*subcommand, options);
+    add_json(*subcommand, options);
+    on(subcommand, [&, name_of_operation] {
+      colour_options.operation = name_of_operation;
+      return colour(options, colour_options);
+    });
+  }
 
   try {
     app.parse(argc, argv);

@@ -110,6 +110,11 @@ struct Thunk<Function, R (*)(Allocated<T>, Args...)> {
   static constexpr bool kIsInitializer = true;
 };
 
+template <class Self, auto Function>
+inline abi::id copy_entry(abi::id self, abi::SEL, void* /*zone*/) {
+  return leak(((*Borrowed<Self>(self)).*Function)());
+}
+
 template <FixedString Sel, class T>
 consteval void check_method() {
   static_assert(Sel.count(':') == T::kArguments,
@@ -207,6 +212,17 @@ class Class {
   template <FixedString Sel, auto Function>
   Class& class_method() {
     if (building_ != nullptr) add<Sel, Function>(abi::class_of(reinterpret_cast<abi::id>(building_)));
+    return *this;
+  }
+
+  /// `copyWithZone:`, or with a selector `mutableCopyWithZone:`; the caller owns what it gives.
+  template <auto Function, FixedString Sel = "copyWithZone:">
+  Class& copying() {
+    static_assert(returns_owned_reference(Sel) && Sel.count(':') == 1, "only copies of a zone are made so");
+    if (building_ != nullptr) {
+      abi::class_addMethod(building_, selector<Sel>().borrow(),
+                           reinterpret_cast<abi::IMP>(&detail::copy_entry<T, Function>), "@@:^v");
+    }
     return *this;
   }
 

@@ -106,6 +106,9 @@ class Unowned {
   explicit Unowned(const T& object) noexcept : raw_(borrow(object)) {}
 
   T get() const { return retain<T>(raw_); }
+  /// Without touching the object, so that it may be dying.
+  bool refers_to(const T& object) const { return raw_ == borrow(object); }
+  explicit operator bool() const { return raw_ != nullptr; }
 
  private:
   abi::id raw_ = nullptr;

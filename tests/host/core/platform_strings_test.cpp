@@ -36,4 +36,11 @@ TEST(Strlcat, LeavesAnUnterminatedTargetAlone) {
   EXPECT_EQ(buffer, unterminated);
 }
 
+TEST(StrtofL, ReadsAPointWhateverTheUsersLocaleWrites) {
+  char* end = nullptr;
+  const char* const text = "0.5:";
+  EXPECT_EQ(wispen_platform_strtof_l(text, &end, nullptr), 0.5F);
+  EXPECT_EQ(end, text + 3);
+}
+
 }  // namespace

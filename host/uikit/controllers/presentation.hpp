@@ -1,0 +1,52 @@
+// host/uikit/controllers/presentation.hpp: how one controller's page comes up over another's.
+#pragma once
+
+#include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/events/gesture_recognizer.hpp"
+
+namespace wispen::uikit {
+
+enum class PresentationKind {
+  Full,   // covers the presenter, which disappears
+  Card,   // a sheet from the bottom of a phone
+  Box,    // a sheet in the middle of a pad
+  Alert,  // in the middle, as large as it wants to be
+  ActionSheet,
+};
+
+/// Owned by the presenter while it presents.
+class Presentation {
+ public:
+  Presentation(const ViewController& presenter, const ViewController& presented);
+  Presentation(const Presentation&) = delete;
+  Presentation& operator=(const Presentation&) = delete;
+  ~Presentation();
+
+  void show(bool animated, const objc::Block<void()>& completion);
+  void hide(bool animated, const objc::Block<void()>& completion);
+  /// The presenter is going away.
+  void abandon();
+
+ private:
+  PresentationKind kind_of() const;
+  Rect resting_frame() const;
+  Rect hidden_frame() const;
+  void pose(double shown);
+  void dragged(const PanGestureRecognizer& pan);
+  void tapped_outside();
+
+  friend class PresentationArea;
+  void resized();
+  objc::Unowned<ViewController> presenter_;
+  ViewController presented_;
+  PresentationKind kind_;
+  View area_;  // over all of the window
+  View dim_;
+  View sheet_;  // holds the presented view
+  Size laid_out_size_;
+  bool hiding_ = false;
+};
+
+void define_presentation();
+
+}  // namespace wispen::uikit

@@ -1,0 +1,309 @@
+// host/uikit/layout/layout_system.cpp: the constraints below one view, solved together.
+
+#include "host/uikit/layout/layout_system.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/foundation/problems.hpp"
+#include "host/uikit/layout/stack_view.hpp"
+#include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/views/view_state.hpp"
+
+namespace wispen::uikit {
+
+using layout::Axis;
+using layout::ItemId;
+using layout::kNoItem;
+
+View LayoutSystem::root_of(const View& view) {
+  View root = view;
+  while (!root.parts().translates_mask) {
+    const View above = root.superview();
+    if (!above) break;
+    root = above;
+  }
+  return root;
+}
+
+LayoutSystem* LayoutSystem::of(const View& root) {
+  auto& system = root.parts().system;
+  if (!system) system = std::make_unique<LayoutSystem>(root);
+  return system.get();
+}
+
+LayoutSystem::LayoutSystem(const View& root) : root_(root) {
+  gather(root);
+  if (gathered_.empty() && stacks_.empty()) return;
+  model_.set_direction(root.is_right_to_left() ? layout::Direction::RightToLeft
+                                               : layout::Direction::LeftToRight);
+  item_of(root);
+  // What constraints name may lie behind views that keep their own frames: these come in on the way, with
+  // the constraints that they hold.
+  for (std::size_t i = 0; i < gathered_.size(); ++i) {
+    const LayoutConstraint constraint = gathered_[i];
+    item_of(constraint.first_item());
+    if (const NSObject second = constraint.second_item()) item_of(second);
+  }
+  for (auto& [view, stack] : stacks_) {
+    const ItemId item = item_of(view);
+    for (const View& arranged : view.as<StackView>().arranged()) item_of(arranged);
+    stack = std::make_unique<layout::Stack>(model_, item);
+  }
+  for (const LayoutConstraint& constraint : gathered_) enter_constraint(constraint);
+  arrange_stacks();
+}
+
+void LayoutSystem::gather(const View& view) {
+  if (!visited_.emplace(objc::borrow(view), true).second) return;
+  const ViewState& state = view.parts();
+  for (const LayoutConstraint& constraint : state.constraints) gathered_.push_back(constraint);
+  if (objc::cast_or_nil<StackView>(view)) stacks_.emplace_back(view, nullptr);
+  for (const View& subview : state.subviews) {
+    if (!subview.parts().translates_mask) gather(subview);
+  }
+}
+
+ItemId LayoutSystem::item_of(const NSObject& object) {
+  if (!object) return kNoItem;
+  const auto found = items_.find(objc::borrow(object));
+  if (found != items_.end()) return found->second;
+  if (const auto guide = objc::cast_or_nil<LayoutGuide>(object)) return add_guide(guide);
+  return add_view(object.as<View>());
+}
+
+ItemId LayoutSystem::add_view(const View& view) {
+  const bool is_root = view == root();
+  const View above = is_root ? View() : view.superview();
+  if (!is_root && !above) return kNoItem;
+  const ItemId parent = is_root ? kNoItem : item_of(above);
+  const NSString identifier = view.parts().accessibility_identifier;
+  const ItemId item = model_.add_item(identifier ? identifier.utf8() : objc::class_of(view).name(), parent);
+  items_.emplace(objc::borrow(view), item);
+  members_.push_back({view, item});
+  gather(view);
+  const ViewState& state = view.parts();
+  if (is_root) {
+    (void)model_.set_frame(item, {{0, 0}, state.bounds.size});
+  } else if (state.translates_mask) {
+    (void)model_.set_frame(item, view.frame(), state.autoresizing_mask, above.bounds().size);
+  } else {
+    enter_content(view, item);
+  }
+  return item;
+}
+
+ItemId LayoutSystem::add_guide(const LayoutGuide& guide) {
+  const View owner = guide.owner();
+  if (!owner) return kNoItem;
+  const ItemId parent = item_of(owner);
+  const ItemId item = model_.add_item("UILayoutGuide", parent);
+  items_.emplace(objc::borrow(guide), item);
+  members_.push_back({guide, item});
+  if (guide.kind() == GuideKind::Free) return item;
+  const EdgeInsets insets = guide.insets();
+  using layout::Attribute;
+  const auto pin = [&](Attribute edge, double distance) {
+    (void)model_.add_constraint({.first = item,
+                                 .first_attribute = edge,
+                                 .second = parent,
+                                 .second_attribute = edge,
+                                 .constant = distance,
+                                 .identifier = "guide"});
+  };
+  pin(Attribute::Top, insets.top);
+  pin(Attribute::Left, insets.left);
+  pin(Attribute::Bottom, -insets.bottom);
+  pin(Attribute::Right, -insets.right);
+  return item;
+}
+
+void LayoutSystem::enter_content(const View& view, ItemId item) {
+  const Size size = view.intrinsicContentSize();
+  const auto length = [](double value) { return value >= 0 ? std::optional<double>(value) : std::nullopt; };
+  model_.set_intrinsic_size(item, length(size.width), length(size.height));
+  for (const Axis axis : {Axis::Horizontal, Axis::Vertical}) {
+    const ContentPriorities& priorities = view.parts().content_priorities[static_cast<int>(axis)];
+    (void)model_.set_hugging(item, axis, priorities.hugging);
+    (void)model_.set_compression_resistance(item, axis, priorities.compression);
+  }
+  const auto first = objc::send<"_firstBaselineOffsetFromTop", double>(view);
+  const auto last = objc::send<"_baselineOffsetFromBottom", double>(view);
+  model_.set_baselines(item, first, last);
+}
+
+void LayoutSystem::enter_constraint(const LayoutConstraint& constraint) {
+  layout::ConstraintSpec spec = constraint.spec();
+  spec.first = item_of(constraint.first_item());
+  spec.second = item_of(constraint.second_item());
+  if (spec.first == kNoItem) return;
+  if (spec.second == kNoItem && spec.second_attribute != layout::Attribute::NotAnAttribute) return;
+  const auto id = model_.add_constraint(spec);
+  if (!id) {
+    report_problem("the constraint " + constraint.description().utf8() +
+                   " is not used: " + id.error().message);
+    return;
+  }
+  constraints_.emplace_back(constraint, *id);
+}
+
+void LayoutSystem::arrange_stacks() {
+  // Innermost first: a stack's share may depend on how large the stacks in it want to be.
+  for (auto stack = stacks_.rbegin(); stack != stacks_.rend(); ++stack) {
+    const StackView view = stack->first.as<StackView>();
+    std::vector<layout::ArrangedItem> items;
+    for (const View& arranged : view.arranged()) {
+      items.push_back({item_of(arranged), arranged.isHidden(), view.spacing_after(arranged)});
+    }
+    stack->second->arrange(view.style(), std::move(items));
+  }
+}
+
+void LayoutSystem::report(const layout::LayoutReport& report) const {
+  for (const layout::ConflictReport& conflict : report.conflicts) {
+    report_problem("Unable to simultaneously satisfy constraints. " + conflict.message());
+  }
+}
+
+bool LayoutSystem::fit_heights_to_widths() {
+  bool changed = false;
+  for (const Member& member : members_) {
+    if (!objc::send<"_heightDependsOnWidth", bool>(member.object)) continue;
+    const double width = model_.frame(member.item).width();
+    if (width <= 0) continue;
+    const double height = objc::send<"sizeThatFits:", Size>(member.object, Size{width, 0}).height;
+    const auto known = model_.intrinsic_length(member.item, Axis::Vertical);
+    if (known && std::abs(*known - height) < 0.01) continue;
+    model_.set_intrinsic_size(member.item, model_.intrinsic_length(member.item, Axis::Horizontal), height);
+    changed = true;
+  }
+  return changed;
+}
+
+void LayoutSystem::solve() {
+  report(model_.solve());
+  // Once: a width that depends on a height that depends on the width has no end.
+  if (fit_heights_to_widths()) report(model_.solve());
+  solved_ = true;
+}
+
+void LayoutSystem::apply() {
+  for (const Member& member : members_) {
+    const Rect frame = model_.frame(member.item, display_settings().scale);
+    if (const auto guide = objc::cast_or_nil<LayoutGuide>(member.object)) {
+      guide.set_layout_frame(frame);
+      continue;
+    }
+    const View view = member.object.as<View>();
+    if (view == root() || view.parts().translates_mask) continue;
+    Rect bounds = view.bounds();
+    bounds.size = frame.size;
+    view.setBounds(bounds);
+    view.setCenter({frame.mid_x(), frame.mid_y()});
+  }
+}
+
+void LayoutSystem::lay_out(const View& view) {
+  const View root = root_of(view);
+  // Inside of a system the root has placed everything already.
+  if (root != view && root.parts().system && !root.parts().system->empty()) return;
+  LayoutSystem* const system = of(view);
+  if (system->empty()) return;
+  (void)system->model_.set_frame(system->item_of(view), {{0, 0}, view.bounds().size});
+  for (const Member& member : system->members_) {
+    const auto inner = objc::cast_or_nil<View>(member.object);
+    if (!inner || inner == view || !inner.parts().translates_mask) continue;
+    (void)system->model_.set_frame(member.item, inner.frame(), inner.parts().autoresizing_mask,
+                                   inner.superview().bounds().size);
+  }
+  system->solve();
+  system->apply();
+}
+
+void LayoutSystem::invalidate(const View& view) {
+  // Every view on the way may be the root of a system that reaches down to this one.
+  bool first = true;
+  for (View above = view; above; above = above.superview()) {
+    if (above.parts().system || first || !above.parts().constraints.empty()) {
+      above.parts().system.reset();
+      above.setNeedsLayout();
+    }
+    first = false;
+  }
+  const View root = root_of(view);
+  root.parts().system.reset();
+  root.setNeedsLayout();
+}
+
+void LayoutSystem::content_changed(const View& view) {
+  const View root = root_of(view);
+  LayoutSystem* const system = root.parts().system.get();
+  if (system != nullptr) {
+    const auto found = system->items_.find(objc::borrow(view));
+    if (found != system->items_.end()) {
+      if (!view.parts().translates_mask) system->enter_content(view, found->second);
+      const bool proportional = std::ranges::any_of(system->stacks_, [](const auto& stack) {
+        return stack.first.template as<StackView>().style().distribution ==
+               layout::StackDistribution::FillProportionally;
+      });
+      if (proportional) root.parts().system.reset();
+    }
+  }
+  root.setNeedsLayout();
+  // A self-sizing row above wants to know too.
+  if (const View above = root.superview()) above.setNeedsLayout();
+}
+
+void LayoutSystem::constant_changed(const View& holder, const LayoutConstraint& constraint) {
+  bool entered = false;
+  for (View above = holder; above; above = above.superview()) {
+    LayoutSystem* const system = above.parts().system.get();
+    if (system == nullptr) continue;
+    for (const auto& [held, id] : system->constraints_) {
+      if (held != constraint) continue;
+      (void)system->model_.set_constant(id, constraint.constant());
+      above.setNeedsLayout();
+      entered = true;
+    }
+  }
+  if (!entered) invalidate(holder);
+}
+
+void LayoutSystem::drop_crossing_constraints(const View& view) {
+  const auto inside = [&](const NSObject& item) {
+    auto owner = objc::cast_or_nil<View>(item);
+    if (const auto guide = objc::cast_or_nil<LayoutGuide>(item)) owner = guide.owner();
+    return owner && owner.isDescendantOfView(view);
+  };
+  for (View above = view.superview(); above; above = above.superview()) {
+    const std::vector<LayoutConstraint> held = above.parts().constraints;
+    for (const LayoutConstraint& constraint : held) {
+      if (inside(constraint.first_item()) || inside(constraint.second_item())) constraint.setActive(false);
+    }
+  }
+}
+
+Size LayoutSystem::fitting_size(const View& view, const Size& target, double across, double down) {
+  const View root = root_of(view);
+  LayoutSystem* const system = of(root);
+  const auto found = system->items_.find(objc::borrow(view));
+  if (system->empty() || found == system->items_.end()) {
+    const Size content = view.intrinsicContentSize();
+    const Size now = view.bounds().size;
+    return {across >= layout::kRequired ? target.width
+            : content.width >= 0        ? content.width
+                                        : now.width,
+            down >= layout::kRequired ? target.height
+            : content.height >= 0     ? content.height
+                                      : now.height};
+  }
+  if (across >= layout::kRequired && view == root) {
+    // Heights that follow from widths are found at the width that is asked about.
+    (void)system->model_.set_frame(found->second, {{0, 0}, {target.width, root.bounds().size.height}});
+  }
+  system->model_.solve();
+  if (system->fit_heights_to_widths()) system->model_.solve();
+  return system->model_.fitting_size(found->second, target, across, down);
+}
+
+}  // namespace wispen::uikit

@@ -1,0 +1,37 @@
+// host/uikit/painting/frame_buffer.hpp: the screen's pixels, kept from frame to frame.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "host/core/result.hpp"
+#include "host/graphics/canvas.hpp"
+#include "host/uikit/session.hpp"
+
+namespace wispen::uikit {
+
+/// All visible windows, painted over each other; only what changed is painted again.
+class FrameBuffer {
+ public:
+  explicit FrameBuffer(Session& session) : session_(session) {}
+
+  /// Lays out and paints what changed since the last call. The rectangles that did, in points; none when the
+  /// picture stayed. Fails for a screen that cannot be made.
+  Result<std::vector<Rect>> update();
+  /// All of it, next time.
+  void forget() { canvas_.reset(); }
+  /// Whether update() would paint.
+  bool stale() const;
+  graphics::PixelView pixels() const { return canvas_->pixels(); }
+  double scale() const { return canvas_ ? canvas_->scale() : 1; }
+
+ private:
+  Session& session_;
+  std::optional<graphics::Canvas> canvas_;
+};
+
+/// One picture of the screen as it is now, at the device's scale or another (0.5 to 4). Nothing that a window
+/// keeps is touched.
+Result<graphics::Image> take_picture(Session& session, double scale = 0);
+
+}  // namespace wispen::uikit

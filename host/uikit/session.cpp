@@ -1,0 +1,65 @@
+// host/uikit/session.cpp: what all views of one running host share.
+
+#include "host/uikit/session.hpp"
+
+#include <utility>
+
+#include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/views/application.hpp"
+
+namespace wispen::uikit {
+
+namespace {
+
+Session* current_session = nullptr;
+
+void tell_traits_changed(const View& view) {
+  objc::send<"traitCollectionDidChange:">(view, NSObject());
+  if (const Responder controller = view.controller()) {
+    objc::send<"traitCollectionDidChange:">(controller, NSObject());
+  }
+  view.invalidateIntrinsicContentSize();
+  view.setNeedsLayout();
+  for (const View& subview : view.subviews()) tell_traits_changed(subview);
+}
+
+}  // namespace
+
+Session::Session(MainLoop& loop, DeviceModel device) : loop_(loop), animations_(loop) {
+  current_session = this;
+  AnimationEngine::set_current(&animations_);
+  set_device(std::move(device));
+}
+
+Session::~Session() {
+  touches_.cancel();
+  AnimationEngine::set_current(nullptr);
+  current_session = nullptr;
+}
+
+Session* Session::current() { return current_session; }
+
+MainLoop& main_loop() { return current_session->loop(); }
+
+void Session::set_device(DeviceModel device) {
+  const Size old_size = device_.size();
+  device_ = std::move(device);
+  DisplaySettings settings = display_settings();
+  settings.scale = static_cast<float>(device_.scale);
+  settings.idiom = device_.idiom;
+  set_display_settings(settings);
+  for (const Window& window : Application::shared().windows()) {
+    if (window.bounds().size == old_size) window.setFrame({{0, 0}, device_.size()});
+  }
+  traits_changed();
+}
+
+void Session::traits_changed() {
+  touches_.cancel();
+  for (const Window& window : Application::shared().windows()) {
+    tell_traits_changed(window);
+    window.add_damage(window.bounds());
+  }
+}
+
+}  // namespace wispen::uikit

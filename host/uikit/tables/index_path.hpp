@@ -1,0 +1,20 @@
+// host/uikit/tables/index_path.hpp: UIKit's rows and sections on Foundation's index paths.
+#pragma once
+
+#include "platform/Foundation.hpp"
+
+namespace wispen::uikit {
+
+struct RowPath {
+  NSInteger section = 0;
+  NSInteger row = 0;
+  friend auto operator<=>(const RowPath&, const RowPath&) = default;
+};
+
+/// Adds row, section and indexPathForRow:inSection: to NSIndexPath.
+void define_index_path();
+NSObject index_path(RowPath path);
+/// Section and row -1 for nil.
+RowPath row_path(const NSObject& index_path);
+
+}  // namespace wispen::uikit

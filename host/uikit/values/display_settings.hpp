@@ -1,0 +1,25 @@
+// host/uikit/values/display_settings.hpp: the display, and what its user chose, as images and fonts ask for
+// it.
+#pragma once
+
+#include "host/graphics/appearance.hpp"
+#include "host/graphics/text_style.hpp"
+
+namespace wispen::uikit {
+
+struct DisplaySettings {
+  float scale = 2;  ///< pixels a point
+  graphics::Idiom idiom = graphics::Idiom::Phone;
+  graphics::Appearance appearance = graphics::Appearance::Light;
+  graphics::ContentSize content_size = graphics::ContentSize::Large;
+  bool right_to_left = false;
+  friend bool operator==(const DisplaySettings&, const DisplaySettings&) = default;
+};
+
+/// Of the process. From any thread.
+DisplaySettings display_settings();
+void set_display_settings(const DisplaySettings& settings);
+/// Changes only the text size.
+void set_content_size(graphics::ContentSize content_size);
+
+}  // namespace wispen::uikit

@@ -1,0 +1,24 @@
+// host/uikit/values/values.cpp: UIKit's value classes, all of them.
+
+#include "host/uikit/values/values.hpp"
+
+#include "host/uikit/values/color.hpp"
+#include "host/uikit/values/font.hpp"
+#include "host/uikit/values/image.hpp"
+#include "host/uikit/values/paragraph_style.hpp"
+#include "host/uikit/values/string_constants.hpp"
+#include "host/uikit/values/symbol_configuration.hpp"
+
+namespace wispen::uikit {
+
+void define_values() {
+  make_string_constants();
+  Color::define();
+  Font::define();
+  SymbolConfiguration::define();
+  Image::define();
+  ParagraphStyle::define();
+  MutableParagraphStyle::define();
+}
+
+}  // namespace wispen::uikit

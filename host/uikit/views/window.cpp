@@ -1,0 +1,165 @@
+// host/uikit/views/window.cpp: UIWindow: the root of what is on the screen.
+
+#include "host/uikit/views/window.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/session.hpp"
+#include "host/uikit/views/application.hpp"
+#include "host/uikit/views/view_state.hpp"
+
+namespace wispen::uikit {
+
+namespace {
+
+// More rectangles than this are painted as the one around them.
+constexpr std::size_t kMostRectangles = 8;
+
+}  // namespace
+
+struct WindowState {
+  ViewController root;
+  double level = 0;
+  std::vector<Rect> damage;
+};
+
+WindowState& Window::parts() const { return state<WindowState>(); }
+
+Window Window::make() { return alloc().initialize<"init">(); }
+
+ViewController Window::rootViewController() const { return parts().root; }
+
+void Window::setRootViewController(const ViewController& controller) const {
+  if (parts().root == controller) return;
+  const Window kept = *this;
+  if (const ViewController old = kept.parts().root) {
+    old.will_disappear(false);
+    old.view().removeFromSuperview();
+    old.did_disappear(false);
+  }
+  kept.parts().root = controller;
+  if (!controller) return;
+  const View view = controller.view();
+  view.setFrame(kept.bounds());
+  view.setAutoresizingMask(18);
+  if (!kept.isHidden()) controller.will_appear(false);
+  kept.insertSubviewAtIndex(view, 0);
+  if (!kept.isHidden()) {
+    kept.layoutIfNeeded();
+    controller.did_appear(false);
+  }
+}
+
+double Window::windowLevel() const { return parts().level; }
+void Window::setWindowLevel(double level) const {
+  parts().level = level;
+  Application::shared().sort_windows();
+}
+
+bool Window::isKeyWindow() const { return Application::shared().key_window() == *this; }
+void Window::makeKeyWindow() const { Application::shared().set_key_window(*this); }
+
+void Window::makeKeyAndVisible() const {
+  const Window kept = *this;
+  kept.makeKeyWindow();
+  if (!kept.isHidden()) return;
+  const ViewController controller = kept.rootViewController();
+  if (controller) controller.will_appear(false);
+  objc::send<"setHidden:">(kept, false);
+  kept.layoutIfNeeded();
+  if (controller) controller.did_appear(false);
+}
+
+EdgeInsets Window::device_insets() const {
+  const Session* const session = Session::current();
+  return session != nullptr ? session->device().safe_area() : EdgeInsets{};
+}
+
+void Window::add_damage(const View& view) const {
+  Rect rect = view.bounds();
+  if (const Layer layer = view.parts().layer) {
+    const LayerStyle& style = layer.style();
+    if (style.shadow_opacity > 0) {
+      const double reach = 3 * style.shadow_radius;
+      rect = rect.inset(-reach - std::abs(style.shadow_offset.width),
+                        -reach - std::abs(style.shadow_offset.height));
+    }
+  }
+  add_damage(view.convertRectToView(rect, *this));
+}
+
+void Window::add_damage(const Rect& rect) const {
+  const Rect part = rect.intersection(bounds());
+  if (part.empty()) return;
+  auto& damage = parts().damage;
+  for (const Rect& known : damage) {
+    if (known.contains(part)) return;
+  }
+  Rect grown = part;
+  // Rectangles that meet become one, so that nothing is painted twice.
+  for (bool merged = true; merged;) {
+    merged = false;
+    for (auto known = damage.begin(); known != damage.end(); ++known) {
+      if (!known->intersects(grown)) continue;
+      grown = grown.united(*known);
+      damage.erase(known);
+      merged = true;
+      break;
+    }
+  }
+  damage.push_back(grown);
+  if (damage.size() <= kMostRectangles) return;
+  Rect all = damage.front();
+  for (const Rect& one : damage) all = all.united(one);
+  damage = {all};
+}
+
+std::vector<Rect> Window::take_damage() const { return std::exchange(parts().damage, {}); }
+bool Window::damaged() const { return !parts().damage.empty(); }
+
+struct WindowMethods {
+  static Window init(objc::Allocated<Window> self) {
+    const Session* const session = Session::current();
+    const Size size = session != nullptr ? session->device().size() : Size{};
+    return std::move(self).initialize<"initWithFrame:">(Rect{{0, 0}, size});
+  }
+  static Window initWithFrame(objc::Allocated<Window> self, const Rect& frame) {
+    Window window = std::move(self).initialize_super<"initWithFrame:">(frame);
+    if (!window) return window;
+    window.View::parts().hidden = true;  // until it is made visible, as on the platform
+    Application::shared().add_window(window);
+    return window;
+  }
+  static Window window(const Window& self) { return self; }
+  static NSObject nextResponder(const Window&) { return Application::shared(); }
+  static void setHidden(const Window& self, bool hidden) {
+    objc::send_super<"setHidden:">(self, objc::class_for<View>(), hidden);
+    if (!hidden) self.add_damage(self.bounds());
+    if (hidden && self.isKeyWindow()) Application::shared().set_key_window(Window());
+  }
+  static void sendEvent(const Window&, const NSObject&) {}  // the dispatcher knows the way
+};
+
+void Window::define() {
+  using M = WindowMethods;
+  objc::Class<Window>()
+      .state<WindowState>()
+      .initializer<"init", &M::init>()
+      .initializer<"initWithFrame:", &M::initWithFrame>()
+      .method<"rootViewController", &Window::rootViewController>()
+      .method<"setRootViewController:", &Window::setRootViewController>()
+      .method<"windowLevel", &Window::windowLevel>()
+      .method<"setWindowLevel:", &Window::setWindowLevel>()
+      .method<"isKeyWindow", &Window::isKeyWindow>()
+      .method<"makeKeyWindow", &Window::makeKeyWindow>()
+      .method<"makeKeyAndVisible", &Window::makeKeyAndVisible>()
+      .method<"window", &M::window>()
+      .method<"nextResponder", &M::nextResponder>()
+      .method<"setHidden:", &M::setHidden>()
+      .method<"sendEvent:", &M::sendEvent>()
+      .register_class();
+}
+
+}  // namespace wispen::uikit
