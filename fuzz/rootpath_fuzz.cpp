@@ -1,5 +1,6 @@
 // fuzz/rootpath_fuzz.cpp: any path through the fallbacks, in buffers of exactly 1024 bytes.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -33,8 +34,8 @@ std::string converted(Convert convert, const std::string& path) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string path(reinterpret_cast<const char*>(data),
-                         ::strnlen(reinterpret_cast<const char*>(data), size));
+  std::string path(data, data + size);
+  path.resize(std::min(path.find('\0'), path.size()));
   const std::string there = converted(libroot_jbrootpath_fallback, path);
   const std::string prefix = libroot_dyn_get_jbroot_prefix();
   const std::string expected = path.starts_with('/') ? prefix + path : path;

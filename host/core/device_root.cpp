@@ -26,7 +26,7 @@ constexpr std::string_view kNotifications = "/var/run/notifications";
 
 // What the phone itself brings, whatever the jailbreak's layout.
 constexpr std::array kSystemFolders = {"/var/mobile/Library/Preferences", "/usr/bin", "/tmp",
-                                       "/var/run/notifications"};
+                                       "/var/run/notifications", "/private"};
 // What a jailbreak brings, below its own prefix.
 constexpr std::array kJailbreakFolders = {"/var/mobile/Library/Preferences",
                                           "/Library/PreferenceBundles",
@@ -46,6 +46,11 @@ Result<void> make_folders(const std::string& path) {
   std::error_code error;
   fs::create_directories(path, error);
   if (error) return cannot("make the folder", path, error.message());
+  return {};
+}
+
+Result<void> make_link(const std::string& path, const char* target) {
+  if (symlink(target, path.c_str()) != 0 && errno != EEXIST) return cannot("make the link", path, reason());
   return {};
 }
 
@@ -148,6 +153,8 @@ Result<DeviceRoot> DeviceRoot::open(const std::string& folder, std::optional<Lay
   for (const char* below : kSystemFolders) {
     if (auto made = make_folders(root.path_ + below); !made) return made.error();
   }
+  // Some give the phone's /var by the place that it is a link to.
+  if (auto made = make_link(root.path_ + "/private/var", "../var"); !made) return made.error();
   const std::string jailbreak = root.jbroot_prefix();
   for (const char* below : kJailbreakFolders) {
     if (auto made = make_folders(jailbreak + below); !made) return made.error();

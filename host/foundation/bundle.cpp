@@ -10,6 +10,7 @@
 #include <mutex>
 #include <utility>
 
+#include "host/foundation/device_paths.hpp"
 #include "host/foundation/strings_tables.hpp"
 
 namespace wispen {
@@ -187,7 +188,7 @@ NSBundle bundle_for_class(objc::ClassRef receiver, objc::ClassRef cls) {
 }
 
 NSBundle bundle_with_path(objc::ClassRef, const NSString& path) {
-  const Result<NSBundle> bundle = bundle_at(path.utf8());
+  const Result<NSBundle> bundle = bundle_at(host_path(path.utf8()));
   return bundle ? *bundle : NSBundle();
 }
 

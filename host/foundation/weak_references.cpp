@@ -1,9 +1,10 @@
 // host/foundation/weak_references.cpp: the weak references that GCC's runtime lacks, under the names that
 // the phone's runtime gives them.
 //
-// A weak slot holds a counted record of the object instead of the object. NSObject's dealloc, where every
-// object's life ends, empties the record. A reference is loaded on the thread that owns the object (the
-// main thread, for everything here): a load that raced with the last release would find a dying object.
+// A weak slot holds a counted record of the object instead of the object. What ends first of an object's life
+// empties the record: the dealloc of a class written in C++, or NSObject's, where every other ends. A
+// reference is loaded on the thread that owns the object (the main thread, for everything here): a load that
+// raced with the last release would find a dying object.
 
 #include <array>
 #include <atomic>
@@ -42,15 +43,18 @@ std::atomic<std::uint16_t>& referred_bucket(id object) {
 using Dealloc = void (*)(id, objc::abi::SEL);
 Dealloc original_dealloc = nullptr;
 
+void empty_references(id object) {
+  if (referred_bucket(object).load(std::memory_order_relaxed) == 0) return;
+  const std::lock_guard lock(table().mutex);
+  const auto found = table().records.find(object);
+  if (found == table().records.end()) return;
+  found->second->object = nullptr;
+  table().records.erase(found);
+  --referred_bucket(object);
+}
+
 void dealloc_emptying_references(id self, objc::abi::SEL name) {
-  if (referred_bucket(self).load(std::memory_order_relaxed) != 0) {
-    const std::lock_guard lock(table().mutex);
-    if (const auto found = table().records.find(self); found != table().records.end()) {
-      found->second->object = nullptr;
-      table().records.erase(found);
-      --referred_bucket(self);
-    }
-  }
+  empty_references(self);
   original_dealloc(self, name);
 }
 
@@ -116,6 +120,8 @@ extern "C" {
   const std::lock_guard lock(table().mutex);
   return record->object != nullptr ? objc::abi::retain(record->object) : nullptr;
 }
+
+[[gnu::visibility("default")]] void wispen_clear_weak_references(id object) { empty_references(object); }
 
 [[gnu::visibility("default")]] void objc_destroyWeak(id* location) {
   give_up(*location);

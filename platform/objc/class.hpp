@@ -298,6 +298,7 @@ class Class {
   }
 
   static void dealloc(abi::id self, abi::SEL name) {
+    abi::clear_weak_references(self);
     const Lifetime& table = lifetime();
     if (table.last_words != nullptr) table.last_words(self);
     for (std::size_t i = table.count; i-- > 0;)

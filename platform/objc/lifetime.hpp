@@ -22,8 +22,11 @@ inline void release(id object) { objc_release(object); }
 inline id autorelease(id object) { return objc_autorelease(object); }
 inline void* push_pool() { return objc_autoreleasePoolPush(); }
 inline void pop_pool(void* pool) { objc_autoreleasePoolPop(pool); }
+inline void clear_weak_references(id) {}  // done before dealloc is sent
 
 #else
+
+extern "C" void wispen_clear_weak_references(id object);
 
 inline id retain(id object) { return call<id>(object, selector<"retain">().borrow()); }
 inline void release(id object) { call<void>(object, selector<"release">().borrow()); }
@@ -33,6 +36,8 @@ inline void* push_pool() {
   return call<id>(reinterpret_cast<id>(pool_class), selector<"new">().borrow());
 }
 inline void pop_pool(void* pool) { call<void>(static_cast<id>(pool), selector<"drain">().borrow()); }
+/// For the first dealloc of an object: what runs in there must not get hold of the object again.
+inline void clear_weak_references(id object) { wispen_clear_weak_references(object); }
 
 #endif
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace wispen::plist {
 
@@ -47,29 +48,44 @@ inline void append_big_endian(std::string& bytes, std::uint64_t number, std::siz
   bytes.append(buffer, size);
 }
 
+/// Calls `work` with the size, which is a constant to the compiler where it is one of the usual ones: a
+/// number is then a load or two, or a store or two.
+template <class Work>
+void with_known_size(std::size_t size, Work work) {
+  switch (size) {
+    case 1:
+      return work(std::integral_constant<std::size_t, 1>());
+    case 2:
+      return work(std::integral_constant<std::size_t, 2>());
+    case 3:
+      return work(std::integral_constant<std::size_t, 3>());
+    default:
+      return work(size);
+  }
+}
+
+/// Appends `count` numbers that stand one after the other.
+inline void read_all_big_endian(std::vector<std::uint32_t>& numbers, const char* bytes, std::size_t count,
+                                std::size_t size) {
+  const std::size_t start = numbers.size();
+  numbers.resize(start + count);
+  with_known_size(size, [&](auto width) {
+    for (std::size_t i = 0; i < count; ++i)
+      numbers[start + i] = static_cast<std::uint32_t>(read_big_endian(bytes + i * width, width));
+  });
+}
+
 /// Appends each of many numbers.
 template <class Numbers, class Convert>
 void append_all_big_endian(std::string& bytes, const Numbers& numbers, std::size_t size, Convert convert) {
   const std::size_t start = bytes.size();
   bytes.resize(start + numbers.size() * size);
-  char* at = bytes.data() + start;
-  const auto write_all = [&](auto width) {
+  with_known_size(size, [&, at = bytes.data() + start](auto width) mutable {
     for (const auto number : numbers) {
       write_big_endian(at, convert(number), width);
       at += width;
     }
-  };
-  // A width that the compiler knows makes each number one or two stores.
-  switch (size) {
-    case 1:
-      return write_all(std::integral_constant<std::size_t, 1>());
-    case 2:
-      return write_all(std::integral_constant<std::size_t, 2>());
-    case 3:
-      return write_all(std::integral_constant<std::size_t, 3>());
-    default:
-      return write_all(size);
-  }
+  });
 }
 
 /// How many bytes a number needs, 1 to 8.

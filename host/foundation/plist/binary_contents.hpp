@@ -84,9 +84,22 @@ class BinaryContents final : public Contents {
   std::string_view source() const { return bytes_.view(); }
   const BinaryTrailer& trailer() const { return trailer_; }
   BinaryObject object(Node node) const;
-  /// All bytes of an object, header included.
-  std::string_view bytes_of(Node node) const {
-    const char* object = bytes_.data() + offset(node);
+  /// Where each object begins, by its number.
+  std::vector<std::uint32_t> offsets() const {
+    std::vector<std::uint32_t> offsets;
+    read_all_big_endian(offsets, bytes_.data() + trailer_.offset_table, trailer_.object_count,
+                        trailer_.offset_size);
+    return offsets;
+  }
+  /// Appends `count` references of a container, from an ordinal on.
+  void append_references(std::vector<Node>& nodes, const BinaryObject& container, std::uint64_t first,
+                         std::uint64_t count) const {
+    read_all_big_endian(nodes, bytes_.data() + container.payload + first * trailer_.reference_size, count,
+                        trailer_.reference_size);
+  }
+  /// All bytes, header included, of an object that begins at an offset.
+  std::string_view bytes_at(std::size_t begin, Node node) const {
+    const char* object = bytes_.data() + begin;
     const auto first = static_cast<std::uint8_t>(*object);
     const unsigned low = first & 15;
     switch (static_cast<Marker>(first >> 4)) {
@@ -106,8 +119,8 @@ class BinaryContents final : public Contents {
     const BinaryObject whole = this->object(node);
     return {object, whole.end() - whole.begin};
   }
-  bool is_container(Node node) const {
-    const auto marker = static_cast<Marker>(static_cast<std::uint8_t>(bytes_.data()[offset(node)]) >> 4);
+  bool is_container_at(std::size_t begin) const {
+    const auto marker = static_cast<Marker>(static_cast<std::uint8_t>(bytes_.data()[begin]) >> 4);
     return marker == Marker::List || marker == Marker::Map;
   }
   /// The reference at an ordinal of a container: an array's elements; a dictionary's keys, then its values.

@@ -23,7 +23,10 @@ constexpr std::uint32_t kFirstNew = 3;
 class BinarySplicer {
  public:
   BinarySplicer(const BinaryContents& contents, ChangeSet& changes)
-      : contents_(contents), changes_(changes), uses_(contents.trailer().object_count, kUnused) {}
+      : contents_(contents),
+        changes_(changes),
+        offsets_(contents.offsets()),
+        uses_(offsets_.size(), kUnused) {}
 
   std::string run() {
     change_entries();
@@ -40,20 +43,21 @@ class BinarySplicer {
     const BinaryObject root = contents_.object(contents_.root());
     keys_.reserve(root.count + changes_.effective().size());
     values_.reserve(root.count + changes_.effective().size());
-    for (std::uint64_t i = 0; i < root.count; ++i) {
-      const Node key = contents_.reference(root, i);
-      ChangeSet::Effective* effective = changes_.find_in(contents_, key);
-      if (effective == nullptr) {
-        keys_.push_back(key);
-        values_.push_back(contents_.reference(root, root.count + i));
-        continue;
+    contents_.append_references(keys_, root, 0, root.count);
+    contents_.append_references(values_, root, root.count, root.count);
+    std::size_t stay = 0;
+    for (std::size_t i = 0; i < root.count; ++i) {
+      if (ChangeSet::Effective* effective = changes_.find_in(contents_, keys_[i])) {
+        const bool stays = effective->change->value && !effective->met;
+        effective->met = true;
+        if (!stays) continue;
+        values_[i] = objects_.add(*effective->change->value) | kNew;
       }
-      if (effective->change->value && !effective->met) {
-        keys_.push_back(key);
-        values_.push_back(objects_.add(*effective->change->value) | kNew);
-      }
-      effective->met = true;
+      keys_[stay] = keys_[i];
+      values_[stay++] = values_[i];
     }
+    keys_.resize(stay);
+    values_.resize(stay);
   }
 
   void append_missing() {
@@ -77,7 +81,7 @@ class BinarySplicer {
   void keep(std::uint32_t reference) {
     if ((reference & kNew) != 0 || uses_[reference] != kUnused) return;
     uses_[reference] = kKept;
-    if (contents_.is_container(reference)) waiting_.push_back(reference);
+    if (contents_.is_container_at(offsets_[reference])) waiting_.push_back(reference);
   }
 
   /// New objects take the numbers that have become free, so that a list written again and again stays small.
@@ -124,7 +128,8 @@ class BinarySplicer {
   }
 
   void write_kept(Node number) {
-    if (reference_size_ != contents_.trailer().reference_size && contents_.is_container(number)) {
+    if (reference_size_ != contents_.trailer().reference_size &&
+        contents_.is_container_at(offsets_[number])) {
       flush();
       const BinaryObject object = contents_.object(number);
       bytes_ += contents_.source().substr(object.begin, object.payload - object.begin);
@@ -134,7 +139,7 @@ class BinarySplicer {
       return;
     }
     // Objects mostly stand in the order of their numbers: whole stretches are copied at once.
-    const std::string_view object = contents_.bytes_of(number);
+    const std::string_view object = contents_.bytes_at(offsets_[number], number);
     if (run_.data() + run_.size() != object.data()) {
       flush();
       run_ = object;
@@ -170,6 +175,7 @@ class BinarySplicer {
 
   const BinaryContents& contents_;
   ChangeSet& changes_;
+  const std::vector<std::uint32_t> offsets_;  ///< of the file's objects
   std::vector<std::uint32_t> uses_;
   std::vector<Node> waiting_;  ///< containers that are kept and not looked into yet
   std::vector<std::uint32_t> keys_;

@@ -39,6 +39,13 @@ TEST(DeviceRoot, MakesThePhonesFoldersOnFirstUse) {
   EXPECT_EQ(root.device_jbroot(), "/var/jb");
 }
 
+TEST(DeviceRoot, KnowsVarByItsOtherNameToo) {
+  TemporaryFolder folder;
+  const DeviceRoot root = opened(folder);
+  EXPECT_EQ(*root.resolve("/private/var/mobile/x.plist"), root.path() + "/var/mobile/x.plist");
+  EXPECT_TRUE(fs::equivalent(root.path() + "/private/var/mobile", root.path() + "/var/mobile"));
+}
+
 TEST(DeviceRoot, KeepsARootfulJailbreakStraightAtTheRoot) {
   TemporaryFolder folder;
   const DeviceRoot root = opened(folder, Layout::Rootful);

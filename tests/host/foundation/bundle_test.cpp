@@ -50,6 +50,14 @@ TEST_F(BundleTest, TwoPathsAreTwoBundlesAlsoWithTheSameIdentifier) {
       << "the classes belong to the bundle that was loaded last";
 }
 
+TEST_F(BundleTest, IsFoundByThePathThatItHasOnThePhone) {
+  const char* const path = "/var/jb/Library/PreferenceBundles/test.bundle";
+  const std::string place = folder_ / "root" + path;
+  write_file(place + "/Info.plist", plist("<dict/>"));
+  EXPECT_EQ(NSBundle::bundleWithPath(path).bundlePath().utf8(), place);
+  EXPECT_FALSE(NSBundle::bundleWithPath("/var/jb/Library/PreferenceBundles/other.bundle"));
+}
+
 TEST_F(BundleTest, SaysWhatIsWrongWithABundleThatCannotBeLoaded) {
   const auto refuses = [&](const std::string& path, const char* why) {
     EXPECT_EQ(wispen_host_load_bundle(path.c_str()), nullptr);

@@ -124,6 +124,18 @@ TEST_F(HandleTest, AWeakReferenceBecomesNilWhenItsObjectDies) {
   EXPECT_FALSE(weak.lock());
 }
 
+TEST_F(HandleTest, AWeakReferenceIsNilAlreadyWhileItsObjectDies) {
+  objc::Weak<Counted> weak;
+  int deaths = 0;
+  Counted::on_death = [&] {
+    ++deaths;
+    EXPECT_FALSE(weak.lock());
+  };
+  weak = Counted::make();
+  Counted::on_death = nullptr;
+  EXPECT_EQ(deaths, 1);
+}
+
 TEST_F(HandleTest, AWeakReferenceMayDieFirstAndMayBePointedElsewhere) {
   const Counted first = Counted::make();
   {
