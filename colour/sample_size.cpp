@@ -14,8 +14,8 @@ SampleSize sample_size(double width, double height) {
   const auto product = static_cast<std::int32_t>(static_cast<std::uint32_t>(own.width) *
                                                  static_cast<std::uint32_t>(own.height));
   if (product <= kSamplingBudget) return own;
-  const auto ratio = static_cast<float>(own.width / own.height);
-  const float side = std::sqrt(ratio * static_cast<float>(kSamplingBudget));
+  const std::int32_t ratio = own.width / own.height;
+  const float side = std::sqrt(static_cast<float>(ratio) * static_cast<float>(kSamplingBudget));
   return {truncated(side), truncated(static_cast<float>(kSamplingBudget) / side)};
 }
 

@@ -13,8 +13,8 @@ template <std::floating_point T>
 constexpr std::int32_t truncated(T value) {
   constexpr T kBound = static_cast<T>(2147483648.0);  // exact in single precision too
   if (value >= kBound) return std::numeric_limits<std::int32_t>::max();
-  if (value <= -kBound) return std::numeric_limits<std::int32_t>::min();
-  return value == value ? static_cast<std::int32_t>(value) : 0;
+  if (value > -kBound) return static_cast<std::int32_t>(value);
+  return value <= -kBound ? std::numeric_limits<std::int32_t>::min() : 0;
 }
 
 }  // namespace wispen::colour

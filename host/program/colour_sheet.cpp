@@ -81,9 +81,11 @@ Result<void> write_colour_sheet(const std::vector<ColourItem>& dominant,
   if (!canvas) return canvas.error();
   canvas->fill(Rect{{0, 0}, size}, Colour::grey(0.97));
   for (std::size_t i = 0; i < shown.size(); ++i) {
+    const std::size_t column = i % columns;
+    const std::size_t row = i / columns;
     draw_cell(*canvas, dominant[shown[i]], second[shown[i]],
-              {kMargin + static_cast<double>(i % columns) * kCell.width,
-               kMargin + static_cast<double>(i / columns) * kCell.height});
+              {kMargin + static_cast<double>(column) * kCell.width,
+               kMargin + static_cast<double>(row) * kCell.height});
   }
   return write_png(canvas->pixels(), path);
 }

@@ -38,7 +38,8 @@ class ProgramTest(unittest.TestCase):
 
     def test_every_command_has_help(self):
         for words in ([], ["run"], ["pages"], ["defaults"], ["defaults", "read"], ["defaults", "write"], ["notify"],
-                      ["notify", "watch"], ["notify", "post"], ["lint"]):
+                      ["notify", "watch"], ["notify", "post"], ["lint"], ["colour"], ["colour", "hex"], ["colour", "dark"],
+                      ["colour", "dominant"], ["colour", "second"]):
             self.assertIn("Usage", self.succeed(*words, "--help", root=False), words)
 
     def test_wrong_use_is_status_2(self):
@@ -47,6 +48,37 @@ class ProgramTest(unittest.TestCase):
             done = self.run_program(*words, root=False)
             self.assertEqual(done.returncode, 2, words)
             self.assertNotEqual(done.stderr, "", words)
+
+    def test_colour_reads_texts(self):
+        self.assertEqual(self.succeed("colour", "hex", "0x00FF00", "#FFF:0.5"),
+                         "#00FF00  light  0x00FF00\n#000FFF  dark   alpha 0.5  #FFF:0.5\n")
+        self.assertEqual(self.succeed("colour", "dark", "#0000FF"), "dark   #0000FF  #0000FF\n")
+
+    def test_colour_finds_the_colours_of_a_folder_and_names_what_is_broken(self):
+        icons = pathlib.Path(self.folder.name, "icons")
+        (icons / "below").mkdir(parents=True)
+        for number in range(40):
+            shutil.copy(BUNDLE / "icon.png", icons / "below" / f"icon{number:02}.png")
+        (icons / "a-broken.png").write_bytes(b"no image")
+        (icons / "notes.txt").write_text("no image, and not looked at")
+        sheet = pathlib.Path(self.folder.name, "sheet.png")
+        done = self.run_program("colour", "dominant", str(icons), "--json", "--sheet", str(sheet))
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("a-broken.png", done.stderr)
+        self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+        colours = json.loads(done.stdout)
+        self.assertEqual(len(colours), 41)
+        self.assertIn("error", colours[0])
+        self.assertEqual(len({colour["hex"] for colour in colours[1:]}), 1)
+        self.assertEqual([colour["input"] for colour in colours], sorted(colour["input"] for colour in colours))
+        self.assertEqual(sheet.read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
+        one = json.loads(self.succeed("colour", "dominant", str(BUNDLE / "icon.png"), "--json"))
+        self.assertEqual(one[0]["hex"], colours[1]["hex"])
+
+    def test_colour_takes_no_text_for_an_image(self):
+        done = self.run_program("colour", "second", "#FF0000")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("#FF0000", done.stderr)
 
     def test_pages_lists_every_page_with_its_rows(self):
         pages = json.loads(self.succeed("pages", "--json"))
