@@ -18,7 +18,7 @@ TEST_F(SymbolImageTest, IsATemplateAtTheDisplaysScale) {
   ASSERT_TRUE(symbol);
   EXPECT_TRUE(symbol.isSymbolImage());
   EXPECT_TRUE(uikit::image_of(symbol)->is_template());
-  EXPECT_EQ(symbol.scale(), 2);
+  EXPECT_EQ(symbol.scale(), uikit::display_scale());
 }
 
 TEST_F(SymbolImageTest, GrowsWithItsConfiguration) {
