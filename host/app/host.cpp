@@ -8,6 +8,7 @@
 #include <array>
 #include <utility>
 
+#include "host/app/settings/settings_app.hpp"
 #include "host/core/current_root.hpp"
 #include "host/core/platform_dlfcn.hpp"
 #include "host/core/queues.hpp"
@@ -125,6 +126,7 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
                                            .job_scope = run_in_pool});
   Queues::shared().attach(*loop_);
   session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
+  frame_buffer_ = std::make_unique<uikit::FrameBuffer>(*session_);
   clear_posted_notifications();
 }
 
@@ -133,6 +135,11 @@ Host::~Host() { stop(); }
 bool Host::stop() {
   if (std::exchange(stopped_, true)) return true;
   while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
+  {
+    const objc::AutoreleasePool pool;
+    settings_.reset();
+    frame_buffer_.reset();
+  }
   const bool ended = Queues::shared().stop();
   session_.reset();
   set_current_root(nullptr);
@@ -168,7 +175,13 @@ Result<void> Host::set_look(const std::string& name, const std::string& value) {
   set_preferred_languages(options_.languages);
   uikit::set_display_settings(display_of(options_));
   session_->set_device(device_of(options_));
+  if (settings_ != nullptr && name == "language") settings_->reload();
   return {};
+}
+
+SettingsApp& Host::settings() {
+  if (settings_ == nullptr) settings_ = std::make_unique<SettingsApp>(*this);
+  return *settings_;
 }
 
 Result<NSBundle> Host::load_bundle(const std::string& path) {
