@@ -14,7 +14,7 @@
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
-#include "host/preferences/list_controller.hpp"
+#include "host/preferences/preferences.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
 namespace wispen {
@@ -102,8 +102,7 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   if (auto started = start_foundation(); !started) return started.error();
   uikit::define_uikit();
   uikit::set_display_settings(display_of(options));
-  preferences::Specifier::define();
-  preferences::ListController::define();
+  preferences::define_preferences();
 
   set_preferred_languages(options.languages);
   if (!options.library_search_path.empty()) {

@@ -303,6 +303,8 @@ void TableMethods::tile(const Self& self) {
   const double above = state.header ? state.header.bounds().height() : 0;
   const Rect bounds = self.bounds();
   std::size_t first = state.heights.item_at(std::max(0.0, bounds.min_y() - above));
+  // Cells that went out of sight first, so that those which come in and are measured are made of them.
+  drop_outside(self, first, state.heights.item_at(std::max(0.0, bounds.max_y() - above)));
   // Rows above that come out otherwise than they were estimated do not move what is seen.
   std::size_t last = first;
   for (std::size_t i = first; i < state.items.size(); ++i) {
