@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/uikit/painting/painter.hpp"
+#include "host/uikit/painting/panes.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
@@ -52,9 +53,12 @@ Result<std::vector<Rect>> FrameBuffer::update() {
   session_.animations().mark_moving_views();
   for (const Window& window : Application::shared().windows()) {
     const Rect frame = window.frame();
+    const std::vector<Rect> panes = panes_in(window);
     for (const Rect& rect : window.take_damage()) {
-      add(changed,
-          rect.offset(frame.min_x(), frame.min_y()).pixel_aligned(settings.scale).intersection(screen));
+      add(changed, around_panes(rect, panes)
+                       .offset(frame.min_x(), frame.min_y())
+                       .pixel_aligned(settings.scale)
+                       .intersection(screen));
     }
   }
   if (!fits || moving) changed = {screen};

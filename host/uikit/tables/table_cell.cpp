@@ -263,6 +263,7 @@ struct TableCellMethods {
     const TableView table = self.cell().table.get().as<TableView>();
     return table && table.may_highlight(self);
   }
+  static bool showsFocusInside(const Self&) { return true; }
   static bool handleKey(const Self& self, const Key& key) {
     if (focused_view() != self) return false;
     const bool turned = self.is_right_to_left();
@@ -407,6 +408,7 @@ void TableCell::define() {
       .method<"touchesEnded:withEvent:", &M::touchesEnded>()
       .method<"touchesCancelled:withEvent:", &M::touchesCancelled>()
       .method<"canBecomeFocused", &M::canBecomeFocused>()
+      .method<"_showsFocusInside", &M::showsFocusInside>()
       .method<"traitCollectionDidChange:", &M::traitCollectionDidChange>()
       .method<"accessibilityLabel", &M::accessibilityLabel>()
       .method<"_handleKey:", &M::handleKey>()
