@@ -50,9 +50,15 @@ void describe_control(const View& view, Json& json) {
   if (control.isSelected()) json["selected"] = true;
   if (control.isHighlighted()) json["highlighted"] = true;
   if (is_a(view, "UISwitch")) json["value"] = objc::send<"isOn", bool>(view);
-  if (is_a(view, "UISlider")) json["value"] = objc::send<"value", float>(view);
+  if (is_a(view, "UISlider")) {
+    json["value"] = objc::send<"value", float>(view);
+    json["minimum"] = objc::send<"minimumValue", float>(view);
+    json["maximum"] = objc::send<"maximumValue", float>(view);
+    if (view.is_right_to_left()) json["reversed"] = true;
+  }
   if (is_a(view, "UISegmentedControl")) {
     json["value"] = objc::send<"selectedSegmentIndex", NSInteger>(view);
+    if (view.is_right_to_left()) json["reversed"] = true;
     Json titles = Json::array();
     const auto count = objc::send<"numberOfSegments", NSUInteger>(view);
     for (NSUInteger i = 0; i < count; ++i) {

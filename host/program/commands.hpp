@@ -53,6 +53,14 @@ struct InspectOptions {
 /// What is on a page's screen: the tree of views, and the row beside each cell.
 int inspect(const CommonOptions& options, const InspectOptions& what);
 
+struct DriveOptions {
+  LookOptions look;
+  std::string script;  // a file, or "-"
+  std::string failure_picture = "failure.png";
+};
+/// Uses the pages as a script says: one line of JSON a step, and a picture of the moment at the first failure.
+int drive(const CommonOptions& options, const DriveOptions& what);
+
 struct ColourOptions {
   std::string operation;  // hex, dark, dominant or second
   std::vector<std::string> inputs;

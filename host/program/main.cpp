@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/program/commands.hpp"
+#include "host/program/drive/script.hpp"
 #include "host/program/output.hpp"
 
 namespace {
@@ -89,6 +90,17 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   add_common(*look_at, options);
   add_json(*look_at, options);
   on(look_at, [&] { return inspect(options, inspect_options); });
+
+  DriveOptions drive_options;
+  auto* driving = app.add_subcommand("drive", "Use the pages as a script says: tap, drag, type, expect, snapshot");
+  driving->add_option("SCRIPT", drive_options.script, "The script's file, or - for standard input")->required();
+  driving->add_option("--failure-picture", drive_options.failure_picture, "Where the moment of a failure goes")
+      ->type_name("FILE.png");
+  driving->footer("\n" + script_help() + "Each step answers one line of JSON. Exit status: 0 all done, 1 a step "
+                  "failed, 2 the script has an error.");
+  add_look(*driving, drive_options.look);
+  add_common(*driving, options);
+  on(driving, [&] { return drive(options, drive_options); });
 
   DefaultsOptions defaults_options;
   auto* defaults =
