@@ -104,7 +104,7 @@ Json describe(const View& view, const View& focused) {
   }
   describe_control(view, json);
   describe_row(view, json);
-  add_text(json, "label", view.parts().accessibility_label);
+  add_text(json, "label", objc::send<"accessibilityLabel", NSString>(view));
   add_text(json, "identifier", view.parts().accessibility_identifier);
   if (view.parts().tag != 0) json["tag"] = view.parts().tag;
   if (view.isHidden()) json["hidden"] = true;

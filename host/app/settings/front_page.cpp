@@ -2,6 +2,8 @@
 
 #include "host/app/settings/front_page.hpp"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -21,10 +23,13 @@ struct FrontPageMethods {
     row.setTarget(self);
     row.setPropertyForKey(NSString(entry.label.c_str()), "label"_ns);
     row.setPropertyForKey(NSString(entry.folder.c_str()), "bundleFolder"_ns);
-    // Named as an image, so that the variant for the display is found.
-    const UIImage icon = objc::send<"imageWithContentsOfFile:", UIImage>(
-        objc::class_for<UIImage>(), NSString((entry.folder + "/icon.png").c_str()));
-    if (icon) row.setPropertyForKey(icon, "iconImage"_ns);
+    const std::string icon_file = entry.folder + "/icon.png";
+    if (::access(icon_file.c_str(), R_OK) == 0) {
+      // The variant for the display is found by the file's name.
+      row.setPropertyForKey(objc::send<"imageWithContentsOfFile:", UIImage>(objc::class_for<UIImage>(),
+                                                                            NSString(icon_file.c_str())),
+                            "iconImage"_ns);
+    }
     return row.as<PSSpecifier>();
   }
 

@@ -76,7 +76,9 @@ std::optional<std::vector<std::string>> words_of(std::string_view line) {
   std::size_t at = 0;
   while (true) {
     while (at < line.size() && (line[at] == ' ' || line[at] == '\t' || line[at] == '\r')) ++at;
-    if (at == line.size() || line[at] == '#') return words;
+    if (at == line.size()) return words;
+    // Not before a word: that is a colour.
+    if (line[at] == '#' && (words.empty() || at + 1 == line.size() || line[at + 1] == ' ')) return words;
     std::string word;
     if (line[at] != '"') {
       while (at < line.size() && line[at] != ' ' && line[at] != '\t' && line[at] != '\r') word += line[at++];
@@ -130,7 +132,7 @@ Result<std::vector<Step>> read_script(std::string_view text) {
 }
 
 std::string script_help() {
-  std::string help = "One step a line; \"quotes\" hold words with blanks, # begins a comment.\n";
+  std::string help = "One step a line; \"quotes\" hold words with blanks, # and a blank begin a comment.\n";
   for (const Form& form : kForms) {
     if (!form.help.empty()) help += "  " + std::string(form.help) + "\n";
   }

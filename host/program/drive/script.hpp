@@ -10,7 +10,8 @@
 namespace wispen::program {
 
 /// One line: a verb and what follows it. Words are parted by blanks; in double quotes they may hold blanks,
-/// with \" and \\ for those characters and \n for a line break. # begins a comment.
+/// with \" and \\ for those characters and \n for a line break. # begins a comment, at the start of a line or
+/// before a blank.
 struct Step {
   int line = 0;
   std::string source;
