@@ -19,8 +19,7 @@ typedef double double_t;
 #define FP_ZERO 3
 #define FP_NORMAL 4
 #define FP_SUBNORMAL 5
-#define fpclassify(value) \
-  __builtin_fpclassify(FP_NAN, FP_INFINITE, FP_NORMAL, FP_SUBNORMAL, FP_ZERO, value)
+#define fpclassify(value) __builtin_fpclassify(FP_NAN, FP_INFINITE, FP_NORMAL, FP_SUBNORMAL, FP_ZERO, value)
 #define isfinite(value) __builtin_isfinite(value)
 #define isinf(value) __builtin_isinf(value)
 #define isnan(value) __builtin_isnan(value)
