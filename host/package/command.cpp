@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <cstring>
 
-#include "host/core/spawn.hpp"
 #include "host/core/unique_fd.hpp"
 
 namespace wispen::package {
@@ -60,7 +59,12 @@ Result<CommandResult> run_command(const std::vector<std::string>& words) {
   CommandResult result;
   result.output = all_of(reading.get());
   int status = 0;
-  if (reap(child, &status, 0) != child) return Error{"lost sight of " + words.front()};
+  // This child and no other: Foundation reaps its own in the same process.
+  pid_t ended = -1;
+  do {
+    ended = ::waitpid(child, &status, 0);
+  } while (ended < 0 && errno == EINTR);
+  if (ended != child) return Error{"lost sight of " + words.front()};
   result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return result;
 }

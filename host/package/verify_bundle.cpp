@@ -49,14 +49,16 @@ class BundleChecks {
         report_(report) {}
 
   void run() {
-    report_.judge(kBundle, "Info.plist", info_fault(), principal_);
+    const std::string info = info_fault();
+    report_.judge(kBundle, "Info.plist", info, principal_);
     report_.judge(kBundle, "front page entry", entry_fault(), "");
     const std::string* const code = file_at(deb_, folder_ + "/3dvitrelleprefs");
     report_.judge(
         kBundle, "principal class",
         code != nullptr && code_names(*code, principal_) ? "" : "the code has no class " + principal_,
         principal_);
-    report_.judge(kBundle, "classes of the lists", classes_fault(code), std::to_string(classes_) + " names");
+    const std::string classes = classes_fault(code);
+    report_.judge(kBundle, "classes of the lists", classes, std::to_string(classes_) + " names");
   }
 
  private:
