@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "device/macho/bytes.hpp"
+#include "device/macho/exports.hpp"
 #include "device/macho/fixups.hpp"
 #include "device/macho/format.hpp"
 #include "device/macho/image.hpp"
@@ -29,6 +30,9 @@ constexpr std::array<std::uint32_t, 17> kKnownCommands = {
     macho::kCommandDyldInfoOnly,  macho::kCommandFunctionStarts,  macho::kCommandDataInCode,
     macho::kCommandEncryption64,  macho::kCommandBuildVersion,    macho::kCommandExportsTrie,
     macho::kCommandChainedFixups, macho::kCommandVersionMinIos};
+
+// What other code of the process may look for besides the classes.
+constexpr std::string_view kOnlyExport = "_prefs";
 
 // Brought by other packages, which a device may not have.
 constexpr std::array<std::string_view, 2> kOptionalLibraries = {"libcolorpicker", "libgcuniversal"};
@@ -112,14 +116,12 @@ std::string imports_fault(const Image& image, const macho::Fixups& fixups, const
 }
 
 std::string exports_fault(const Image& image) {
-  // An empty trie is no bytes, or one node without a value and without children.
-  const auto empty = [&](const macho::Range& range) {
-    const std::string_view bytes = macho::part(image.bytes, range.offset, range.size);
-    return std::ranges::all_of(bytes.substr(0, 2), [](char byte) { return byte == '\0'; });
-  };
-  const bool nothing = (!image.exports_trie || empty(*image.exports_trie)) &&
-                       (!image.dyld_info || empty(image.dyld_info->exports));
-  return nothing ? "" : "it exports symbols, where its classes are all that is looked for";
+  const auto exports = macho::read_exports(image);
+  if (!exports) return exports.error().message;
+  for (const macho::Export& symbol : *exports) {
+    if (symbol.name != kOnlyExport) return "it exports " + symbol.name;
+  }
+  return {};
 }
 
 std::string initialisers_fault(const Image& image) {
@@ -161,7 +163,7 @@ void check_slice(std::string_view bytes, Report& report) {
   } else {
     report.fail(name, "fixups", fixups.error().message);
   }
-  report.judge(name, "exports", exports_fault(*image), "none");
+  report.judge(name, "exports", exports_fault(*image), std::string(kOnlyExport));
   report.judge(name, "initialisers", initialisers_fault(*image), "one");
 
   const auto signature = macho::check_signature(*image);
