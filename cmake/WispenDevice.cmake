@@ -35,9 +35,10 @@ foreach(stub ${WISPEN_DEVICE_STUBS})
 endforeach()
 
 # wispen_device_image(NAME OUTPUT file TRIPLE triple PLATFORM name TARGETS desktop targets... [SOURCES ...]
-#                     [LINK options...] [EXPORTS file]): an image made of the targets' sources. NAME is its target.
+#                     [LINK options...] [OPTIONS compile options...]
+#                     [EXPORTS file]): an image made of the targets' sources. NAME is its target.
 function(wispen_device_image NAME)
-  cmake_parse_arguments(ARG "" "OUTPUT;TRIPLE;PLATFORM;EXPORTS" "TARGETS;SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "OUTPUT;TRIPLE;PLATFORM;EXPORTS" "TARGETS;SOURCES;LINK;OPTIONS" ${ARGN})
   if(NOT ARG_EXPORTS)
     set(ARG_EXPORTS ${PROJECT_SOURCE_DIR}/device/exports.txt)
   endif()
@@ -75,7 +76,7 @@ function(wispen_device_image NAME)
     file(MAKE_DIRECTORY ${folder})
     add_custom_command(
       OUTPUT ${object}
-      COMMAND ${WISPEN_DEVICE_CXX} --target=${ARG_TRIPLE} ${WISPEN_DEVICE_FLAGS} ${options}
+      COMMAND ${WISPEN_DEVICE_CXX} --target=${ARG_TRIPLE} ${WISPEN_DEVICE_FLAGS} ${options} ${ARG_OPTIONS}
               -MD -MF ${object}.d -c ${source} -o ${object}
       DEPENDS ${source}
       DEPFILE ${object}.d

@@ -5,11 +5,14 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "device/macho/bytes.hpp"
+#include "device/macho/exports.hpp"
 #include "device/macho/format.hpp"
 
 namespace wispen::loader {
@@ -25,11 +28,17 @@ void* memory_at(const macho::Image& image, const Mapping& mapping, std::uint64_t
 }
 
 Result<std::uint64_t> value_of(const macho::Image& image, const Mapping& mapping, const macho::Fixups& fixups,
-                               const macho::Fixup& fixup, const Resolver& resolve) {
+                               const macho::Fixup& fixup, const std::vector<macho::Export>& exports,
+                               const Resolver& resolve) {
   if (fixup.import == macho::Fixup::kRebase) return mapping.base() + (fixup.target - image.base());
   const macho::Import& import = fixups.imports[fixup.import];
   const macho::Library* const library =
       import.ordinal > 0 ? &image.libraries[static_cast<std::size_t>(import.ordinal) - 1] : nullptr;
+  // What the image has itself, and would share with others where several had it.
+  if (import.ordinal == macho::kOrdinalSelf || import.ordinal == macho::kOrdinalWeak) {
+    const auto own = std::ranges::find(exports, import.name, &macho::Export::name);
+    if (own != exports.end()) return mapping.base() + own->offset + static_cast<std::uint64_t>(fixup.addend);
+  }
   void* const found =
       resolve(import, library != nullptr ? std::string_view(library->name) : std::string_view());
   if (found == nullptr) {
@@ -111,6 +120,8 @@ Result<Mapping> map_image(const macho::Image& image, const Resolver& resolve) {
   }
   const auto fixups = macho::read_fixups(image);
   if (!fixups) return fixups.error();
+  const auto exports = macho::read_exports(image);
+  if (!exports) return exports.error();
   auto mapping = Mapping::reserve(rounded_up(image.memory_size()));
   if (!mapping) return mapping;
   for (const macho::Segment& segment : image.segments) {
@@ -118,7 +129,7 @@ Result<Mapping> map_image(const macho::Image& image, const Resolver& resolve) {
                 segment.file_size);
   }
   for (const macho::Fixup& fixup : fixups->fixups) {
-    const auto value = value_of(image, *mapping, *fixups, fixup, resolve);
+    const auto value = value_of(image, *mapping, *fixups, fixup, *exports, resolve);
     if (!value) return value.error();
     std::memcpy(memory_at(image, *mapping, fixup.address), &*value, sizeof *value);
   }
