@@ -226,7 +226,7 @@ class Table {
 /// Writes the section, record by record.
 class Frames {
  public:
-  Frames(const macho::Image& image, std::uintptr_t base) : image_(image), base_(base) {}
+  explicit Frames(const macho::Image& image) : image_(image) {}
 
   /// A record that frames refer to, for functions with a personality or (0) without; its place.
   std::size_t common(std::uintptr_t personality) {
@@ -275,7 +275,6 @@ class Frames {
   }
 
   const macho::Image& image_;
-  std::uintptr_t base_;
   std::string section_;
   std::vector<std::pair<std::uintptr_t, std::size_t>> commons_;
 };
@@ -297,7 +296,7 @@ Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base)
   Table table(bytes);
   if (auto read = table.read(); !read) return read.error();
 
-  Frames frames(image, base);
+  Frames frames(image);
   const auto& functions = table.functions();
   for (std::size_t i = 0; i + 1 < functions.size(); ++i) {
     const Function& function = functions[i];
