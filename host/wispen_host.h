@@ -105,6 +105,11 @@ size_t wispen_host_posted_count(void);
 /** Null out of range. Valid until the host stops. */
 const char* wispen_host_posted_name(size_t index);
 
+/** The system sounds that were played since the host started: none is heard. */
+size_t wispen_host_sound_count(void);
+/** Its number; 0 out of range. */
+unsigned int wispen_host_sound(size_t index);
+
 /** Called on the main thread, from within the run functions, once or more after a name was posted by whatever
  *  process on this root; `posts` is how many posts this call stands for. */
 typedef void (*wispen_host_listener)(const char* name, unsigned long long posts, void* context);

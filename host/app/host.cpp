@@ -12,6 +12,7 @@
 #include "host/core/current_root.hpp"
 #include "host/core/platform_dlfcn.hpp"
 #include "host/core/queues.hpp"
+#include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
@@ -130,6 +131,7 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
   session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
   frame_buffer_ = std::make_unique<uikit::FrameBuffer>(*session_);
   clear_posted_notifications();
+  clear_played_sounds();
 }
 
 Host::~Host() { stop(); }
