@@ -5,9 +5,11 @@
 #pragma once
 
 #include <SDL2/SDL.h>
-#include <SDL2/SDL_syswm.h>
 
 #include "host/core/result.hpp"
+
+// Its header brings the window systems' own, and with them macros of everyday names.
+struct SDL_SysWMinfo;
 
 namespace wispen {
 
@@ -29,7 +31,7 @@ struct SdlLibrary {
   decltype(&SDL_GetWindowSurface) GetWindowSurface;
   decltype(&SDL_UpdateWindowSurfaceRects) UpdateWindowSurfaceRects;
   decltype(&SDL_ConvertPixels) ConvertPixels;
-  decltype(&SDL_GetWindowWMInfo) GetWindowWMInfo;
+  SDL_bool (*GetWindowWMInfo)(SDL_Window*, SDL_SysWMinfo*);
   decltype(&SDL_PollEvent) PollEvent;
   decltype(&SDL_CaptureMouse) CaptureMouse;
   decltype(&SDL_StartTextInput) StartTextInput;

@@ -2,13 +2,14 @@
 
 #include "host/app/window/window.hpp"
 
-#include <X11/Xlib.h>
 #include <poll.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <optional>
 
+#include "host/app/window/event_descriptor.hpp"
 #include "host/app/window/screen_placement.hpp"
 #include "host/app/window/sdl_library.hpp"
 #include "host/app/window/toolbar.hpp"
@@ -29,6 +30,11 @@ constexpr Nanoseconds kLookAgain = 15ms;
 constexpr int kSmallestSide = 160;
 
 const graphics::Colour kSurround = graphics::Colour::hex(0x1B1B1D);
+
+bool is_set(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
 
 Size size_of(const SDL_Rect& rect) { return {double(rect.w), double(rect.h)}; }
 
@@ -106,12 +112,8 @@ Result<void> Window::State::open(const WindowOptions& options) {
 }
 
 void Window::State::watch_events() {
-  SDL_SysWMinfo info;
-  SDL_VERSION(&info.version);
-  const bool known = sdl.GetWindowWMInfo(window, &info) == SDL_TRUE;
-  if (known && info.subsystem == SDL_SYSWM_X11) {
-    watch =
-        host.loop().watch(ConnectionNumber(info.info.x11.display), POLLIN, [this](short) { take_events(); });
+  if (const auto descriptor = event_descriptor(sdl, window)) {
+    watch = host.loop().watch(*descriptor, POLLIN, [this](short) { take_events(); });
   } else {
     looking = host.loop().add_timer(
         kLookAgain, [this] { take_events(); }, kLookAgain);
@@ -316,15 +318,21 @@ Window::~Window() = default;
 
 Result<std::unique_ptr<Window>> Window::open(Host& host, WindowOptions options) {
   if (host.loop().clock().driven()) return Error{"a window needs a host whose time is the wall clock's"};
+  const bool has_x = is_set("DISPLAY");
+  if (!has_x && !is_set("WAYLAND_DISPLAY")) {
+    return Error{
+        "no window can be opened, for there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"};
+  }
   const auto library = SdlLibrary::load();
   if (!library) return library.error();
   const SdlLibrary& sdl = **library;
-  // Only there a descriptor tells of events, and an idle window costs nothing.
-  sdl.SetHint(SDL_HINT_VIDEODRIVER, "x11,wayland");
+  // X first: only there a descriptor tells of events, and an idle window costs nothing.
+  sdl.SetHint(SDL_HINT_VIDEODRIVER, has_x ? "x11" : "wayland");
+  sdl.SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   sdl.SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
   if (sdl.InitSubSystem(SDL_INIT_VIDEO) != 0) {
-    return Error{std::string("no window can be opened, for there is no display: ") + sdl.GetError()};
+    return Error{std::string("no window can be opened: ") + sdl.GetError()};
   }
   auto state = std::make_unique<State>(host, sdl, options.languages);
   if (const auto opened = state->open(options); !opened) return opened.error();
