@@ -3,10 +3,10 @@
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
 
-.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean
+.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean device packages
 
 help: ## list the commands
-	@grep -hE '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 20
+	@grep -hE '^[a-z-]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## (.*)/  make \1\t\2/' | expand -t 20
 
 setup: ## install the Debian packages that are missing
 	@tools/setup
@@ -38,6 +38,12 @@ bench: setup ## measure: ratios against peers, in one run each
 
 fuzz: setup ## run every fuzzer for FUZZ_SECONDS (300)
 	@cmake --preset fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz $(FUZZ_SECONDS)
+
+device: configure ## build the phone's bundle (arm64 Mach-O)
+	@cmake --build build/default -j $(JOBS) --target device
+
+packages: configure ## build the phone's packages, rootful and rootless, into build/out/packages
+	@cmake --build build/default -j $(JOBS) --target packages
 
 lint: build ## formatting, clang-tidy, headers that compile alone, specifier lists
 	@tools/lint

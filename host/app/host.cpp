@@ -15,6 +15,7 @@
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
+#include "host/onboarding/welcome_controller.hpp"
 #include "host/preferences/preferences.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
@@ -104,6 +105,7 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   uikit::define_uikit();
   uikit::set_display_settings(display_of(options));
   preferences::define_preferences();
+  onboarding::WelcomeController::define();
 
   set_preferred_languages(options.languages);
   if (!options.library_search_path.empty()) {

@@ -89,11 +89,25 @@ void describe_row(const View& view, Json& json) {
   json["row"] = row;
 }
 
+/// Where it is seen at this moment of an animation, in its superview.
+Rect shown_frame(const View& view) {
+  const Size size = view.presented_bounds().size;
+  const Point centre = view.presented_center();
+  if (view.presented_transform() != AffineTransform()) return view.frame();
+  return {{centre.x - size.width / 2, centre.y - size.height / 2}, size};
+}
+
 Json describe(const View& view, const View& focused) {
   Json json;
   json["class"] = objc::class_of(view).name();
   const Rect frame = view.convertRectToView(view.bounds(), View());
   json["frame"] = {tidy(frame.min_x()), tidy(frame.min_y()), tidy(frame.width()), tidy(frame.height())};
+  const Rect shown = shown_frame(view);
+  if (shown != view.frame()) {
+    json["shown"] = {tidy(frame.min_x() + shown.min_x() - view.frame().min_x()),
+                     tidy(frame.min_y() + shown.min_y() - view.frame().min_y()), tidy(shown.width()),
+                     tidy(shown.height())};
+  }
   if (const auto controller = objc::cast_or_nil<uikit::ViewController>(view.controller())) {
     json["controller"] = objc::class_of(controller).name();
     add_text(json, "title", controller.title());
@@ -109,6 +123,7 @@ Json describe(const View& view, const View& focused) {
   if (view.parts().tag != 0) json["tag"] = view.parts().tag;
   if (view.isHidden()) json["hidden"] = true;
   if (view.alpha() < 1) json["alpha"] = tidy(view.alpha());
+  if (view.presented_alpha() != view.alpha()) json["shown_alpha"] = tidy(view.presented_alpha());
   if (view.backgroundColor() && uikit::colour_of(view.backgroundColor()) != graphics::Colour()) {
     json["background"] = hex_of(view.backgroundColor());
   }

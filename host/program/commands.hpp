@@ -69,4 +69,11 @@ struct ColourOptions {
 /// The bundle's colour operations on texts, image files and folders of them.
 int colour(const CommonOptions& options, const ColourOptions& what);
 
+struct PackageOptions {
+  std::string operation;  // verify, install, remove or status
+  std::string file;       // empty for install: the one beside this program
+};
+/// Checks packages of the bundle, and installs them into a device root.
+int package(const CommonOptions& options, const PackageOptions& what);
+
 }  // namespace wispen::program

@@ -175,6 +175,32 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
     });
   }
 
+  PackageOptions package_options;
+  auto* packages =
+      app.add_subcommand("package", "Check the bundle's packages, and install them into device roots");
+  packages->require_subcommand(1);
+  const std::pair<const char*, const char*> package_operations[] = {
+      {"verify", "Say whether a package would install, load and work, check by check"},
+      {"install", "Install a package (the desktop's own) into the device root, or upgrade it"},
+      {"remove", "Remove the installed package from the device root"},
+      {"status", "Print the version that is installed in the device root"}};
+  for (const auto& [operation, help] : package_operations) {
+    const std::string name_of_operation = operation;
+    auto* subcommand = packages->add_subcommand(operation, help);
+    if (name_of_operation == "verify") {
+      subcommand->add_option("FILE", package_options.file, "The .deb file")->required();
+    } else {
+      if (name_of_operation == "install")
+        subcommand->add_option("FILE", package_options.file, "The .deb file");
+      add_common(*subcommand, options, false);
+    }
+    add_json(*subcommand, options);
+    on(subcommand, [&, name_of_operation] {
+      package_options.operation = name_of_operation;
+      return package(options, package_options);
+    });
+  }
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -1,0 +1,326 @@
+// device/loader/compact_unwind.cpp
+
+#include "device/loader/compact_unwind.hpp"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "device/macho/bytes.hpp"
+#include "device/macho/format.hpp"
+
+namespace wispen::loader {
+
+namespace {
+
+using macho::read_at;
+
+constexpr std::uint32_t kHasLsda = 0x40000000;
+constexpr std::uint32_t kModeMask = 0x0F000000;
+
+Error broken(const std::string& what) { return Error{"the table of unwinding codes " + what}; }
+
+/// Numbers as DWARF writes them, one after the other.
+class Bytes {
+ public:
+  template <class T>
+  Bytes& raw(T value) {
+    text_.append(reinterpret_cast<const char*>(&value), sizeof value);
+    return *this;
+  }
+  Bytes& byte(unsigned value) { return raw(static_cast<std::uint8_t>(value)); }
+  Bytes& uleb(std::uint64_t value) {
+    do {
+      const auto low = static_cast<unsigned>(value & 0x7F);
+      value >>= 7;
+      byte(low | (value != 0 ? 0x80U : 0U));
+    } while (value != 0);
+    return *this;
+  }
+  Bytes& append(const std::string& more) {
+    text_ += more;
+    return *this;
+  }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+/// The instructions of one function's frame; offsets are from the frame's address (CFA), in words downwards.
+class Rules {
+ public:
+  Rules& frame(unsigned base_register, std::uint64_t offset) {
+    bytes_.byte(0x0C).uleb(base_register).uleb(offset);
+    return *this;
+  }
+  Rules& saved(unsigned number, std::uint64_t words_below) {
+    if (number < 64) {
+      bytes_.byte(0x80U | number).uleb(words_below);
+    } else {
+      bytes_.byte(0x05).uleb(number).uleb(words_below);
+    }
+    return *this;
+  }
+  const std::string& text() const { return bytes_.text(); }
+
+ private:
+  Bytes bytes_;
+};
+
+/// x86-64: rbp 6, rsp 7, return address 16. A frame pointer, with up to five registers saved below it.
+std::optional<std::string> rules_x86_64(std::uint32_t code) {
+  constexpr std::uint32_t kWithFrame = 0x01000000;
+  constexpr std::uint32_t kWithoutFrame = 0x02000000;
+  constexpr std::array<unsigned, 6> kRegisters = {0, 3, 12, 13, 14, 15};
+  if ((code & kModeMask) == kWithFrame) {
+    Rules rules;
+    rules.frame(6, 16).saved(16, 1).saved(6, 2);
+    const std::uint64_t deepest = code >> 16 & 0xFF;
+    for (unsigned i = 0; i < 5; ++i) {
+      const unsigned which = code >> (3 * i) & 7;
+      if (which == 0) continue;
+      if (which > 5 || deepest < i) return std::nullopt;
+      rules.saved(kRegisters[which], 2 + deepest - i);
+    }
+    return rules.text();
+  }
+  if ((code & kModeMask) == kWithoutFrame && (code >> 10 & 7) == 0) {  // no register saved
+    const std::uint64_t words = code >> 16 & 0xFF;
+    if (words == 0) return std::nullopt;
+    return Rules().frame(7, words * 8).saved(16, 1).text();
+  }
+  return std::nullopt;
+}
+
+/// arm64: fp 29, lr 30, sp 31, d8 is 72. Registers are saved in pairs.
+std::optional<std::string> rules_arm64(std::uint32_t code) {
+  constexpr std::uint32_t kWithoutFrame = 0x02000000;
+  constexpr std::uint32_t kWithFrame = 0x04000000;
+  Rules rules;
+  std::uint64_t next = 1;
+  if ((code & kModeMask) == kWithFrame) {
+    rules.frame(29, 16).saved(30, 1).saved(29, 2);
+    next = 3;
+  } else if ((code & kModeMask) == kWithoutFrame) {
+    rules.frame(31, static_cast<std::uint64_t>(code >> 12 & 0xFFF) * 16);
+  } else {
+    return std::nullopt;
+  }
+  constexpr std::array<std::pair<std::uint32_t, unsigned>, 9> kPairs = {{{0x1, 19},
+                                                                         {0x2, 21},
+                                                                         {0x4, 23},
+                                                                         {0x8, 25},
+                                                                         {0x10, 27},
+                                                                         {0x100, 72},
+                                                                         {0x200, 74},
+                                                                         {0x400, 76},
+                                                                         {0x800, 78}}};
+  for (const auto& [bit, first] : kPairs) {
+    if ((code & bit) == 0) continue;
+    rules.saved(first, next).saved(first + 1, next + 1);
+    next += 2;
+  }
+  return rules.text();
+}
+
+struct Function {
+  std::uint32_t offset;
+  std::uint32_t code;
+};
+
+/// The table, read into a plain list.
+class Table {
+ public:
+  explicit Table(std::string_view bytes) : bytes_(bytes) {}
+
+  Result<void> read() {
+    const auto version = read_at<std::uint32_t>(bytes_, 0);
+    common_ = read_at<std::uint32_t>(bytes_, 4).value_or(0);
+    common_count_ = read_at<std::uint32_t>(bytes_, 8).value_or(0);
+    const auto personalities = read_at<std::uint32_t>(bytes_, 12);
+    const auto personality_count = read_at<std::uint32_t>(bytes_, 16);
+    const auto index = read_at<std::uint32_t>(bytes_, 20);
+    const auto index_count = read_at<std::uint32_t>(bytes_, 24);
+    if (version != 1U || !index_count) return broken("is of an unknown version");
+    for (std::uint64_t i = 0; i < std::min<std::uint64_t>(*personality_count, 4); ++i) {
+      const auto place = read_at<std::uint32_t>(bytes_, *personalities + 4 * i);
+      if (!place) return broken("is cut off");
+      personalities_.push_back(*place);
+    }
+    for (std::uint64_t i = 0; i + 1 < *index_count; ++i) {
+      const auto first = read_at<std::uint32_t>(bytes_, *index + 12 * i);
+      const auto page = read_at<std::uint32_t>(bytes_, *index + 12 * i + 4);
+      if (!first || !page) return broken("is cut off");
+      if (auto done = read_page(*page, *first); !done) return done;
+    }
+    const std::uint64_t last = *index + 12 * (std::uint64_t{*index_count} - 1);
+    const auto end = read_at<std::uint32_t>(bytes_, last);
+    const auto lsda = read_at<std::uint32_t>(bytes_, *index + 8ULL);
+    const auto lsda_end = read_at<std::uint32_t>(bytes_, last + 8);
+    if (*index_count == 0 || !end || !lsda || !lsda_end) return broken("is cut off");
+    functions_.push_back({*end, 0});
+    for (std::uint64_t at = *lsda; at + 8 <= *lsda_end; at += 8) {
+      const auto function = read_at<std::uint32_t>(bytes_, at);
+      const auto place = read_at<std::uint32_t>(bytes_, at + 4);
+      if (!function || !place) return broken("is cut off");
+      lsdas_.emplace_back(*function, *place);
+    }
+    std::ranges::sort(lsdas_);
+    return {};
+  }
+
+  const std::vector<Function>& functions() const { return functions_; }
+  const std::vector<std::uint32_t>& personalities() const { return personalities_; }
+  std::optional<std::uint32_t> lsda_of(std::uint32_t function) const {
+    const auto found =
+        std::ranges::lower_bound(lsdas_, function, {}, &std::pair<std::uint32_t, std::uint32_t>::first);
+    if (found == lsdas_.end() || found->first != function) return std::nullopt;
+    return found->second;
+  }
+
+ private:
+  Result<void> read_page(std::uint64_t page, std::uint32_t first) {
+    constexpr std::uint32_t kRegular = 2;
+    constexpr std::uint32_t kCompressed = 3;
+    const auto kind = read_at<std::uint32_t>(bytes_, page);
+    const auto entries = read_at<std::uint16_t>(bytes_, page + 4);
+    const auto count = read_at<std::uint16_t>(bytes_, page + 6);
+    if (!count) return broken("is cut off");
+    for (std::uint64_t i = 0; i < *count; ++i) {
+      Function function{};
+      if (kind == kRegular) {
+        const auto offset = read_at<std::uint32_t>(bytes_, page + *entries + 8 * i);
+        const auto code = read_at<std::uint32_t>(bytes_, page + *entries + 8 * i + 4);
+        if (!code) return broken("is cut off");
+        function = {*offset, *code};
+      } else if (kind == kCompressed) {
+        const auto codes = read_at<std::uint16_t>(bytes_, page + 8);
+        const auto entry = read_at<std::uint32_t>(bytes_, page + *entries + 4 * i);
+        if (!codes || !entry) return broken("is cut off");
+        const std::uint64_t which = *entry >> 24;
+        const auto code = read_at<std::uint32_t>(bytes_, which < common_count_
+                                                             ? common_ + 4 * which
+                                                             : page + *codes + 4 * (which - common_count_));
+        if (!code) return broken("is cut off");
+        function = {first + (*entry & 0xFFFFFF), *code};
+      } else {
+        return broken("has a page of an unknown kind");
+      }
+      if (!functions_.empty() && function.offset < functions_.back().offset) return broken("is out of order");
+      functions_.push_back(function);
+    }
+    return {};
+  }
+
+  std::string_view bytes_;
+  std::uint64_t common_ = 0;
+  std::uint64_t common_count_ = 0;
+  std::vector<std::uint32_t> personalities_;
+  std::vector<Function> functions_;  // in order; the last is the end
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> lsdas_;
+};
+
+/// Writes the section, record by record.
+class Frames {
+ public:
+  explicit Frames(const macho::Image& image) : image_(image) {}
+
+  /// A record that frames refer to, for functions with a personality or (0) without; its place.
+  std::size_t common(std::uintptr_t personality) {
+    for (const auto& [known, place] : commons_) {
+      if (known == personality) return place;
+    }
+    const bool arm = image_.cpu == macho::kCpuArm64;
+    Bytes body;
+    body.raw(std::uint32_t{0}).byte(1);
+    body.append(personality != 0 ? std::string("zPLR\0", 5) : std::string("zR\0", 3));
+    body.uleb(1).byte(0x78);  // code in bytes, data in words downwards
+    body.uleb(arm ? 30 : 16);
+    if (personality != 0) {
+      body.uleb(11).byte(0).raw(static_cast<std::uint64_t>(personality)).byte(0).byte(0);
+    } else {
+      body.uleb(1).byte(0);
+    }
+    if (!arm) body.append(Rules().frame(7, 8).saved(16, 1).text());
+    const std::size_t place = add(body);
+    commons_.emplace_back(personality, place);
+    return place;
+  }
+
+  void function(std::size_t common, std::uint64_t begin, std::uint64_t size,
+                std::optional<std::uint64_t> lsda, const std::string& rules) {
+    Bytes body;
+    body.raw(static_cast<std::uint32_t>(section_.size() + 4 - common));
+    body.raw(begin).raw(size);
+    if (lsda) {
+      body.uleb(8).raw(*lsda);
+    } else {
+      body.uleb(0);
+    }
+    add(body.append(rules));
+  }
+
+  std::string finish() && { return std::move(section_) + std::string(4, '\0'); }
+
+ private:
+  std::size_t add(const Bytes& body) {
+    std::string padded = body.text();
+    padded.resize((padded.size() + 4 + 7) / 8 * 8 - 4, '\0');  // zero is "nothing to do"
+    const std::size_t place = section_.size();
+    section_ += Bytes().raw(static_cast<std::uint32_t>(padded.size())).text() + padded;
+    return place;
+  }
+
+  const macho::Image& image_;
+  std::string section_;
+  std::vector<std::pair<std::uintptr_t, std::size_t>> commons_;
+};
+
+std::string_view table_of(const macho::Image& image) {
+  for (const macho::Segment& segment : image.segments) {
+    for (const macho::Section& section : segment.sections) {
+      if (section.name == "__unwind_info") return macho::part(image.bytes, section.offset, section.size);
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base) {
+  const std::string_view bytes = table_of(image);
+  if (bytes.empty()) return std::string();
+  Table table(bytes);
+  if (auto read = table.read(); !read) return read.error();
+
+  Frames frames(image);
+  const auto& functions = table.functions();
+  for (std::size_t i = 0; i + 1 < functions.size(); ++i) {
+    const Function& function = functions[i];
+    const std::uint64_t size = functions[i + 1].offset - function.offset;
+    if (size == 0 || !macho::fits(function.offset, size, image.memory_size())) continue;
+    const auto rules =
+        image.cpu == macho::kCpuArm64 ? rules_arm64(function.code) : rules_x86_64(function.code);
+    if (!rules) continue;
+    std::uintptr_t personality = 0;
+    std::optional<std::uint64_t> lsda;
+    const std::size_t which = function.code >> 28 & 3;
+    if ((function.code & kHasLsda) != 0 && which > 0 && which <= table.personalities().size()) {
+      const std::uint64_t place = table.personalities()[which - 1];
+      const auto offset = table.lsda_of(function.offset);
+      if (!offset || !macho::fits(place, 8, image.memory_size()) || *offset >= image.memory_size()) {
+        return broken("leads out of the image");
+      }
+      // The pointer was bound already: it lies in the image's own table of imports.
+      std::memcpy(&personality, reinterpret_cast<const void*>(base + place), sizeof personality);
+      lsda = base + *offset;
+    }
+    frames.function(frames.common(personality), base + function.offset, size, lsda, *rules);
+  }
+  return std::move(frames).finish();
+}
+
+}  // namespace wispen::loader

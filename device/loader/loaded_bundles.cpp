@@ -1,0 +1,111 @@
+// device/loader/loaded_bundles.cpp
+
+#include "device/loader/loaded_bundles.hpp"
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+#include "device/loader/compact_unwind.hpp"
+#include "device/loader/image_loader.hpp"
+#include "device/loader/phone_symbols.hpp"
+#include "device/macho/bytes.hpp"
+#include "device/macho/exports.hpp"
+#include "device/macho/format.hpp"
+
+extern "C" void __register_frame(void* frames);
+
+namespace wispen::loader {
+
+namespace {
+
+struct Bundle {
+  std::string path;
+  std::string file;
+  Mapping mapping;
+  std::vector<macho::Export> exports;
+  std::string frames;  // the unwinder reads them whenever an exception passes
+};
+
+/// Never destroyed: code of the bundles may run until the very end.
+std::deque<Bundle>& bundles() {
+  static auto* const all = new std::deque<Bundle>();
+  return *all;
+}
+
+std::string canonical(const std::string& path) {
+  std::error_code error;
+  const auto found = std::filesystem::canonical(path, error);
+  return error ? path : found.string();
+}
+
+}  // namespace
+
+bool is_macho_file(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::uint32_t magic = 0;
+  file.read(reinterpret_cast<char*>(&magic), sizeof magic);
+  return file && (magic == macho::kMagic64 || __builtin_bswap32(magic) == macho::kFatMagic);
+}
+
+Result<void*> load_bundle(const std::string& path) {
+  if (void* const known = loaded_bundle(path)) return known;
+  const std::string place = canonical(path);
+
+  Bundle bundle;
+  bundle.path = place;
+  std::ifstream file(place, std::ios::binary);
+  bundle.file.assign(std::istreambuf_iterator<char>(file), {});
+  const auto slice = slice_for_this_machine(bundle.file);
+  if (!slice) return slice.error();
+  const auto image = macho::parse_image(*slice);
+  if (!image) return image.error();
+  if (image->file_type != macho::kFileBundle) return Error{"the file is no loadable bundle"};
+  auto mapping = map_image(*image, phone_symbol);
+  if (!mapping) return mapping.error();
+  bundle.mapping = *std::move(mapping);
+  auto frames = dwarf_frames(*image, bundle.mapping.base());
+  if (!frames) return frames.error();
+
+  auto exports = macho::read_exports(*image);
+  if (!exports) return exports.error();
+  bundle.exports = *std::move(exports);
+
+  Bundle& kept = bundles().emplace_back(std::move(bundle));
+  kept.frames = *std::move(frames);
+  if (!kept.frames.empty()) __register_frame(kept.frames.data());
+  if (auto done = run_initialisers(*image, kept.mapping); !done) return done.error();
+  return static_cast<void*>(&kept);
+}
+
+std::optional<Place> bundle_around(const void* address) {
+  for (const Bundle& bundle : bundles()) {
+    if (bundle.mapping.holds(address))
+      return Place{bundle.path, reinterpret_cast<void*>(bundle.mapping.base())};
+  }
+  return std::nullopt;
+}
+
+void* loaded_bundle(const std::string& path) {
+  const auto found = std::ranges::find(bundles(), canonical(path), &Bundle::path);
+  return found != bundles().end() ? &*found : nullptr;
+}
+
+void* symbol_of(const void* handle, const std::string& name) {
+  for (const Bundle& bundle : bundles()) {
+    if (&bundle != handle) continue;
+    const auto found = std::ranges::find(bundle.exports, "_" + name, &macho::Export::name);
+    if (found != bundle.exports.end()) return reinterpret_cast<void*>(bundle.mapping.base() + found->offset);
+  }
+  return nullptr;
+}
+
+bool is_bundle_handle(const void* handle) {
+  return std::ranges::any_of(bundles(), [&](const Bundle& bundle) { return &bundle == handle; });
+}
+
+}  // namespace wispen::loader

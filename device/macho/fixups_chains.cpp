@@ -1,0 +1,150 @@
+// device/macho/fixups_chains.cpp: chained fixups: each pointer's place holds how far the next one is.
+
+#include <limits>
+
+#include "device/macho/bytes.hpp"
+#include "device/macho/fixups.hpp"
+#include "device/macho/format.hpp"
+
+namespace wispen::macho {
+
+namespace {
+
+constexpr std::uint32_t kImportPlain = 1;
+constexpr std::uint32_t kImportAddend = 2;
+constexpr std::uint32_t kImportAddend64 = 3;
+
+Error broken(const std::string& what) { return Error{"the chained fixups " + what}; }
+
+class Chains {
+ public:
+  Chains(const Image& image, Fixups& fixups)
+      : image_(image),
+        fixups_(fixups),
+        data_(part(image.bytes, image.chained_fixups->offset, image.chained_fixups->size)) {}
+
+  Result<void> read() {
+    const auto header = read_at<ChainedFixupsHeader>(data_, 0);
+    if (!header) return broken("are too short");
+    if (header->version != 0) return broken("are of an unknown version");
+    if (header->symbols_format != 0) return broken("have compressed names");
+    if (auto done = read_imports(*header); !done) return done;
+    return read_segments(header->starts_offset);
+  }
+
+ private:
+  Result<void> read_imports(const ChainedFixupsHeader& header) {
+    const std::uint64_t size = header.imports_format == kImportPlain    ? 4
+                               : header.imports_format == kImportAddend ? 8
+                                                                        : 16;
+    if (header.imports_format < kImportPlain || header.imports_format > kImportAddend64) {
+      return broken("have imports of an unknown form");
+    }
+    for (std::uint64_t i = 0; i < header.import_count; ++i) {
+      const std::uint64_t at = header.imports_offset + i * size;
+      Import import;
+      std::uint64_t name = 0;
+      std::int64_t addend = 0;
+      if (size == 16) {
+        const auto raw = read_at<std::uint64_t>(data_, at);
+        const auto more = read_at<std::int64_t>(data_, at + 8);
+        if (!raw || !more) return broken("end within their imports");
+        import.ordinal = signed_ordinal(*raw & 0xFFFF, 0xFFF0, 0x10000);
+        import.weak = (*raw >> 16 & 1) != 0;
+        name = *raw >> 32;
+        addend = *more;
+      } else {
+        const auto raw = read_at<std::uint32_t>(data_, at);
+        const auto more = size == 8 ? read_at<std::int32_t>(data_, at + 4) : std::optional<std::int32_t>(0);
+        if (!raw || !more) return broken("end within their imports");
+        import.ordinal = signed_ordinal(*raw & 0xFF, 0xF0, 0x100);
+        import.weak = (*raw >> 8 & 1) != 0;
+        name = *raw >> 9;
+        addend = *more;
+      }
+      const auto text = text_at(data_, header.symbols_offset + name);
+      if (!text) return broken("name an import beyond their names");
+      import.name = *text;
+      if (auto added = add_import(image_, std::move(import), fixups_); !added) return added;
+      addends_.push_back(addend);
+    }
+    return {};
+  }
+
+  /// The highest few numbers stand for the negative ones.
+  static int signed_ordinal(std::uint64_t raw, std::uint64_t first_negative, std::uint64_t modulus) {
+    return raw > first_negative ? static_cast<int>(raw) - static_cast<int>(modulus) : static_cast<int>(raw);
+  }
+
+  Result<void> read_segments(std::uint64_t starts) {
+    const auto count = read_at<std::uint32_t>(data_, starts);
+    if (!count || *count > image_.segments.size()) return broken("are of more segments than there are");
+    for (std::uint64_t i = 0; i < *count; ++i) {
+      const auto offset = read_at<std::uint32_t>(data_, starts + 4 + 4 * i);
+      if (!offset) return broken("end within their segments");
+      if (*offset == 0) continue;
+      if (auto done = read_pages(starts + *offset, image_.segments[i]); !done) return done;
+    }
+    return {};
+  }
+
+  Result<void> read_pages(std::uint64_t at, const Segment& segment) {
+    if (!fits(at, kChainedStartsSize, data_.size())) return broken("end within a segment's pages");
+    const auto page_size = *read_at<std::uint16_t>(data_, at + 4);
+    const auto format = *read_at<std::uint16_t>(data_, at + 6);
+    const auto segment_offset = *read_at<std::uint64_t>(data_, at + 8);
+    const auto pages = *read_at<std::uint16_t>(data_, at + 20);
+    if (format != kChainedPointer64 && format != kChainedPointer64Offset) {
+      return broken("have pointers of the form " + std::to_string(format) + ", which is not known here");
+    }
+    if (page_size != 0x1000 && page_size != 0x4000) return broken("have pages of an odd size");
+    if (segment_offset != segment.address - image_.base())
+      return broken("misplace the segment " + segment.name);
+    for (std::uint64_t page = 0; page < pages; ++page) {
+      const auto start = read_at<std::uint16_t>(data_, at + kChainedStartsSize + 2 * page);
+      if (!start) return broken("end within a segment's pages");
+      if (*start == kChainedNoStart) continue;
+      if (*start >= page_size) return broken("have a chain that begins outside its page");
+      const std::uint64_t page_address = segment.address + page * page_size;
+      if (auto done = follow(page_address, *start, page_size, format); !done) return done;
+    }
+    return {};
+  }
+
+  /// A chain only ever goes forwards, so it ends.
+  Result<void> follow(std::uint64_t page, std::uint64_t at, std::uint64_t page_size, std::uint16_t format) {
+    constexpr std::uint64_t kStride = 4;
+    for (;;) {
+      const auto raw = read_at<std::uint64_t>(image_.bytes_at(page + at, 8), 0);
+      if (!raw) return broken("have a chain that leaves the file");
+      Fixup fixup;
+      fixup.address = page + at;
+      if ((*raw >> 63) != 0) {
+        fixup.import = *raw & 0xFFFFFF;
+        if (fixup.import >= addends_.size()) return broken("name an import that is not there");
+        fixup.addend = static_cast<std::int64_t>(*raw >> 24 & 0xFF) + addends_[fixup.import];
+      } else {
+        const std::uint64_t target = *raw & 0xFFFFFFFFF;
+        if ((*raw >> 36 & 0xFF) != 0) return broken("have a pointer with a tag, which nothing here makes");
+        fixup.target = format == kChainedPointer64Offset ? image_.base() + target : target;
+      }
+      if (auto added = add_fixup(image_, fixup, fixups_); !added) return added;
+      const std::uint64_t next = (*raw >> 51 & 0xFFF) * kStride;
+      if (next == 0) return {};
+      if (next < 8) return broken("have a chain whose pointers lie over each other");
+      at += next;
+      if (at >= page_size) return broken("have a chain that leaves its page");
+    }
+  }
+
+  const Image& image_;
+  Fixups& fixups_;
+  std::string_view data_;
+  std::vector<std::int64_t> addends_;
+};
+
+}  // namespace
+
+Result<void> read_chains(const Image& image, Fixups& fixups) { return Chains(image, fixups).read(); }
+
+}  // namespace wispen::macho
