@@ -187,6 +187,11 @@ typedef struct wispen_host_frame_pixels {
 int wispen_host_frame(wispen_host_frame_pixels* frame);
 /** Whether the next frame differs from the last: something was changed, or moves. */
 int wispen_host_frame_stale(void);
+/** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do what
+ *  touches and keys do; a strip of buttons, and F2 to F7, switch the looks in place. `languages` are those that
+ *  the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no display. */
+int wispen_host_run_window(const char* title, const char* languages);
+
 /** What is on the screen, as JSON: every window as a tree of views with "class", "frame", "text", "value" and
  *  more, and the row beside each cell. Null on failure. Valid until the next call of this library. */
 const char* wispen_host_view_tree(void);

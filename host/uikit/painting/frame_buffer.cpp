@@ -39,12 +39,14 @@ bool FrameBuffer::stale() const {
 Result<std::vector<Rect>> FrameBuffer::update() {
   const DisplaySettings settings = display_settings();
   const Rect screen{{0, 0}, session_.device().size()};
-  const bool fits = canvas_ && canvas_->size() == screen.size && canvas_->scale() == settings.scale &&
+  const double scale = wanted_scale_ > 0 ? wanted_scale_ : settings.scale;
+  const bool fits = canvas_ && painted_size_ == screen.size && canvas_->scale() == scale &&
                     canvas_->appearance() == settings.appearance;
   if (!fits) {
-    auto canvas = graphics::Canvas::create(screen.size, settings.scale, settings.appearance);
+    auto canvas = graphics::Canvas::create(screen.size, scale, settings.appearance);
     if (!canvas) return canvas.error();
     canvas_ = *std::move(canvas);
+    painted_size_ = screen.size;
   }
   Application::shared().lay_out_windows();
   std::vector<Rect> changed;
@@ -57,7 +59,7 @@ Result<std::vector<Rect>> FrameBuffer::update() {
     for (const Rect& rect : window.take_damage()) {
       add(changed, around_panes(rect, panes)
                        .offset(frame.min_x(), frame.min_y())
-                       .pixel_aligned(settings.scale)
+                       .pixel_aligned(scale)
                        .intersection(screen));
     }
   }
