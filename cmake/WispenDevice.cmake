@@ -3,7 +3,8 @@
 
 find_program(WISPEN_DEVICE_CXX NAMES clang++-14 clang++ REQUIRED)
 find_program(WISPEN_DEVICE_LINKER NAMES ld64.lld-16 REQUIRED)
-find_path(WISPEN_DEVICE_CXX_HEADERS __bit_reference PATHS /usr/lib/llvm-14/include/c++/v1 NO_DEFAULT_PATH REQUIRED)
+find_path(WISPEN_DEVICE_CXX_HEADERS __bit_reference PATHS /usr/lib/llvm-14/include/c++/v1 NO_DEFAULT_PATH
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 execute_process(COMMAND ${WISPEN_DEVICE_CXX} -print-resource-dir
                 OUTPUT_VARIABLE WISPEN_DEVICE_RESOURCES OUTPUT_STRIP_TRAILING_WHITESPACE)
 
