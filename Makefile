@@ -19,7 +19,7 @@ build: configure ## build everything into build/out
 
 run: configure ## the main job: set values on the pages, see the file and the notification
 	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot
-	@build/out/wispen run
+	@build/out/wispen run --pictures build/pictures
 
 test: build ## build and pass all tests
 	@ctest --test-dir build/default --output-on-failure -j $(JOBS)

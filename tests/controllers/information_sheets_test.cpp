@@ -1,6 +1,5 @@
 // tests/controllers/information_sheets_test.cpp: the two sheets, by the rows that open them.
 
-
 #include <algorithm>
 
 #include "tests/support/page_fixture.hpp"
@@ -57,8 +56,7 @@ TEST_F(InformationSheetsTest, TellsOfTheFeatures) {
   EXPECT_EQ(all[0], "Inital Release");
   EXPECT_EQ(all[1], "Supports iOS 15 - 17 || Rootless & Rootfull");
   EXPECT_EQ(all[2], "Prolouge");
-  EXPECT_EQ(all[3],
-            "Made With Love & Tears & Anger by p1nefold.\n\nEnjoy!\n\n----------------------------");
+  EXPECT_EQ(all[3], "Made With Love & Tears & Anger by p1nefold.\n\nEnjoy!\n\n----------------------------");
   EXPECT_EQ(all[4], "Features & Explanations");
   EXPECT_EQ(NSString(all[5].c_str()).length(), 1541U);
   EXPECT_THAT(all[5], StartsWith("Separators:\n\u2022 Dynamic Color Bold Separators - will color bold "
@@ -69,12 +67,13 @@ TEST_F(InformationSheetsTest, TellsOfTheFeatures) {
 
 TEST_F(InformationSheetsTest, TellsOfTheChanges) {
   tap_text("Changelog");
-  EXPECT_THAT(texts(),
-              ElementsAre("Changelog", "And bug fixes", "Changelog / Fixes",
-                          "  - Fixed Separator Hidden Logic \n\n- Fixed ios => 16 Hooks (Coloring, Separators) "
-                          "\n\n- Fixed HomeScreen 3D Expanded Coloring, Now its merged with HomeScreen Settings "
-                          "\n\n - Added proper description to sileo \n\n- Added new features & explanations "
-                          "button (exclamation mark icon)"));
+  EXPECT_THAT(
+      texts(),
+      ElementsAre("Changelog", "And bug fixes", "Changelog / Fixes",
+                  "  - Fixed Separator Hidden Logic \n\n- Fixed ios => 16 Hooks (Coloring, Separators) "
+                  "\n\n- Fixed HomeScreen 3D Expanded Coloring, Now its merged with HomeScreen Settings "
+                  "\n\n - Added proper description to sileo \n\n- Added new features & explanations "
+                  "button (exclamation mark icon)"));
 }
 
 TEST_F(InformationSheetsTest, IsMadeOnceAndTappedEveryTime) {

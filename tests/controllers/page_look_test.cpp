@@ -12,9 +12,9 @@ const char* ivar_getName(void* variable);
 namespace wispen::testing {
 namespace {
 
+using ::testing::DoubleEq;
 using ::testing::ElementsAre;
 using ::testing::Pointwise;
-using ::testing::DoubleEq;
 
 class PageLookTest : public PageTest {
  protected:
@@ -40,10 +40,10 @@ class PageLookTest : public PageTest {
 
 TEST_F(PageLookTest, KeepsItsVariablesByNameAndInOrder) {
   load_shipped_bundle();
-  EXPECT_THAT(variables_of("WispBaseController"),
-              ElementsAre("_label", "_underLabel", "headerView1", "headerView2", "iconImageView",
-                          "headerImageView", "headerImageView2", "changelogController", "changelogController2",
-                          "_savedSpecifiers"));
+  EXPECT_THAT(
+      variables_of("WispBaseController"),
+      ElementsAre("_label", "_underLabel", "headerView1", "headerView2", "iconImageView", "headerImageView",
+                  "headerImageView2", "changelogController", "changelogController2", "_savedSpecifiers"));
 }
 
 TEST_F(PageLookTest, MakesTheRunTimeCellClassWithItsFirstView) {
@@ -107,8 +107,9 @@ TEST_F(PageLookTest, SlidesANewButtonInAtEveryAppearance) {
   ASSERT_TRUE(button);
   EXPECT_EQ(button.buttonType(), UIButtonType::System);
   EXPECT_TRUE(button.currentTitle().isEqual("Respring"_ns));
-  const double rest = (*search(tree(), [](const Json& v) { return v.value("text", "") == "Respring" &&
-                                                                   v["class"] == "UIButton"; }))["frame"][1];
+  const double rest = (*search(tree(), [](const Json& v) {
+    return v.value("text", "") == "Respring" && v["class"] == "UIButton";
+  }))["frame"][1];
   navigation().pushViewController(open_page("SepSettingsCell"), false);
   settle();
   navigation().popViewController(false);
@@ -116,9 +117,8 @@ TEST_F(PageLookTest, SlidesANewButtonInAtEveryAppearance) {
   const auto next = objc::cast_or_nil<UIButton>(top().navigationItem().titleView());
   EXPECT_NE(next, button);
   const auto shown_at = [&]() -> double {
-    const auto view = search(tree(), [](const Json& v) {
-      return v["class"] == "UIButton" && v.value("text", "") == "Respring";
-    });
+    const auto view = search(
+        tree(), [](const Json& v) { return v["class"] == "UIButton" && v.value("text", "") == "Respring"; });
     return view->contains("shown") ? (*view)["shown"][1].get<double>() : (*view)["frame"][1].get<double>();
   };
   EXPECT_NEAR(shown_at(), rest - 50, 0.01);
@@ -158,9 +158,14 @@ TEST_F(PageLookTest, TitlesSectionsByTheirNumberAlone) {
     std::vector<double> colour;
   };
   const std::vector<double> orange{1, 0.5, 0, 1}, black{0, 0, 0, 1}, yellow{1, 1, 0, 1}, blue{0, 0, 1, 1};
-  for (const Expectation& each :
-       {Expectation{0, "My Socials", orange}, {3, "", yellow}, {4, "Miscellaneous", blue}, {5, "", black},
-        {10, "", black}, {11, "Base Configurations", orange}, {12, "", black}, {-1, "", black}}) {
+  for (const Expectation& each : {Expectation{0, "My Socials", orange},
+                                  {3, "", yellow},
+                                  {4, "Miscellaneous", blue},
+                                  {5, "", black},
+                                  {10, "", black},
+                                  {11, "Base Configurations", orange},
+                                  {12, "", black},
+                                  {-1, "", black}}) {
     const UIView header = header_for(table, each.section);
     ASSERT_EQ(header.subviews().count(), 1U) << each.section;
     const UILabel label = label_in(header, 0);

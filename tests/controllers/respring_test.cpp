@@ -28,7 +28,8 @@ class RespringTest : public PageTest {
   void put_recorder(const char* path, const std::string& more = "") {
     const auto file = device_path(path);
     std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file) << "#!/bin/sh\n" << more << "echo \"$0 $*\" >> " << log_ << "\nenv > " << log_ << ".env\n";
+    std::ofstream(file) << "#!/bin/sh\n"
+                        << more << "echo \"$0 $*\" >> " << log_ << "\nenv > " << log_ << ".env\n";
     ::chmod(file.c_str(), 0755);
   }
   std::vector<std::string> calls(std::size_t wanted) {
