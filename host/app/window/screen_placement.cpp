@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace wispen {
 
@@ -15,10 +16,10 @@ constexpr double kDesktopMargin = 60;  // for the window's own frame, and a litt
 
 }  // namespace
 
-ScreenPlacement ScreenPlacement::fit(Size window_pixels, double density, Size screen) {
+ScreenPlacement ScreenPlacement::fit(Size window_pixels, double density, Size screen, double zoom) {
   ScreenPlacement placement;
   placement.density = density;
-  const double bar = std::round(kToolbarHeight * density);
+  const double bar = std::round(kToolbarHeight * density * zoom);
   placement.toolbar = {{0, 0}, {window_pixels.width, std::min(bar, window_pixels.height)}};
   const Size room{window_pixels.width, std::max(0.0, window_pixels.height - bar)};
   placement.scale = std::clamp(std::min(room.width / screen.width, room.height / screen.height),
@@ -28,10 +29,19 @@ ScreenPlacement ScreenPlacement::fit(Size window_pixels, double density, Size sc
   return placement;
 }
 
-Size window_size_for(Size screen, Size desktop) {
-  const Size room{desktop.width - kDesktopMargin, desktop.height - kDesktopMargin - kToolbarHeight};
-  const double zoom = std::clamp(std::min(room.width / screen.width, room.height / screen.height), 0.25, 1.0);
-  return {std::round(screen.width * zoom), std::round(screen.height * zoom) + kToolbarHeight};
+Size window_size_for(Size screen, Size desktop, double zoom) {
+  const double bar = std::round(kToolbarHeight * zoom);
+  const Size room{desktop.width - kDesktopMargin, desktop.height - kDesktopMargin - bar};
+  const double scale =
+      std::clamp(std::min(room.width / screen.width, room.height / screen.height), 0.25, zoom);
+  return {std::round(screen.width * scale), std::round(screen.height * scale) + bar};
+}
+
+double desktop_zoom() {
+  // Under X nothing but this variable, which desktops set for their toolkits, says so reliably.
+  const char* const given = std::getenv("GDK_SCALE");
+  const double zoom = given != nullptr ? std::strtod(given, nullptr) : 1;
+  return zoom >= 1 && zoom <= 4 ? zoom : 1;
 }
 
 }  // namespace wispen

@@ -13,8 +13,8 @@ struct ScreenPlacement {
   Rect toolbar;        ///< in pixels; as wide as the window
 
   /// The screen as large as the window has room for under the toolbar, in the middle. Every window has room
-  /// for something: the scale stays between 0.1 and 4.
-  static ScreenPlacement fit(Size window_pixels, double density, Size screen);
+  /// for something: the scale stays between 0.1 and 4. `zoom` enlarges the toolbar.
+  static ScreenPlacement fit(Size window_pixels, double density, Size screen, double zoom = 1);
 
   Point to_screen(Point mouse) const {
     return {(mouse.x * density - origin.x) / scale, (mouse.y * density - origin.y) / scale};
@@ -24,8 +24,11 @@ struct ScreenPlacement {
 
 inline constexpr double kToolbarHeight = 30;  ///< in units of the mouse's places
 
-/// How large a window shows the screen at its own size, or smaller where the desktop has less room. In units
-/// of the mouse's places.
-Size window_size_for(Size screen, Size desktop);
+/// How large a window shows the screen at its own size times `zoom`, or smaller where the desktop has less
+/// room. In units of the mouse's places.
+Size window_size_for(Size screen, Size desktop, double zoom = 1);
+
+/// How much larger than its pixels say a desktop wants everything, as its toolkits are told: 1 to 4.
+double desktop_zoom();
 
 }  // namespace wispen

@@ -67,6 +67,7 @@ struct Window::State {
   Toolbar toolbar;
   SDL_Window* window = nullptr;
   SDL_Surface* surface = nullptr;  // the window's own; asked for anew when its size changed
+  const double zoom = desktop_zoom();
   ScreenPlacement placement;
   std::optional<WatchId> watch;
   std::optional<TimerId> looking;
@@ -98,7 +99,7 @@ Size Window::State::desktop_size() const {
 }
 
 Result<void> Window::State::open(const WindowOptions& options) {
-  const Size size = window_size_for(host.session().device().size(), desktop_size());
+  const Size size = window_size_for(host.session().device().size(), desktop_size(), zoom);
   window = sdl.CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
                             static_cast<int>(size.width), static_cast<int>(size.height),
                             SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
@@ -133,7 +134,7 @@ void Window::State::place() {
   sdl.GetWindowSizeInPixels(window, &pixel_width, &pixel_height);
   const double density = width > 0 ? static_cast<double>(pixel_width) / width : 1;
   placement = ScreenPlacement::fit({double(pixel_width), double(pixel_height)}, density,
-                                   host.session().device().size());
+                                   host.session().device().size(), zoom);
   host.frame_buffer().set_scale(placement.scale);
   surface = nullptr;
   all_dirty = true;
@@ -193,7 +194,7 @@ void Window::State::paint_surround() {
   auto canvas = graphics::Canvas::create(size, 1);
   if (!canvas) return;
   canvas->fill(Rect{{0, 0}, size}, kSurround);
-  toolbar.paint(host, *canvas, placement.toolbar, placement.density);
+  toolbar.paint(host, *canvas, placement.toolbar, placement.density * zoom);
   copy(canvas->pixels(), {{0, 0}, size}, {0, 0});
 }
 
@@ -280,7 +281,7 @@ void Window::State::switch_look(std::size_t index, bool forward) {
   }
   const Size now = host.session().device().size();
   if (!(before == now)) {
-    const Size size = window_size_for(now, desktop_size());
+    const Size size = window_size_for(now, desktop_size(), zoom);
     sdl.SetWindowSize(window, static_cast<int>(size.width), static_cast<int>(size.height));
   }
   place();
@@ -296,6 +297,9 @@ void Window::State::handle_key(const SDL_KeyboardEvent& event) {
   }
   const auto key = key_state(event);
   if (!key) return;
+  // Held down they would answer one alert after the other.
+  const bool answers = key->code == uikit::KeyCode::Return || key->code == uikit::KeyCode::Escape;
+  if (answers && event.repeat != 0) return;
   if (key->command && key->text == "q") {
     closed = true;
     return host.loop().stop();

@@ -96,10 +96,25 @@ Presentation::Presentation(const ViewController& presenter, const ViewController
     pan.restrict_to(false, true);
     pan.recognition().delegate = NSObject(area_);
     sheet_.addGestureRecognizer(pan);
-    sheet_.setClipsToBounds(true);
-    sheet_.layer().setCornerRadius(kind_ == PresentationKind::Card ? kCardRadius : kBoxRadius);
-    if (kind_ == PresentationKind::Card) objc::send<"setMaskedCorners:">(sheet_.layer(), NSUInteger{3});
+    dress();
   }
+}
+
+void Presentation::dress() {
+  const bool card = kind_ == PresentationKind::Card;
+  sheet_.setClipsToBounds(true);
+  sheet_.layer().setCornerRadius(card ? kCardRadius : kBoxRadius);
+  constexpr NSUInteger kUpperCorners = 3;
+  constexpr NSUInteger kAllCorners = 15;
+  objc::send<"setMaskedCorners:">(sheet_.layer(), card ? kUpperCorners : kAllCorners);
+}
+
+void Presentation::adapt() {
+  const PresentationKind now = kind_of();
+  if (now == kind_ || (now != PresentationKind::Card && now != PresentationKind::Box)) return;
+  pose(0);  // a card gives its presenter back its own size
+  kind_ = now;
+  dress();
 }
 
 Presentation::~Presentation() { area_.as<PresentationArea>().detach(); }
@@ -176,6 +191,7 @@ void Presentation::resized() {
   if (laid_out_size_ == area_.bounds().size) return;
   laid_out_size_ = area_.bounds().size;
   dim_.setFrame(area_.bounds());
+  if (!hiding_) adapt();
   if (!hiding_ && sheet_.superview() && presented_.view_if_loaded()) pose(1);
 }
 

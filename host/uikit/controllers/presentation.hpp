@@ -32,6 +32,9 @@ class Presentation {
   Rect resting_frame() const;
   Rect hidden_frame() const;
   void pose(double shown);
+  void dress();
+  /// A card becomes a box, and back, when the screen becomes another.
+  void adapt();
   void dragged(const PanGestureRecognizer& pan);
   void tapped_outside();
 

@@ -35,6 +35,14 @@ void show_change(const View& changed) {
   }
 }
 
+/// What of a window can be reached: a sheet or an alert covers the rest.
+View reachable_part(const Window& window) {
+  const ViewController root = window.rootViewController();
+  ViewController shown = root;
+  while (shown && shown.presented()) shown = shown.presented();
+  return shown != root ? shown.view_if_loaded() : View(window);
+}
+
 void collect(const View& view, std::vector<View>& all) {
   const ViewState& state = view.parts();
   if (state.hidden || !state.interaction || state.alpha < 0.01) return;
@@ -50,7 +58,11 @@ void collect(const View& view, std::vector<View>& all) {
 
 }  // namespace
 
-View focused_view() { return slot().resting ? View() : remembered_view(); }
+View focused_view() {
+  if (slot().resting) return View();
+  View view = remembered_view();
+  return view && view.isDescendantOfView(reachable_part(view.window())) ? view : View();
+}
 
 void rest_focus() {
   const View old = focused_view();
@@ -77,13 +89,7 @@ std::vector<View> focusable_views() {
   std::vector<View> all;
   const std::vector<Window> windows = Application::shared().windows();
   for (auto window = windows.rbegin(); window != windows.rend() && all.empty(); ++window) {
-    // What a sheet or an alert covers cannot be reached.
-    View top = *window;
-    const ViewController root = window->rootViewController();
-    ViewController shown = root;
-    while (shown && shown.presented()) shown = shown.presented();
-    if (shown != root) top = shown.view_if_loaded();
-    if (top) collect(top, all);
+    if (const View top = reachable_part(*window)) collect(top, all);
   }
   return all;
 }

@@ -257,11 +257,13 @@ TEST(ScreenPlacementTest, KeepsTheScreenInsideTheWindowUnderTheStrip) {
   const ScreenPlacement sharp = ScreenPlacement::fit({780, 1748}, 2, {390, 844});
   EXPECT_EQ(sharp.scale, 2);
   EXPECT_EQ(sharp.to_screen({10, 40}), (Point{10, 10}));
+  EXPECT_EQ(ScreenPlacement::fit({780, 1748}, 1, {390, 844}, 2).scale, 2);
   EXPECT_GE(ScreenPlacement::fit({0, 0}, 1, {390, 844}).scale, 0.1);
 }
 
 TEST(ScreenPlacementTest, OpensAsLargeAsTheDesktopAllows) {
   EXPECT_EQ(window_size_for({390, 844}, {1920, 1200}), (Size{390, 874}));
+  EXPECT_EQ(window_size_for({390, 844}, {3840, 2400}, 2), (Size{780, 1748}));
   const Size small = window_size_for({1024, 1366}, {1366, 768});
   EXPECT_LT(small.height, 768);
   EXPECT_NEAR(small.width / (small.height - kToolbarHeight), 1024.0 / 1366, 0.01);

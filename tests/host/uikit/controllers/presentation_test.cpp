@@ -135,6 +135,32 @@ TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
   EXPECT_NEAR(frame.mid_x(), window_.bounds().mid_x(), 1);
 }
 
+TEST_F(PresentationTest, TurnsACardIntoABoxWithItsScreen) {
+  const ViewController sheet = objc::make<ViewController>();
+  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  present(sheet);
+  EXPECT_FALSE(page_.view().transform().is_identity());
+  session().set_device(*find_device("pad"));
+  window_.layoutIfNeeded();
+  EXPECT_EQ(sheet.view().bounds().size, (Size{540, 620}));
+  EXPECT_TRUE(page_.view().transform().is_identity());
+  session().set_device(*find_device("phone"));
+  window_.layoutIfNeeded();
+  EXPECT_EQ(sheet.view().bounds().width(), window_.bounds().width());
+}
+
+TEST_F(PresentationTest, TakesTheFocusFromWhatItCoversAndGivesItBack) {
+  const Control below = Control::alloc().initialize<"initWithFrame:">(Rect{{20, 100}, {100, 44}});
+  page_.view().addSubview(below);
+  key(KeyCode::Tab);
+  EXPECT_EQ(focused_view(), below);
+  present(alert({"OK"}));
+  EXPECT_NE(focused_view(), below);
+  key(KeyCode::Escape);
+  wait(1500);
+  EXPECT_EQ(focused_view(), below);
+}
+
 TEST_F(PresentationTest, RefusesASecondPresentation) {
   const ViewController first = objc::make<ViewController>();
   present(first);
