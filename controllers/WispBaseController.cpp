@@ -102,12 +102,31 @@ void WispBaseController::setSavedSpecifiers(const NSArray& specifiers) const {
 
 void WispBaseController::define() {
   objc::Class<WispBaseController> page;
-  page.variable<"_savedSpecifiers", NSArray>()
+  page.variable<"_label", UILabel>()
+      .variable<"_underLabel", UILabel>()
+      .variable<"headerView1", UIView>()
+      .variable<"headerView2", UIView>()
+      .variable<"iconImageView", UIImageView>()
+      .variable<"headerImageView", UIImageView>()
+      .variable<"headerImageView2", UIImageView>()
+      .variable<"changelogController", OBWelcomeController>()
+      .variable<"changelogController2", OBWelcomeController>()
+      .variable<"_savedSpecifiers", NSArray>()
       .method<"specifiers", &WispBaseController::specifiers>()
       .method<"dynamicSpecifiersFromPlist:", &WispBaseController::dynamicSpecifiersFromPlist>()
       .method<"updateSpecifiers", &WispBaseController::updateSpecifiers>()
       .method<"savedSpecifiers", &WispBaseController::savedSpecifiers>()
-      .method<"setSavedSpecifiers:", &WispBaseController::setSavedSpecifiers>();
+      .method<"setSavedSpecifiers:", &WispBaseController::setSavedSpecifiers>()
+      .method<"loadView", &WispBaseController::loadView>()
+      .method<"viewWillAppear:", &WispBaseController::viewWillAppear>()
+      .method<"headerCell", &WispBaseController::headerCell>()
+      .method<"layoutUI", &WispBaseController::layoutUI>()
+      .method<"tableView:viewForHeaderInSection:", &WispBaseController::tableViewForHeader>()
+      .method<"tableView:heightForHeaderInSection:", &WispBaseController::tableHeightForHeader>()
+      .method<"tableView:willDisplayCell:forRowAtIndexPath:", &WispBaseController::tableWillDisplayCell>()
+      .method<"showWtfChangedInThisVersion", &WispBaseController::showWtfChangedInThisVersion>()
+      .method<"showWtfChangedInThisVersion2", &WispBaseController::showWtfChangedInThisVersion2>()
+      .method<"respring", &WispBaseController::respring>();
   PreferenceStore<WispBaseController>::add_to(page);
   SpecifierVisibility<WispBaseController>::add_to(page);
   page.register_class();

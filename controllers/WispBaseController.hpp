@@ -1,6 +1,7 @@
 // controllers/WispBaseController.hpp: a page whose rows come and go.
 #pragma once
 
+#include "platform/OnBoardingKit.hpp"
 #include "platform/Preferences.hpp"
 
 namespace wispen {
@@ -26,7 +27,37 @@ class WispBaseController : public objc::Authored<WispBaseController, PSListContr
   NSArray savedSpecifiers() const;
   void setSavedSpecifiers(const NSArray& specifiers) const;
 
+  // The page's look (page_look.cpp).
+  void loadView() const;
+  void viewWillAppear(bool animated) const;
+  /// Makes the banner's views, those that are not there yet, and lays them out.
+  void headerCell() const;
+  void layoutUI() const;
+  /// By the section's number alone: what the list says of its groups is never shown.
+  UIView tableViewForHeader(const UITableView& table, NSInteger section) const;
+  CGFloat tableHeightForHeader(const UITableView& table, NSInteger section) const;
+  void tableWillDisplayCell(const UITableView& table, const UITableViewCell& cell,
+                            const NSIndexPath& path) const;
+
+  // The two sheets (information_sheets.cpp). Each is made once for a page, and shown again as it is.
+  void showWtfChangedInThisVersion() const;
+  void showWtfChangedInThisVersion2() const;
+
+  /// Restarts the home screen (respring.cpp).
+  void respring() const;
+
  private:
+  UIView& banner() const { return variable<UIView, "headerView1">(); }
+  UIView& second_banner() const { return variable<UIView, "headerView2">(); }
+  UIImageView& icon_view() const { return variable<UIImageView, "iconImageView">(); }
+  UIImageView& banner_image() const { return variable<UIImageView, "headerImageView">(); }
+  UIImageView& second_banner_image() const { return variable<UIImageView, "headerImageView2">(); }
+  OBWelcomeController& feature_sheet() const {
+    return variable<OBWelcomeController, "changelogController">();
+  }
+  OBWelcomeController& changelog_sheet() const {
+    return variable<OBWelcomeController, "changelogController2">();
+  }
   bool is_visible(const PSSpecifier& specifier) const {
     return objc::send<"isSpecifierVisible:", bool>(*this, specifier);
   }

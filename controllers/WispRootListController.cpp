@@ -10,9 +10,20 @@ NSMutableArray WispRootListController::specifiers() const {
   return shown;
 }
 
+void WispRootListController::loadView() const { super<"loadView">(); }
+
+void WispRootListController::viewWillDisappear(bool animated) const {
+  super<"viewWillDisappear:">(animated);
+  if (navigationController().viewControllers().count() == 1) {
+    navigationItem().navigationBar().setTintColor(UIColor::colorWithRed(0.0, 0.78, 0.78, 1.0));
+  }
+}
+
 void WispRootListController::define() {
   objc::Class<WispRootListController>()
+      .method<"viewWillDisappear:", &WispRootListController::viewWillDisappear>()
       .method<"specifiers", &WispRootListController::specifiers>()
+      .method<"loadView", &WispRootListController::loadView>()
       .register_class();
 }
 

@@ -14,6 +14,9 @@ class WispRootListController : public objc::Authored<WispRootListController, Wis
 
   /// The list "Root", filtered; built once, then kept until the framework drops it.
   NSMutableArray specifiers() const;
+  void loadView() const;
+  /// Leaving for the list of Settings gives the bar a fixed colour; opening a page below does not.
+  void viewWillDisappear(bool animated) const;
 };
 
 }  // namespace wispen

@@ -1,5 +1,12 @@
 // controllers/bundle_entry.cpp: what happens when the bundle is loaded.
 
+#include "cells/WispButton.hpp"
+#include "cells/WispHeader.hpp"
+#include "cells/WispSlider.hpp"
+#include "cells/WispToggle.hpp"
+#include "cells/XXXLabeledSliderCell.hpp"
+#include "cells/XXXSegmentTableImageCell.hpp"
+#include "cells/XXXSwitchWithInfoCell.hpp"
 #include "colour/UIColor_Wispen.hpp"
 #include "colour/UIImage_Wispen.hpp"
 #include "controllers/WispBaseController.hpp"
@@ -19,6 +26,13 @@ namespace {
   ContextMenuLabels::define();
   Expanded3DAdjustments::define();
   SepSettingsHSCell::define();
+  WispHeader::define();
+  XXXLabeledSliderCell::define();
+  XXXSwitchWithInfoCell::define();
+  XXXSegmentTableImageCell::define();
+  WispButton::define();
+  WispSlider::define();
+  WispToggle::define();
   define_color_category();
   define_image_category();
 }

@@ -105,6 +105,11 @@ size_t wispen_host_posted_count(void);
 /** Null out of range. Valid until the host stops. */
 const char* wispen_host_posted_name(size_t index);
 
+/** The system sounds that were played since the host started: none is heard. */
+size_t wispen_host_sound_count(void);
+/** Its number; 0 out of range. */
+unsigned int wispen_host_sound(size_t index);
+
 /** Called on the main thread, from within the run functions, once or more after a name was posted by whatever
  *  process on this root; `posts` is how many posts this call stands for. */
 typedef void (*wispen_host_listener)(const char* name, unsigned long long posts, void* context);
@@ -112,6 +117,84 @@ typedef void (*wispen_host_listener)(const char* name, unsigned long long posts,
 int wispen_host_listen(const char* name, wispen_host_listener listener, void* context);
 /** Ends a listening; unknown numbers are harmless. */
 void wispen_host_stop_listening(int listening);
+
+/* The screen. Places and sizes are in points from the top left corner, as the device is held. The Settings
+ * application comes up with the first of these calls. */
+
+/** Changes how the screen looks, in place: "appearance" (light, dark), "device" (phone, phone-small, pad, ...),
+ *  "orientation" (portrait, landscape), "text-size" (XS to XXXL, AccessibilityM to AccessibilityXXXL),
+ *  "language" (de,en) or "direction" (ltr, rtl, natural). Fails, and changes nothing, for a word that is none;
+ *  the error names those there are. */
+int wispen_host_set_look(const char* name, const char* value);
+/** The present value of a look; null for a name that is none. Valid until the next call of this library. */
+const char* wispen_host_look(const char* name);
+/** The devices there are, comma separated. Valid until the next call of this library. */
+const char* wispen_host_devices(void);
+
+/** The screen in points, and how many pixels a point has. */
+typedef struct wispen_host_screen_size {
+  double width;
+  double height;
+  double scale;
+} wispen_host_screen_size;
+wispen_host_screen_size wispen_host_screen(void);
+
+/** Offers the bundle of a folder on the front page of Settings. */
+int wispen_host_offer_bundle(const char* path);
+/** Shows a page with the pages that lead to it below it, without animation: "" or null for the list of Settings,
+ *  "root" for the offered or installed bundle's own page, else the class of a page that rows lead to. */
+int wispen_host_show_page(const char* page);
+/** The class of the page that is shown. Valid until the next call of this library. */
+const char* wispen_host_shown_page(void);
+/** Builds the lists of all pages anew from their files; pages, scroll positions and values stay. */
+int wispen_host_reload_pages(void);
+/** Lets time of a driven clock pass until nothing moves and nobody works in the background, but at most so
+ *  many seconds. */
+int wispen_host_settle(double at_most);
+
+/** What a finger does. There is one. */
+enum wispen_host_touch_phase {
+  WISPEN_HOST_TOUCH_BEGAN,
+  WISPEN_HOST_TOUCH_MOVED,
+  WISPEN_HOST_TOUCH_ENDED,
+  WISPEN_HOST_TOUCH_CANCELLED
+};
+int wispen_host_touch(enum wispen_host_touch_phase phase, double x, double y);
+/** Turns the wheel over a place; positive is up. */
+int wispen_host_wheel(double x, double y, double points);
+/** Writes text where the keyboard is, as if each character were typed. */
+int wispen_host_type(const char* text);
+/** Presses a key: tab, return, escape, backspace, delete, left, right, up, down, home, end, page-up,
+ *  page-down, space, or one character; "shift+" and "command+" before it. Fails for a key that there is not;
+ *  a key that nobody wants is no failure. */
+int wispen_host_key(const char* key);
+
+/** Writes a picture of the screen as PNG, whole or not at all. Scale 0 is the device's, else 0.5 to 4. With
+ *  `whole_page` the screen is as high as the page is long. */
+int wispen_host_snapshot(const char* path, double scale, int whole_page);
+
+/** The screen's pixels, kept from frame to frame: 32 bits a pixel, 0xAARRGGBB in the machine's byte order,
+ *  alpha premultiplied. Valid until the next call of wispen_host_frame or wispen_host_stop. */
+typedef struct wispen_host_frame_pixels {
+  const unsigned char* pixels;
+  int width;
+  int height;
+  size_t stride; /**< bytes from row to row */
+  /** The part that changed since the last call, in pixels; width 0 where nothing did. */
+  int changed_x, changed_y, changed_width, changed_height;
+} wispen_host_frame_pixels;
+/** Paints what changed. */
+int wispen_host_frame(wispen_host_frame_pixels* frame);
+/** Whether the next frame differs from the last: something was changed, or moves. */
+int wispen_host_frame_stale(void);
+/** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do what
+ *  touches and keys do; a strip of buttons, and F2 to F7, switch the looks in place. `languages` are those that
+ *  the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no display. */
+int wispen_host_run_window(const char* title, const char* languages);
+
+/** What is on the screen, as JSON: every window as a tree of views with "class", "frame", "text", "value" and
+ *  more, and the row beside each cell. Null on failure. Valid until the next call of this library. */
+const char* wispen_host_view_tree(void);
 
 #ifdef __cplusplus
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Foundation.hpp"
+#include "platform/UIKit.hpp"
 
 /// One row, or the head of a group of rows: what a dictionary of a specifier list says.
 class PSSpecifier : public NSObject {
@@ -37,10 +38,13 @@ class PSSpecifier : public NSObject {
 };
 
 /// A page that lists specifiers.
-class PSListController : public NSObject {
+class PSListController : public UIViewController {
  public:
   static constexpr objc::FixedString kClass{"PSListController"};
-  using NSObject::NSObject;
+  using UIViewController::UIViewController;
+
+  /// Nil before the view is loaded.
+  UITableView table() const { return objc::send<"table", UITableView>(*this); }
 
   /// The rows that the page shows; a subclass fills the framework's variable in its override.
   NSMutableArray specifiers() const { return objc::send<"specifiers", NSMutableArray>(*this); }
@@ -65,4 +69,49 @@ class PSListController : public NSObject {
         objc::detail::offset_of(objc::class_for<PSListController>().borrow(), "_specifiers");
     return *objc::detail::at<NSMutableArray>(objc::borrow(*this), offset);
   }
+};
+
+/// A row of a page, in the table.
+class PSTableCell : public UITableViewCell {
+ public:
+  static constexpr objc::FixedString kClass{"PSTableCell"};
+  using UITableViewCell::UITableViewCell;
+
+  PSSpecifier specifier() const { return objc::send<"specifier", PSSpecifier>(*this); }
+  NSString title() const { return objc::send<"title", NSString>(*this); }
+  void setTitle(const NSString& title) const { objc::send<"setTitle:">(*this, title); }
+  UILabel titleLabel() const { return objc::send<"titleLabel", UILabel>(*this); }
+  void refreshCellContentsWithSpecifier(const PSSpecifier& specifier) const {
+    objc::send<"refreshCellContentsWithSpecifier:">(*this, specifier);
+  }
+};
+
+/// A row with a control, through which its value is set.
+class PSControlTableCell : public PSTableCell {
+ public:
+  static constexpr objc::FixedString kClass{"PSControlTableCell"};
+  using PSTableCell::PSTableCell;
+
+  template <class T = UIControl>
+  T control() const {
+    return objc::send<"control", T>(*this);
+  }
+};
+
+class PSSwitchTableCell : public PSControlTableCell {
+ public:
+  static constexpr objc::FixedString kClass{"PSSwitchTableCell"};
+  using PSControlTableCell::PSControlTableCell;
+};
+
+class PSSliderTableCell : public PSControlTableCell {
+ public:
+  static constexpr objc::FixedString kClass{"PSSliderTableCell"};
+  using PSControlTableCell::PSControlTableCell;
+};
+
+class PSSegmentTableCell : public PSControlTableCell {
+ public:
+  static constexpr objc::FixedString kClass{"PSSegmentTableCell"};
+  using PSControlTableCell::PSControlTableCell;
 };

@@ -46,6 +46,9 @@ size_t platform_strlcpy(char* target, const char* source, size_t size) PLATFORM_
 size_t platform_strlcat(char* target, const char* source, size_t size) PLATFORM_SYMBOL(strlcat);
 
 /** The decimal number at the beginning, as strtof reads it; a null locale is the "C" locale. */
+/* Formats in a locale; null is the C locale, whatever the process has set. */
+int platform_snprintf_l(char* text, size_t size, void* locale, const char* format, ...)
+    PLATFORM_SYMBOL(snprintf_l);
 float platform_strtof_l(const char* text, char** end, void* locale) PLATFORM_SYMBOL(strtof_l);
 
 /** A once-token: zero before, all ones after. */

@@ -7,21 +7,27 @@
 #include <string>
 #include <utility>
 
+#include "host/app/c_interface.hpp"
 #include "host/app/host.hpp"
+#include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/foundation/problems.hpp"
 #include "host/wispen_host.h"
 
+namespace wispen::c_interface {
+
 namespace {
 
-using wispen::Host;
-using wispen::Result;
-
-std::unique_ptr<Host> host;
 std::string last_error;
-std::string answer;  // the bytes behind the last const char* that was given out
-std::deque<std::string> problems;
+std::string answer;
+
+}  // namespace
+
+std::unique_ptr<Host>& running_host() {
+  static std::unique_ptr<Host> host;
+  return host;
+}
 
 int done() {
   last_error.clear();
@@ -36,10 +42,30 @@ int failed(std::string why) {
 int done_or_failed(const Result<void>& result) { return result ? done() : failed(result.error().message); }
 
 bool is_running() {
-  if (host != nullptr) return true;
+  if (running_host() != nullptr) return true;
   failed("no host is running");
   return false;
 }
+
+const char* give(std::string text) {
+  answer = std::move(text);
+  return answer.c_str();
+}
+
+}  // namespace wispen::c_interface
+
+namespace {
+
+using wispen::Host;
+using wispen::Result;
+using wispen::c_interface::done;
+using wispen::c_interface::done_or_failed;
+using wispen::c_interface::failed;
+using wispen::c_interface::give;
+using wispen::c_interface::is_running;
+
+std::unique_ptr<Host>& host = wispen::c_interface::running_host();
+std::deque<std::string> problems;
 
 /// A time from outside: a finite number of seconds that is not negative and fits the clock.
 Result<wispen::Nanoseconds> duration(double seconds) {
@@ -95,14 +121,16 @@ extern "C" {
 
 [[gnu::visibility("default")]] int wispen_host_running(void) { return host != nullptr ? 1 : 0; }
 
-[[gnu::visibility("default")]] const char* wispen_host_last_error(void) { return last_error.c_str(); }
+[[gnu::visibility("default")]] const char* wispen_host_last_error(void) {
+  return wispen::c_interface::last_error.c_str();
+}
 
 [[gnu::visibility("default")]] const char* wispen_host_next_problem(void) {
   for (std::string& sentence : wispen::take_problems()) problems.push_back(std::move(sentence));
   if (problems.empty()) return nullptr;
-  answer = std::move(problems.front());
+  std::string sentence = std::move(problems.front());
   problems.pop_front();
-  return answer.c_str();
+  return give(std::move(sentence));
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_root(void) {
@@ -116,14 +144,12 @@ extern "C" {
     failed(path.error().message);
     return nullptr;
   }
-  answer = *std::move(path);
-  return answer.c_str();
+  return give(*std::move(path));
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_default_root(void) {
   auto folder = wispen::DeviceRoot::default_folder();
-  answer = folder ? *std::move(folder) : std::string();
-  return answer.c_str();
+  return give(folder ? *std::move(folder) : std::string());
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_jailbreak_path(const char* path) {
@@ -196,6 +222,13 @@ extern "C" {
 [[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
   const auto& names = wispen::posted_notifications();
   return index < names.size() ? names[index]->c_str() : nullptr;
+}
+
+[[gnu::visibility("default")]] size_t wispen_host_sound_count(void) { return wispen::played_sounds().size(); }
+
+[[gnu::visibility("default")]] unsigned int wispen_host_sound(size_t index) {
+  const auto& sounds = wispen::played_sounds();
+  return index < sounds.size() ? sounds[index] : 0;
 }
 
 [[gnu::visibility("default")]] int wispen_host_listen(const char* name, wispen_host_listener listener,

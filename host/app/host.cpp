@@ -8,13 +8,16 @@
 #include <array>
 #include <utility>
 
+#include "host/app/settings/settings_app.hpp"
 #include "host/core/current_root.hpp"
 #include "host/core/platform_dlfcn.hpp"
 #include "host/core/queues.hpp"
+#include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
-#include "host/preferences/list_controller.hpp"
+#include "host/onboarding/welcome_controller.hpp"
+#include "host/preferences/preferences.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
 namespace wispen {
@@ -102,8 +105,8 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   if (auto started = start_foundation(); !started) return started.error();
   uikit::define_uikit();
   uikit::set_display_settings(display_of(options));
-  preferences::Specifier::define();
-  preferences::ListController::define();
+  preferences::define_preferences();
+  onboarding::WelcomeController::define();
 
   set_preferred_languages(options.languages);
   if (!options.library_search_path.empty()) {
@@ -126,7 +129,9 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
                                            .job_scope = run_in_pool});
   Queues::shared().attach(*loop_);
   session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
+  frame_buffer_ = std::make_unique<uikit::FrameBuffer>(*session_);
   clear_posted_notifications();
+  clear_played_sounds();
 }
 
 Host::~Host() { stop(); }
@@ -134,6 +139,11 @@ Host::~Host() { stop(); }
 bool Host::stop() {
   if (std::exchange(stopped_, true)) return true;
   while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
+  {
+    const objc::AutoreleasePool pool;
+    settings_.reset();
+    frame_buffer_.reset();
+  }
   const bool ended = Queues::shared().stop();
   session_.reset();
   set_current_root(nullptr);
@@ -169,7 +179,13 @@ Result<void> Host::set_look(const std::string& name, const std::string& value) {
   set_preferred_languages(options_.languages);
   uikit::set_display_settings(display_of(options_));
   session_->set_device(device_of(options_));
+  if (settings_ != nullptr && name == "language") settings_->reload();
   return {};
+}
+
+SettingsApp& Host::settings() {
+  if (settings_ == nullptr) settings_ = std::make_unique<SettingsApp>(*this);
+  return *settings_;
 }
 
 Result<NSBundle> Host::load_bundle(const std::string& path) {

@@ -12,10 +12,13 @@
 #include "host/core/main_loop.hpp"
 #include "host/core/notification_listener.hpp"
 #include "host/core/result.hpp"
+#include "host/uikit/painting/frame_buffer.hpp"
 #include "host/uikit/session.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {
+
+class SettingsApp;
 
 /// What a host starts with.
 struct HostOptions {
@@ -55,6 +58,12 @@ class Host {
   Result<void> set_look(const std::string& name, const std::string& value);
 
   Result<NSBundle> load_bundle(const std::string& path);
+  /// Of the bundle loaded last; nil before.
+  objc::ClassRef principal_class() const { return principal_class_; }
+  /// The Settings application, made at the first call.
+  SettingsApp& settings();
+  /// The screen's pixels from frame to frame.
+  uikit::FrameBuffer& frame_buffer() { return *frame_buffer_; }
   /// A new page; with no name the principal class of the bundle loaded last.
   Result<NSObject> open_page(const std::string& class_name);
 
@@ -70,6 +79,8 @@ class Host {
   std::shared_ptr<const DeviceRoot> root_;
   std::unique_ptr<MainLoop> loop_;
   std::unique_ptr<uikit::Session> session_;
+  std::unique_ptr<uikit::FrameBuffer> frame_buffer_;
+  std::unique_ptr<SettingsApp> settings_;
   objc::ClassRef principal_class_;
   bool stopped_ = false;
 

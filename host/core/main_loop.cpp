@@ -227,6 +227,7 @@ Result<void> MainLoop::run_for(Nanoseconds duration) {
 
 void MainLoop::run() {
   do {
+    if (before_wait_) run_job(before_wait_);
     turn(kLongest);
   } while (!take_stop());
 }

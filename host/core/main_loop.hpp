@@ -46,6 +46,10 @@ class MainLoop {
   /// when that ends.
   void set_busy_check(std::function<bool()> check) { busy_check_ = std::move(check); }
 
+  /// Run by run() each time before it waits, so that a screen can show what the jobs before have changed. On
+  /// the loop's thread; none takes it away.
+  void set_before_wait(Job job) { before_wait_ = std::move(job); }
+
   /// Runs `job` on the loop, after what was posted before it.
   void post(Job job);
   /// Runs `job` when `delay` has passed on the loop's clock, and then every `interval`, if that is over 0.
@@ -94,6 +98,7 @@ class MainLoop {
   const std::thread::id thread_;
   JobScope job_scope_ = nullptr;
   std::function<bool()> busy_check_;
+  Job before_wait_;
 
   std::mutex mutex_;  // guards the two lists that other threads add to
   std::deque<Job> posted_;

@@ -3,6 +3,8 @@
 #include "host/core/platform_strings.hpp"
 
 #include <locale.h>
+#include <stdarg.h>
+#include <stdio.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -25,7 +27,25 @@ std::size_t wispen_platform_strlcat(char* target, const char* source, std::size_
   return held + wispen_platform_strlcpy(target + held, source, size - held);
 }
 
+namespace {
+
+locale_t c_locale() {
+  static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  return locale;
+}
+
+}  // namespace
+
+int wispen_platform_snprintf_l(char* text, std::size_t size, void* /*locale*/, const char* format, ...) {
+  const locale_t before = ::uselocale(c_locale());
+  va_list arguments;
+  va_start(arguments, format);
+  const int length = ::vsnprintf(text, size, format, arguments);
+  va_end(arguments);
+  ::uselocale(before);
+  return length;
+}
+
 float wispen_platform_strtof_l(const char* text, char** end, void* /*locale*/) {
-  static const locale_t c_locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-  return ::strtof_l(text, end, c_locale);
+  return ::strtof_l(text, end, c_locale());
 }

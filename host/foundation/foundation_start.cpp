@@ -4,6 +4,7 @@
 
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/file_dictionaries.hpp"
+#include "host/foundation/task_environment.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {
@@ -40,6 +41,7 @@ Result<void> start_foundation() {
   keep_out_of_the_home();
   install_file_dictionaries();
   install_bundles();
+  install_task_environment();
   started = true;
   return {};
 }

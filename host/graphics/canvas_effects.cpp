@@ -90,7 +90,9 @@ void Canvas::draw_material(const Path& path, const Material& material) {
   const Rect all = Rect::make(0, 0, drawn.width, drawn.height);
   const Rect pane = shown.offset(target.offset_x, target.offset_y).pixel_aligned().intersection(all);
   // The blur sees a margin around the pane, or a bright spot would appear only once the pane touches it.
-  const Rect area = pane.inset(-margin, -margin).intersection(all);
+  const Rect whole =
+      device_bounds(cairo, path.bounds()).offset(target.offset_x, target.offset_y).pixel_aligned();
+  const Rect area = (material.bounded ? whole : pane.inset(-margin, -margin)).intersection(all);
   auto softened = Pixels::create(std::llround(pane.width()), std::llround(pane.height()));
   if (!softened) return;
   const PixelView behind{drawn.row(static_cast<int>(area.min_y())) + static_cast<int>(area.min_x()),

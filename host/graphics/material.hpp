@@ -10,6 +10,7 @@ struct Material {
   double sigma = 0;  ///< of the blur, in points
   double saturation = 1;
   Colour tint;
+  bool bounded = false;  ///< sees only what lies under the pane itself, as if its rim went on outside
   friend bool operator==(const Material&, const Material&) = default;
 };
 

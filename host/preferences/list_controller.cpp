@@ -5,22 +5,10 @@
 #include <algorithm>
 #include <deque>
 
+#include "host/preferences/list_state.hpp"
 #include "host/preferences/specifier_list.hpp"
-#include "platform/CoreFoundation.hpp"
 
 namespace wispen::preferences {
-
-struct ListControllerState {
-  std::deque<ListChange> changes;
-  // Where each group starts, for the list as it stood when `grouped` was set.
-  std::vector<std::size_t> group_starts;
-  bool grouped = false;
-  // Where a specifier was last found: pages walk their rows in order, and a search that starts there makes
-  // the walk linear.
-  std::size_t cursor = 0;
-  PSSpecifier specifier;
-  NSString title;
-};
 
 ListControllerState& ListController::parts() const { return state<ListControllerState>(); }
 
@@ -49,7 +37,7 @@ NSMutableArray ListController::loadSpecifiersFromPlistNameInBundle(const NSStrin
                                                                    const NSBundle& bundle) const {
   const SpecifierList loaded = load_specifier_list(bundle, name, target);
   // A page that a row opened bears the row's label; only the first page takes its list's title.
-  if (loaded.title && !parts().specifier && !parts().title) parts().title = loaded.title;
+  if (loaded.title && !specifier()) objc::send<"setTitle:">(*this, loaded.title);
   parts().grouped = false;
   return loaded.specifiers;
 }
@@ -59,6 +47,7 @@ void ListController::record(ListChange::Kind kind, std::size_t index, const PSSp
   auto& changes = parts().changes;
   if (changes.size() == kMostChanges) changes.pop_front();
   changes.push_back({kind, index, specifier, animated});
+  if (table()) show_change(ListChange(changes.back()));
 }
 
 void ListController::reloadSpecifiers() const {
@@ -248,11 +237,31 @@ NSArray ListController::specifiersInGroup(NSInteger group) const {
   return members;
 }
 
+PSSpecifier ListController::group_head(NSInteger group) const {
+  const auto& starts = group_starts();
+  if (group < 0 || static_cast<std::size_t>(group) >= starts.size()) return PSSpecifier();
+  const PSSpecifier first = specifierAtIndex(static_cast<NSInteger>(starts[static_cast<std::size_t>(group)]));
+  return first.cellType() == static_cast<NSInteger>(CellType::Group) ? first : PSSpecifier();
+}
+
 NSInteger ListController::rowsForGroup(NSInteger group) const {
-  const NSArray members = specifiersInGroup(group);
-  const bool headed = members.count() > 0 && members.objectAtIndex<PSSpecifier>(0).cellType() ==
-                                                 static_cast<NSInteger>(CellType::Group);
-  return static_cast<NSInteger>(members.count()) - (headed ? 1 : 0);
+  const auto& starts = group_starts();
+  if (group < 0 || static_cast<std::size_t>(group) >= starts.size()) return 0;
+  const auto index = static_cast<std::size_t>(group);
+  const std::size_t end = index + 1 < starts.size() ? starts[index + 1] : shown().count();
+  return static_cast<NSInteger>(end - starts[index]) - (group_head(group) ? 1 : 0);
+}
+
+PSSpecifier ListController::specifier_at(uikit::RowPath path) const {
+  if (path.row < 0 || path.row >= rowsForGroup(path.section)) return PSSpecifier();
+  const auto start = static_cast<NSInteger>(group_starts()[static_cast<std::size_t>(path.section)]);
+  return specifierAtIndex(start + path.row + (group_head(path.section) ? 1 : 0));
+}
+
+uikit::RowPath ListController::path_of(const PSSpecifier& specifier) const {
+  uikit::RowPath path;
+  if (!getGroupRow(&path.section, &path.row, specifier) || path.row < 0) return {-1, -1};
+  return path;
 }
 
 bool ListController::getGroupRow(NSInteger* group, NSInteger* row, const PSSpecifier& specifier) const {
@@ -268,58 +277,9 @@ bool ListController::getGroupRow(NSInteger* group, NSInteger* row, const PSSpeci
 }
 
 NSObject ListController::indexPathForSpecifier(const PSSpecifier& specifier) const {
-  NSInteger place[2];
-  if (!getGroupRow(&place[0], &place[1], specifier) || place[1] < 0) return NSObject();
-  const NSUInteger indexes[2] = {static_cast<NSUInteger>(place[0]), static_cast<NSUInteger>(place[1])};
-  return objc::send<"indexPathWithIndexes:length:", NSObject>(
-      objc::class_named<"NSIndexPath">(), static_cast<const NSUInteger*>(indexes), NSUInteger{2});
+  const uikit::RowPath path = path_of(specifier);
+  return path.section >= 0 ? uikit::index_path(path) : NSObject();
 }
-
-namespace {
-
-/// The phone's user keeps these below the home folder, which the host's current root stands for.
-NSString domain_file(const PSSpecifier& specifier) {
-  const auto domain = objc::cast_or_nil<NSString>(specifier.propertyForKey("defaults"_ns));
-  if (!domain) return NSString();
-  return ("/var/mobile/Library/Preferences/" + domain.utf8() + ".plist").c_str();
-}
-
-}  // namespace
-
-NSObject ListController::readPreferenceValue(const PSSpecifier& specifier) const {
-  const NSObject key = specifier.propertyForKey("key"_ns);
-  NSObject value;
-  if (const NSString file = domain_file(specifier)) {
-    value = NSDictionary::dictionaryWithContentsOfFile(file).objectForKey(key);
-  }
-  return value ? value : specifier.propertyForKey("default"_ns);
-}
-
-void ListController::setPreferenceValue(const NSObject& value, const PSSpecifier& specifier) const {
-  const NSObject key = specifier.propertyForKey("key"_ns);
-  const NSString file = domain_file(specifier);
-  if (!key || !file) return;  // documented: a row without both stores nothing
-  NSMutableDictionary domain = NSMutableDictionary::dictionaryWithContentsOfFile(file);
-  if (!domain) domain = NSMutableDictionary::dictionary();
-  if (value) {
-    domain.setObject(value, key);
-  } else {
-    domain.removeObjectForKey(key);
-  }
-  domain.writeToFile(file, true);
-  if (const auto name = objc::cast_or_nil<NSString>(specifier.propertyForKey("PostNotification"_ns))) {
-    CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), name, nullptr,
-                                         NSDictionary(), true);
-  }
-}
-
-PSSpecifier ListController::specifier() const { return parts().specifier; }
-void ListController::setSpecifier(const PSSpecifier& specifier) const {
-  parts().specifier = specifier;
-  if (specifier) parts().title = specifier.name();
-}
-NSString ListController::title() const { return parts().title; }
-void ListController::setTitle(const NSString& title) const { parts().title = title; }
 
 std::vector<ListChange> ListController::changes() const {
   return {parts().changes.begin(), parts().changes.end()};
@@ -341,8 +301,8 @@ NSArray ListController::specifierChanges() const {
 }
 
 void ListController::define() {
-  objc::Class<ListController>()
-      .variable<"_specifiers", NSMutableArray>()
+  objc::Class<ListController> page;
+  page.variable<"_specifiers", NSMutableArray>()
       .state<ListControllerState>()
       .method<"specifiers", &ListController::specifiers>()
       .method<"setSpecifiers:", &ListController::setSpecifiers>()
@@ -381,15 +341,10 @@ void ListController::define() {
       .method<"specifiersInGroup:", &ListController::specifiersInGroup>()
       .method<"getGroup:row:ofSpecifier:", &ListController::getGroupRow>()
       .method<"indexPathForSpecifier:", &ListController::indexPathForSpecifier>()
-      .method<"readPreferenceValue:", &ListController::readPreferenceValue>()
-      .method<"setPreferenceValue:specifier:", &ListController::setPreferenceValue>()
-      .method<"specifier", &ListController::specifier>()
-      .method<"setSpecifier:", &ListController::setSpecifier>()
-      .method<"title", &ListController::title>()
-      .method<"setTitle:", &ListController::setTitle>()
       .method<"specifierChanges", &ListController::specifierChanges>()
-      .method<"clearSpecifierChanges", &ListController::clearChanges>()
-      .register_class();
+      .method<"clearSpecifierChanges", &ListController::clearChanges>();
+  define_table(page);
+  page.register_class();
 }
 
 }  // namespace wispen::preferences

@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "host/preferences/specifier.hpp"
+#include "host/preferences/page_controller.hpp"
+#include "host/uikit/tables/table_view.hpp"
 
 namespace wispen::preferences {
 
@@ -20,8 +21,9 @@ struct ListChange {
 struct ListControllerState;
 
 /// The host's PSListController. A subclass fills the variable `_specifiers` in its `specifiers` and returns
-/// it; everything else works on that list. Every change is recorded, in order.
-class ListController : public objc::Authored<ListController, NSObject> {
+/// it; everything else works on that list. Every change is recorded, in order, and shown by the table when
+/// there is one: the page is the table's source and delegate (see list_table.cpp).
+class ListController : public objc::Authored<ListController, PageController> {
  public:
   static constexpr objc::FixedString kClass{"PSListController"};
   using Authored::Authored;
@@ -79,15 +81,21 @@ class ListController : public objc::Authored<ListController, NSObject> {
   /// Section and row; nil for a group's head and for a specifier that is not in the list.
   NSObject indexPathForSpecifier(const PSSpecifier& specifier) const;
 
-  /// The default store, for pages that bring none: the row's "key" in the file of its "defaults" below the
-  /// device's own Library/Preferences, else its "default".
-  NSObject readPreferenceValue(const PSSpecifier& specifier) const;
-  void setPreferenceValue(const NSObject& value, const PSSpecifier& specifier) const;
+  /// The head of a group; nil for a group without one, and outside the list.
+  PSSpecifier group_head(NSInteger group) const;
+  /// Nil outside the list.
+  PSSpecifier specifier_at(uikit::RowPath path) const;
+  /// Section -1 for a head and for a specifier that is not in the list.
+  uikit::RowPath path_of(const PSSpecifier& specifier) const;
 
-  PSSpecifier specifier() const;
-  void setSpecifier(const PSSpecifier& specifier) const;
-  NSString title() const;
-  void setTitle(const NSString& title) const;
+  /// Nil before the page's view is loaded.
+  uikit::TableView table() const;
+  /// The variable `_specifiers`.
+  NSMutableArray& specifiers_slot() const { return list(); }
+  /// What a tap on the row does.
+  void act(const PSSpecifier& specifier) const;
+  /// The page that the row opens, set up for the row; nil where it opens none.
+  uikit::ViewController page_for(const PSSpecifier& specifier) const;
 
   /// The changes since the last clearChanges, oldest first; only the latest kMostChanges are kept.
   static constexpr std::size_t kMostChanges = 65536;
@@ -98,12 +106,15 @@ class ListController : public objc::Authored<ListController, NSObject> {
   NSArray specifierChanges() const;
 
  private:
+  friend struct ListTable;
+  static void define_table(objc::Class<ListController>& page);
   ListControllerState& parts() const;
   NSMutableArray& list() const { return variable<NSMutableArray, "_specifiers">(); }
   NSMutableArray shown() const;
   void record(ListChange::Kind kind, std::size_t index, const PSSpecifier& specifier, bool animated) const;
   void insert(const PSSpecifier& specifier, std::size_t index, bool animated) const;
   void remove(std::size_t index, bool animated) const;
+  void show_change(const ListChange& change) const;
   const std::vector<std::size_t>& group_starts() const;
 };
 

@@ -35,6 +35,32 @@ int tour(const CommonOptions& options);
 /// Checks the bundle's specifier lists.
 int lint(const CommonOptions& options);
 
+struct SnapshotOptions {
+  LookOptions look;
+  std::string page;    // empty: the root page
+  std::string output;  // a file, or a folder for all pages
+  double scale = 0;    // 0: the device's
+  bool all = false;
+  bool whole_page = false;
+};
+/// Pictures of one page or of all of them.
+int snapshot(const CommonOptions& options, const SnapshotOptions& what);
+
+struct InspectOptions {
+  LookOptions look;
+  std::string page;  // empty: the root page
+};
+/// What is on a page's screen: the tree of views, and the row beside each cell.
+int inspect(const CommonOptions& options, const InspectOptions& what);
+
+struct DriveOptions {
+  LookOptions look;
+  std::string script;  // a file, or "-"
+  std::string failure_picture = "failure.png";
+};
+/// Uses the pages as a script says: one line of JSON a step, and a picture of the moment at the first failure.
+int drive(const CommonOptions& options, const DriveOptions& what);
+
 struct ColourOptions {
   std::string operation;  // hex, dark, dominant or second
   std::vector<std::string> inputs;

@@ -49,6 +49,8 @@ int lint(const CommonOptions& options) {
   if (!session) return kFailed;
   const std::string folder =
       NSBundle::bundleForClass(objc::class_of(session->pages().front().controller)).bundlePath().utf8();
+  // Some classes exist only once the first page has come up.
+  objc::send<"view", NSObject>(session->pages().front().controller);
   const RuntimeClasses classes(session->pages());
   const std::vector<lint::Finding> findings = lint::check_bundle(folder, classes);
   std::size_t errors = 0;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/program/commands.hpp"
+#include "host/program/drive/script.hpp"
 #include "host/program/output.hpp"
 
 namespace {
@@ -29,6 +30,18 @@ void add_common(CLI::App& command, CommonOptions& options, bool with_bundle = tr
 
 void add_json(CLI::App& command, CommonOptions& options) {
   command.add_flag("--json", options.json, "Answer in JSON");
+}
+
+void add_look(CLI::App& command, LookOptions& look) {
+  command.add_option("--device", look.device, "phone, phone-small, phone-large, pad, pad-13, ...")
+      ->type_name("DEVICE");
+  command.add_option("--orientation", look.orientation, "How the device is held")
+      ->type_name("portrait|landscape");
+  command.add_option("--appearance", look.appearance, "The system's appearance")->type_name("light|dark");
+  command.add_option("--text-size", look.text_size, "The user's text size: XS to XXXL, AccessibilityM to ...XXXL")
+      ->type_name("SIZE");
+  command.add_option("--direction", look.direction, "The way the language is read")
+      ->type_name("ltr|rtl|natural");
 }
 
 }  // namespace
@@ -55,6 +68,39 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   add_common(*pages, options);
   add_json(*pages, options);
   on(pages, [&] { return list_pages(options, page); });
+
+  SnapshotOptions snapshot_options;
+  auto* pictures = app.add_subcommand("snapshot", "Write a picture of a page, or of all pages, as PNG");
+  pictures->add_option("PAGE", snapshot_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  pictures->add_option("-o,--output", snapshot_options.output, "The file (page.png), or the folder with --all")
+      ->type_name("PATH");
+  pictures->add_flag("--all", snapshot_options.all, "Every page, each into a file of its own");
+  pictures->add_flag("--full-length", snapshot_options.whole_page, "As high as the page is long");
+  pictures->add_option("--scale", snapshot_options.scale, "Pixels a point, 0.5 to 4 (the device's)")
+      ->type_name("SCALE");
+  add_look(*pictures, snapshot_options.look);
+  add_common(*pictures, options);
+  add_json(*pictures, options);
+  on(pictures, [&] { return snapshot(options, snapshot_options); });
+
+  InspectOptions inspect_options;
+  auto* look_at = app.add_subcommand("inspect", "Print a page's tree of views, and the row beside each cell");
+  look_at->add_option("PAGE", inspect_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  add_look(*look_at, inspect_options.look);
+  add_common(*look_at, options);
+  add_json(*look_at, options);
+  on(look_at, [&] { return inspect(options, inspect_options); });
+
+  DriveOptions drive_options;
+  auto* driving = app.add_subcommand("drive", "Use the pages as a script says: tap, drag, type, expect, snapshot");
+  driving->add_option("SCRIPT", drive_options.script, "The script's file, or - for standard input")->required();
+  driving->add_option("--failure-picture", drive_options.failure_picture, "Where the moment of a failure goes")
+      ->type_name("FILE.png");
+  driving->footer("\n" + script_help() + "Each step answers one line of JSON. Exit status: 0 all done, 1 a step "
+                  "failed, 2 the script has an error.");
+  add_look(*driving, drive_options.look);
+  add_common(*driving, options);
+  on(driving, [&] { return drive(options, drive_options); });
 
   DefaultsOptions defaults_options;
   auto* defaults =

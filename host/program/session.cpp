@@ -37,6 +37,10 @@ std::string program_folder() {
   return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
 }
 
+std::string bundle_folder(const CommonOptions& options) {
+  return options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
+}
+
 NSArray Page::all_specifiers() const {
   const NSArray shown = controller.specifiers();  // builds the list, where that is still to be done
   if (objc::responds_to(controller, objc::selector<"savedSpecifiers">())) {
@@ -49,14 +53,16 @@ bool Page::shows(const PSSpecifier& specifier) const {
   return controller.specifiers().containsObject(specifier);
 }
 
-std::optional<Session> Session::start(const CommonOptions& options) {
+std::optional<Session> Session::start(const CommonOptions& options) { return start_on_clock(options, true); }
+
+std::optional<Session> Session::start_on_clock(const CommonOptions& options, bool wall_clock) {
   wispen_host_options host{};
   host.size = sizeof host;
   const std::string root = options.root.empty() ? wispen_host_default_root() : options.root;
   host.root = root.c_str();
   if (!options.layout.empty()) host.layout = options.layout.c_str();
   host.languages = options.languages.c_str();
-  host.wall_clock = 1;
+  host.wall_clock = wall_clock ? 1 : 0;
   if (wispen_host_start(&host) == 0) {
     fail(wispen_host_last_error());
     return std::nullopt;
@@ -67,9 +73,27 @@ std::optional<Session> Session::start(const CommonOptions& options) {
 std::optional<Session> Session::start_with_bundle(const CommonOptions& options) {
   auto session = start(options);
   if (!session) return session;
-  const std::string bundle =
-      options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
-  if (wispen_host_load_bundle(bundle.c_str()) == nullptr) {
+  if (wispen_host_load_bundle(bundle_folder(options).c_str()) == nullptr) {
+    fail(wispen_host_last_error());
+    return std::nullopt;
+  }
+  return session;
+}
+
+std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look) {
+  auto session = start_on_clock(options, false);
+  if (!session) return session;
+  const std::pair<const char*, const std::string*> looks[] = {{"device", &look.device},
+                                                              {"orientation", &look.orientation},
+                                                              {"appearance", &look.appearance},
+                                                              {"text-size", &look.text_size},
+                                                              {"direction", &look.direction}};
+  for (const auto& [name, value] : looks) {
+    if (value->empty() || wispen_host_set_look(name, value->c_str()) != 0) continue;
+    fail(wispen_host_last_error());
+    return std::nullopt;
+  }
+  if (wispen_host_offer_bundle(bundle_folder(options).c_str()) == 0) {
     fail(wispen_host_last_error());
     return std::nullopt;
   }

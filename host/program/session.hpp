@@ -18,6 +18,15 @@ struct CommonOptions {
   bool json = false;
 };
 
+/// How a screen looks; empty words are the host's defaults.
+struct LookOptions {
+  std::string device;
+  std::string orientation;
+  std::string appearance;
+  std::string text_size;
+  std::string direction;
+};
+
 /// A page of the bundle, open.
 struct Page {
   PSListController controller;
@@ -32,6 +41,8 @@ struct Page {
 
 /// The folder of this program.
 std::string program_folder();
+/// The bundle that the options name, or the one beside the program.
+std::string bundle_folder(const CommonOptions& options);
 
 /// Starts the host; ends it when it goes. One at a time.
 class Session {
@@ -39,6 +50,8 @@ class Session {
   /// Prints why and gives nothing where the host cannot start (or the bundle cannot be loaded).
   static std::optional<Session> start(const CommonOptions& options);
   static std::optional<Session> start_with_bundle(const CommonOptions& options);
+  /// With a screen that looks so, the bundle offered on the list of Settings, and a clock that is driven.
+  static std::optional<Session> start_with_screen(const CommonOptions& options, const LookOptions& look);
   Session(Session&& other) noexcept : running_(std::exchange(other.running_, false)) {}
   Session& operator=(Session&&) = delete;
   ~Session();
@@ -50,6 +63,7 @@ class Session {
 
  private:
   Session() = default;
+  static std::optional<Session> start_on_clock(const CommonOptions& options, bool wall_clock);
   bool running_ = true;
 };
 

@@ -4,11 +4,17 @@
 #include "host/uikit/controllers/navigation_controller.hpp"
 #include "host/uikit/controllers/presentation.hpp"
 #include "host/uikit/controllers/trait_collection.hpp"
+#include "host/uikit/controls/activity_indicator.hpp"
 #include "host/uikit/controls/button.hpp"
 #include "host/uikit/controls/control.hpp"
 #include "host/uikit/controls/image_view.hpp"
 #include "host/uikit/controls/label.hpp"
+#include "host/uikit/controls/segmented_control.hpp"
+#include "host/uikit/controls/slider.hpp"
+#include "host/uikit/controls/switch.hpp"
 #include "host/uikit/controls/text_field.hpp"
+#include "host/uikit/effects/backdrop_view.hpp"
+#include "host/uikit/effects/visual_effect_view.hpp"
 #include "host/uikit/events/gesture_recognizer.hpp"
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/events/touch.hpp"
@@ -17,6 +23,7 @@
 #include "host/uikit/layout/layout_guide.hpp"
 #include "host/uikit/layout/stack_view.hpp"
 #include "host/uikit/session.hpp"
+#include "host/uikit/tables/header_footer_view.hpp"
 #include "host/uikit/tables/table_view.hpp"
 #include "host/uikit/values/values.hpp"
 #include "host/uikit/views/application.hpp"
@@ -48,6 +55,15 @@ void define_uikit() {
   Control::define();
   Button::define();
   TextField::define();
+  Switch::define();
+  Slider::define();
+  SegmentedControl::define();
+  ActivityIndicator::define();
+  VisualEffect::define();
+  BlurEffect::define();
+  VisualEffectView::define();
+  BackdropSettings::define();
+  BackdropView::define();
   ViewController::define();
   BarButtonItem::define();
   NavigationItem::define();
@@ -58,6 +74,7 @@ void define_uikit() {
   AlertController::define();
   ScrollView::define();
   TableCell::define();
+  HeaderFooterView::define();
   TableView::define();
 }
 

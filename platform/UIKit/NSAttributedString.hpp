@@ -67,6 +67,9 @@ class NSMutableAttributedString : public NSAttributedString {
   };
   static Allocated alloc() { return Allocated(objc::allocate<NSMutableAttributedString>()); }
 
+  /// Changes between these two are made as one.
+  void beginEditing() const { objc::send<"beginEditing">(*this); }
+  void endEditing() const { objc::send<"endEditing">(*this); }
   void addAttribute(const NSString& name, const objc::Object& value, NSRange range) const {
     objc::send<"addAttribute:value:range:">(*this, name, value, range);
   }

@@ -119,6 +119,11 @@ inline abi::id copy_entry(abi::id self, abi::SEL, void* /*zone*/) {
   return leak(((*Borrowed<Self>(self)).*Function)());
 }
 
+template <class Self, auto Function>
+inline abi::id creating_entry(abi::id self, abi::SEL) {
+  return leak(Function(*Borrowed<Self>(self)));
+}
+
 template <FixedString Sel, class T>
 consteval void check_method() {
   static_assert(Sel.count(':') == T::kArguments,
@@ -226,6 +231,18 @@ class Class {
     if (building_ != nullptr) {
       abi::class_addMethod(building_, selector<Sel>().borrow(),
                            reinterpret_cast<abi::IMP>(&detail::copy_entry<T, Function>), "@@:^v");
+    }
+    return *this;
+  }
+
+  /// A method without arguments whose name begins with "new": the caller owns what it gives. The function
+  /// takes the receiver.
+  template <FixedString Sel, auto Function>
+  Class& creating() {
+    static_assert(returns_owned_reference(Sel) && Sel.count(':') == 0, "only methods named new create");
+    if (building_ != nullptr) {
+      abi::class_addMethod(building_, selector<Sel>().borrow(),
+                           reinterpret_cast<abi::IMP>(&detail::creating_entry<T, Function>), "@@:");
     }
     return *this;
   }

@@ -265,10 +265,10 @@ struct AlertMethods {
   }
 
   static void viewDidAppear(const Self& self, bool) {
-    if (!self.alert().fields.empty()) self.alert().fields.front().becomeFirstResponder();
+    if (!self.alert().fields.empty()) objc::send<"becomeFirstResponder", bool>(self.alert().fields.front());
   }
   static void viewWillDisappear(const Self& self, bool) {
-    for (const TextField& field : self.alert().fields) field.resignFirstResponder();
+    for (const TextField& field : self.alert().fields) objc::send<"resignFirstResponder", bool>(field);
   }
 
   static void addAction(const Self& self, const AlertAction& action) {

@@ -9,6 +9,7 @@
 #include "host/uikit/controls/button.hpp"
 #include "host/uikit/controls/label.hpp"
 #include "host/uikit/painting/painter.hpp"
+#include "host/uikit/painting/panes.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
@@ -242,14 +243,14 @@ struct NavigationBarMethods {
     if (const UIColor tint = self.bar().bar_tint) {
       canvas.fill(area, colour_of(tint));
     } else {
-      graphics::Material material = graphics::blur_effect_material(kChromeMaterial);
-      canvas.draw_material(graphics::Path::rect(area), material);
+      paint_pane(view, canvas, area, graphics::blur_effect_material(kChromeMaterial));
     }
     const double line = 1 / canvas.scale();
     canvas.fill(Rect{{area.min_x(), area.max_y() - line}, {area.width(), line}},
                 colour_of(UIColor::separatorColor()));
   }
 
+  static void didMoveToWindow(const Self& self) { note_pane(self); }
   static void backTapped(const Self& self) { objc::send<"_goBack">(self.bar().back_target.lock()); }
   static NavigationItem topItem(const Self& self) {
     return self.bar().items.empty() ? NavigationItem() : self.bar().items.back();
@@ -341,6 +342,7 @@ void NavigationBar::define() {
       .method<"setTranslucent:", &M::setTranslucent>()
       .method<"titleTextAttributes", &M::titleTextAttributes>()
       .method<"setTitleTextAttributes:", &M::setTitleTextAttributes>()
+      .method<"didMoveToWindow", &M::didMoveToWindow>()
       .method<"_backTapped", &M::backTapped>()
       .register_class();
   set_painter(objc::class_for<NavigationBar>(), &M::paint);

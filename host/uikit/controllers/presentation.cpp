@@ -151,7 +151,10 @@ Rect Presentation::hidden_frame() const {
 void Presentation::pose(double shown) {
   dim_.setAlpha(kind_ == PresentationKind::Full ? 0 : shown);
   if (kind_ == PresentationKind::Alert) {
-    sheet_.setFrame(resting_frame());
+    // Not its frame, which is that of the scaled view.
+    const Rect resting = resting_frame();
+    sheet_.setBounds({{}, resting.size});
+    sheet_.setCenter({resting.mid_x(), resting.mid_y()});
     sheet_.setAlpha(shown);
     const double scale = hiding_ ? 1 : kAlertScale + (1 - kAlertScale) * shown;
     sheet_.setTransform(AffineTransform::scaling(scale, scale));

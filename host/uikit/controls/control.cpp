@@ -100,22 +100,24 @@ struct ControlMethods {
     const Touch touch = touch_of(touches);
     const bool inside = near(self, touch);
     const bool was_inside = std::exchange(state.inside, inside);
+    // The control follows first: who hears of the drag finds the value that it led to.
+    if (!objc::send<"continueTrackingWithTouch:withEvent:", bool>(self, touch, event)) {
+      state.tracking = false;
+      objc::send<"setHighlighted:">(self, false);
+      return;
+    }
     if (inside != was_inside) {
       objc::send<"setHighlighted:">(self, inside);
       self.send_actions(inside ? control_event::kTouchDragEnter : control_event::kTouchDragExit, event);
     }
     self.send_actions(inside ? control_event::kTouchDragInside : control_event::kTouchDragOutside, event);
-    if (!objc::send<"continueTrackingWithTouch:withEvent:", bool>(self, touch, event)) {
-      state.tracking = false;
-      objc::send<"setHighlighted:">(self, false);
-    }
   }
   static void touchesEnded(const Control& self, const NSObject& touches, const Event& event) {
     ControlState& state = self.control();
     if (!state.tracking) return;
     state.tracking = false;
     const Touch touch = touch_of(touches);
-    const bool inside = near(self, touch);
+    const bool inside = state.inside = near(self, touch);
     objc::send<"setHighlighted:">(self, false);
     objc::send<"endTrackingWithTouch:withEvent:">(self, touch, event);
     self.send_actions(inside ? control_event::kTouchUpInside : control_event::kTouchUpOutside, event);

@@ -255,7 +255,7 @@ struct TextFieldMethods {
   static void touchesBegan(const Self& self, const NSObject& touches, const Event&) {
     if (!self.isEnabled()) return;
     const Touch touch = touch_of(touches);
-    if (!self.becomeFirstResponder() && !objc::send<"becomeFirstResponder", bool>(self)) return;
+    if (!objc::send<"becomeFirstResponder", bool>(self)) return;
     TextFieldState& state = self.field();
     state.caret = index_at(self, touch);
     state.anchor = touch.parts().tap_count > 1 ? 0 : state.caret;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/painting/focus_ring.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
 
@@ -12,9 +13,26 @@ namespace wispen::uikit {
 
 namespace {
 
-objc::Weak<View>& slot() {
-  static objc::Weak<View> focused;
+struct Focus {
+  objc::Weak<View> place;
+  bool resting = false;
+};
+
+Focus& slot() {
+  static Focus focused;
   return focused;
+}
+
+View remembered_view() {
+  View view = slot().place.lock();
+  return view && view.window() ? view : View();
+}
+
+void show_change(const View& changed) {
+  if (const Window window = changed.window()) {
+    window.add_damage(
+        changed.convertRectToView(changed.bounds().inset(-kFocusRingReach, -kFocusRingReach), window));
+  }
 }
 
 void collect(const View& view, std::vector<View>& all) {
@@ -32,20 +50,21 @@ void collect(const View& view, std::vector<View>& all) {
 
 }  // namespace
 
-View focused_view() {
-  View view = slot().lock();
-  return view && view.window() ? view : View();
+View focused_view() { return slot().resting ? View() : remembered_view(); }
+
+void rest_focus() {
+  const View old = focused_view();
+  slot().resting = true;
+  if (old) show_change(old);
 }
 
 void focus(const View& view) {
   const View old = focused_view();
   if (old == view) return;
-  slot() = view;
+  slot().place = view;
+  slot().resting = false;
   for (const View& changed : {old, view}) {
-    if (const Window window = changed.window()) {
-      constexpr double kRing = 6;
-      window.add_damage(changed.convertRectToView(changed.bounds().inset(-kRing, -kRing), window));
-    }
+    if (changed) show_change(changed);
   }
   for (View above = view; above; above = above.superview()) {
     if (!objc::responds_to(above, objc::selector<"_revealFocusedView:">())) continue;
@@ -72,7 +91,7 @@ std::vector<View> focusable_views() {
 bool move_focus(bool forward) {
   const std::vector<View> all = focusable_views();
   if (all.empty()) return false;
-  const auto here = std::ranges::find(all, focused_view());
+  const auto here = std::ranges::find(all, remembered_view());
   if (here == all.end()) {
     focus(forward ? all.front() : all.back());
   } else if (forward) {

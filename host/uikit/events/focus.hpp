@@ -11,6 +11,8 @@ namespace wispen::uikit {
 View focused_view();
 /// Nil takes the focus away.
 void focus(const View& view);
+/// A finger or the mouse takes over: no view has the focus until the keyboard moves it on from where it was.
+void rest_focus();
 /// To the next view that answers `canBecomeFocused`, in the order of the hierarchy, or to the one before.
 /// Scrolls it into sight. False where there is none.
 bool move_focus(bool forward);

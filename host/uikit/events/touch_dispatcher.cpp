@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "host/uikit/events/focus.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
@@ -58,6 +59,7 @@ void TouchDispatcher::settle_recognizers() {
 
 void TouchDispatcher::began(Point place) {
   if (touch_) cancel();
+  rest_focus();
   const Application application = Application::shared();
   Window window;
   View hit;

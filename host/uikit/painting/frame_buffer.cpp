@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/uikit/painting/painter.hpp"
+#include "host/uikit/painting/panes.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
@@ -38,12 +39,14 @@ bool FrameBuffer::stale() const {
 Result<std::vector<Rect>> FrameBuffer::update() {
   const DisplaySettings settings = display_settings();
   const Rect screen{{0, 0}, session_.device().size()};
-  const bool fits = canvas_ && canvas_->size() == screen.size && canvas_->scale() == settings.scale &&
+  const double scale = wanted_scale_ > 0 ? wanted_scale_ : settings.scale;
+  const bool fits = canvas_ && painted_size_ == screen.size && canvas_->scale() == scale &&
                     canvas_->appearance() == settings.appearance;
   if (!fits) {
-    auto canvas = graphics::Canvas::create(screen.size, settings.scale, settings.appearance);
+    auto canvas = graphics::Canvas::create(screen.size, scale, settings.appearance);
     if (!canvas) return canvas.error();
     canvas_ = *std::move(canvas);
+    painted_size_ = screen.size;
   }
   Application::shared().lay_out_windows();
   std::vector<Rect> changed;
@@ -52,9 +55,12 @@ Result<std::vector<Rect>> FrameBuffer::update() {
   session_.animations().mark_moving_views();
   for (const Window& window : Application::shared().windows()) {
     const Rect frame = window.frame();
+    const std::vector<Rect> panes = panes_in(window);
     for (const Rect& rect : window.take_damage()) {
-      add(changed,
-          rect.offset(frame.min_x(), frame.min_y()).pixel_aligned(settings.scale).intersection(screen));
+      add(changed, around_panes(rect, panes)
+                       .offset(frame.min_x(), frame.min_y())
+                       .pixel_aligned(scale)
+                       .intersection(screen));
     }
   }
   if (!fits || moving) changed = {screen};

@@ -18,6 +18,9 @@ class FrameBuffer {
   /// Lays out and paints what changed since the last call. The rectangles that did, in points; none when the
   /// picture stayed. Fails for a screen that cannot be made.
   Result<std::vector<Rect>> update();
+  /// Pixels a point in place of the device's, for a window that shows it larger or smaller; the views stay
+  /// where the device has them. 0 for the device's own.
+  void set_scale(double scale) { wanted_scale_ = scale; }
   /// All of it, next time.
   void forget() { canvas_.reset(); }
   /// Whether update() would paint.
@@ -27,7 +30,9 @@ class FrameBuffer {
 
  private:
   Session& session_;
+  double wanted_scale_ = 0;
   std::optional<graphics::Canvas> canvas_;
+  Size painted_size_;  // points; the canvas's own is rounded up to whole pixels
 };
 
 /// One picture of the screen as it is now, at the device's scale or another (0.5 to 4). Nothing that a window

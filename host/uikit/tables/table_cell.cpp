@@ -32,6 +32,11 @@ constexpr double kVerticalPadding = 11;
 graphics::Font body_font() {
   return graphics::text_style_font(graphics::TextStyle::Body, display_settings().content_size);
 }
+/// At the accessibility sizes words wrap, and a value stands below its title.
+bool wraps() { return graphics::is_accessibility_size(display_settings().content_size); }
+void let_wrap(const Label& label) {
+  if (wraps() && label && label.label().lines != 0) label.setNumberOfLines(0);
+}
 graphics::Font detail_font(CellStyle style) {
   const auto text_style =
       style == CellStyle::Subtitle ? graphics::TextStyle::Caption1 : graphics::TextStyle::Body;
@@ -122,6 +127,10 @@ struct TableCellMethods {
     }
     place_labels(self);
   }
+  static bool is_stacked(const Self& self) {
+    const CellStyle style = self.cell().style;
+    return style == CellStyle::Subtitle || (style == CellStyle::Value1 && wraps());
+  }
   static double round(double spare) { return round_to_pixel(spare / 2, display_settings().scale); }
 
   static void place_labels(const Self& self) {
@@ -142,10 +151,12 @@ struct TableCellMethods {
     const double trailing = accessory_room(self) > 0 ? kAccessoryGap : kCellMargin;
     const double room = std::max(0.0, content.width() - leading - trailing);
     if (!state.text_label) return;
+    // Set here as well, since a page may have made the labels its own.
+    let_wrap(state.text_label);
     const bool has_detail =
         state.detail_label && state.detail_label.text() && state.detail_label.text().length() > 0;
     const Size text = state.text_label.sizeThatFits({room, 0});
-    if (state.style == CellStyle::Subtitle && has_detail) {
+    if (is_stacked(self) && has_detail) {
       const Size detail = state.detail_label.sizeThatFits({room, 0});
       const double all = text.height + 2 + detail.height;
       const double y = round(content.height() - all);
@@ -172,10 +183,14 @@ struct TableCellMethods {
     double height = kDefaultRowHeight;
     double leading = kCellMargin;
     if (state.image_view && state.image_view.image()) leading += kImageSize + kImageGap;
-    const double room = size.width - leading - kCellMargin - accessory_room(self);
+    const double trailing = accessory_room(self) > 0 ? kAccessoryGap : kCellMargin;
+    const double room = std::max(0.0, size.width - leading - trailing - accessory_room(self));
+    let_wrap(state.text_label);
     double text = 0;
     if (state.text_label) text += state.text_label.sizeThatFits({room, 0}).height;
-    if (state.detail_label && state.style == CellStyle::Subtitle) {
+    const bool has_detail =
+        state.detail_label && state.detail_label.text() && state.detail_label.text().length() > 0;
+    if (has_detail && is_stacked(self)) {
       text += 2 + state.detail_label.sizeThatFits({room, 0}).height;
     }
     height = std::max(height, ceil_to_pixel(text, display_settings().scale) + 2 * kVerticalPadding);
@@ -263,6 +278,7 @@ struct TableCellMethods {
     const TableView table = self.cell().table.get().as<TableView>();
     return table && table.may_highlight(self);
   }
+  static bool showsFocusInside(const Self&) { return true; }
   static bool handleKey(const Self& self, const Key& key) {
     if (focused_view() != self) return false;
     const bool turned = self.is_right_to_left();
@@ -323,8 +339,10 @@ struct TableCellMethods {
   }
   static void show_back(const Self& self) {
     TableCellState& state = self.cell();
-    if (state.selected_background_view) {
-      state.selected_background_view.setHidden(!(state.highlighted || state.selected));
+    const bool marked = state.highlighted || state.selected;
+    if (state.selected_background_view) state.selected_background_view.setHidden(!marked);
+    for (const Label& label : {state.text_label, state.detail_label}) {
+      if (label) label.setHighlighted(marked);
     }
     self.setNeedsDisplay();
   }
@@ -407,6 +425,7 @@ void TableCell::define() {
       .method<"touchesEnded:withEvent:", &M::touchesEnded>()
       .method<"touchesCancelled:withEvent:", &M::touchesCancelled>()
       .method<"canBecomeFocused", &M::canBecomeFocused>()
+      .method<"_showsFocusInside", &M::showsFocusInside>()
       .method<"traitCollectionDidChange:", &M::traitCollectionDidChange>()
       .method<"accessibilityLabel", &M::accessibilityLabel>()
       .method<"_handleKey:", &M::handleKey>()

@@ -116,6 +116,27 @@ struct Messages {
     return dequeue(self, identifier);
   }
 
+  static void registerSectionClass(const Self& self, objc::ClassRef cls, const NSString& identifier) {
+    self.table().registered_sections[identifier.utf8()] = cls;
+  }
+  static HeaderFooterView dequeueSection(const Self& self, const NSString& identifier) {
+    if (!identifier) return HeaderFooterView();
+    auto& pool = self.table().reusable_sections[identifier.utf8()];
+    if (!pool.empty()) {
+      HeaderFooterView view = std::move(pool.back());
+      pool.pop_back();
+      objc::send<"prepareForReuse">(view);
+      return view;
+    }
+    const auto registered = self.table().registered_sections.find(identifier.utf8());
+    if (registered == self.table().registered_sections.end() || !registered->second)
+      return HeaderFooterView();
+    const auto raw = reinterpret_cast<objc::abi::id>(registered->second.borrow());
+    return objc::Allocated<HeaderFooterView>(
+               objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
+        .initialize<"initWithReuseIdentifier:">(identifier);
+  }
+
   static TableCell cellForRow(const Self& self, const NSObject& path) {
     return self.cell_for_row(row_path(path));
   }
@@ -229,6 +250,8 @@ void TableView::define() {
       .method<"registerClass:forCellReuseIdentifier:", &M::registerClass>()
       .method<"dequeueReusableCellWithIdentifier:", &M::dequeue>()
       .method<"dequeueReusableCellWithIdentifier:forIndexPath:", &M::dequeueForPath>()
+      .method<"registerClass:forHeaderFooterViewReuseIdentifier:", &M::registerSectionClass>()
+      .method<"dequeueReusableHeaderFooterViewWithIdentifier:", &M::dequeueSection>()
       .method<"reloadData", &TableView::reloadData>();
   table.method<"cellForRowAtIndexPath:", &M::cellForRow>()
       .method<"indexPathForCell:", &M::indexPathForCell>()

@@ -18,6 +18,7 @@ struct TableMethods {
   static Rect item_rect(const Self& self, std::size_t item);
   static void update_content_size(const Self& self);
   static NSString title_of(const Self& self, const TableItem& item);
+  static NSString shown_title(const NSString& title, bool header);
   static Label section_label(const NSString& title, bool header);
 
   // What is in sight.
@@ -26,6 +27,7 @@ struct TableMethods {
   static void place_cell(const Self& self, std::size_t item);
   static View make_section_view(const Self& self, const TableItem& item);
   static void place_section_view(const Self& self, std::size_t item);
+  static void recycle_section_view(const Self& self, const View& view);
   static void place_edges(const Self& self);
   static void drop_outside(const Self& self, std::size_t first, std::size_t last);
   static void drop_all(const Self& self);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/uikit/tables/header_footer_view.hpp"
 #include "host/uikit/tables/height_index.hpp"
 #include "host/uikit/tables/table_view.hpp"
 
@@ -48,7 +49,9 @@ struct TableState {
   std::map<NSInteger, View> headers;
   std::map<NSInteger, View> footers;
   std::map<std::string, std::vector<TableCell>> reusable;
+  std::map<std::string, std::vector<HeaderFooterView>> reusable_sections;
   std::map<std::string, objc::ClassRef> registered;
+  std::map<std::string, objc::ClassRef> registered_sections;
   std::optional<RowPath> selected;
   TableUpdates updates;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "host/uikit/tables/header_footer_view.hpp"
 #include "host/uikit/tables/table_methods.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
@@ -16,8 +17,6 @@ namespace {
 // The platform's inset-grouped metrics, in points.
 constexpr double kFirstHeader = 35;
 constexpr double kGap = 17.5;
-constexpr double kTextPadding = 7;
-constexpr double kFooterTop = 8;
 constexpr double kCornerRadius = 10;
 // Longer tables than this are not measured row by row before they are seen.
 constexpr std::size_t kMeasuredAtOnce = 400;
@@ -115,8 +114,9 @@ double TableMethods::measure(const Self& self, const TableItem& item) {
   }
   const double room = self.bounds().width() - 2 * (self.side_margin() + kCellMargin);
   const double text = section_label(title, header).sizeThatFits({room, 0}).height;
-  if (!header) return kFooterTop + text + kTextPadding + kGap - kTextPadding;
-  return (item.section == 0 && !state.header ? kFirstHeader - kGap : 0) + kGap + text + kTextPadding - 2;
+  if (!header) return kFooterTextTop + text + kSectionTextPadding + kGap - kSectionTextPadding;
+  return (item.section == 0 && !state.header ? kFirstHeader - kGap : 0) + kGap + text + kSectionTextPadding -
+         2;
 }
 
 NSString TableMethods::title_of(const Self& self, const TableItem& item) {
@@ -132,13 +132,17 @@ NSString TableMethods::title_of(const Self& self, const TableItem& item) {
   return NSString();
 }
 
+NSString TableMethods::shown_title(const NSString& title, bool header) {
+  return header ? objc::send<"uppercaseString", NSString>(title) : title;
+}
+
 Label TableMethods::section_label(const NSString& title, bool header) {
   const Label label = Label::make();
   label.setNumberOfLines(0);
   label.setFont(
       font_from(graphics::text_style_font(graphics::TextStyle::Footnote, display_settings().content_size)));
   label.setTextColor(UIColor::secondaryLabelColor());
-  label.setText(header ? objc::send<"uppercaseString", NSString>(title) : title);
+  label.setText(shown_title(title, header));
   return label;
 }
 
@@ -166,6 +170,15 @@ void TableMethods::recycle(const Self& self, const TableCell& cell) {
   auto& pool = state.reusable[identifier.utf8()];
   constexpr std::size_t kMostReusable = 16;
   if (pool.size() < kMostReusable) pool.push_back(cell);
+}
+
+void TableMethods::recycle_section_view(const Self& self, const View& view) {
+  view.removeFromSuperview();
+  const auto known = objc::cast_or_nil<HeaderFooterView>(view);
+  if (!known || !known.reuse_identifier()) return;
+  auto& pool = self.table().reusable_sections[known.reuse_identifier().utf8()];
+  constexpr std::size_t kMostReusable = 8;
+  if (pool.size() < kMostReusable) pool.push_back(known);
 }
 
 Rect TableMethods::item_rect(const Self& self, std::size_t item) {
@@ -240,11 +253,10 @@ View TableMethods::make_section_view(const Self& self, const TableItem& item) {
   }
   const NSString title = title_of(self, item);
   if (!title || title.length() == 0) return View();
-  const View holder = View::make();
-  const Label label = section_label(title, header);
-  objc::send<"setTag:">(label, NSInteger{header ? 1 : 2});
-  holder.addSubview(label);
-  return holder;
+  const HeaderFooterView view = HeaderFooterView::make(NSString());
+  view.textLabel().setText(shown_title(title, header));
+  view.set_is_header(header);
+  return view;
 }
 
 void TableMethods::place_section_view(const Self& self, std::size_t item) {
@@ -259,25 +271,15 @@ void TableMethods::place_section_view(const Self& self, std::size_t item) {
   }
   const View view = found->second;
   if (!view) return;
+  // At the rows' margin; a page's own view with its own height where that is larger.
   Rect frame = item_rect(self, item);
-  const View label = view.viewWithTag(at.row == TableItem::kHeader ? 1 : 2);
-  const bool own = label && view.subviews().size() == 1 && objc::cast_or_nil<Label>(label);
-  if (!own) {
-    // A page's own header stands at the rows' margin, with its own height where that is larger.
-    const double margin = self.side_margin();
-    frame.origin.x = margin;
-    frame.size.width = self.bounds().width() - 2 * margin;
+  const double margin = self.side_margin();
+  frame.origin.x = margin;
+  frame.size.width = self.bounds().width() - 2 * margin;
+  if (!objc::cast_or_nil<HeaderFooterView>(view)) {
     frame.size.height = std::max(frame.size.height, view.bounds().height());
-    view.setFrame(frame);
-    return;
   }
   view.setFrame(frame);
-  const EdgeInsets safe = self.safeAreaInsets();
-  const double left = self.side_margin() + kCellMargin + safe.left;
-  const double width = frame.width() - 2 * (self.side_margin() + kCellMargin) - safe.left - safe.right;
-  const double height = label.sizeThatFits({width, 0}).height;
-  const double y = at.row == TableItem::kHeader ? frame.height() - kTextPadding - height + 1 : kFooterTop;
-  label.setFrame({{left, y}, {width, height}});
 }
 
 void TableMethods::tile(const Self& self) {
@@ -301,6 +303,8 @@ void TableMethods::tile(const Self& self) {
   const double above = state.header ? state.header.bounds().height() : 0;
   const Rect bounds = self.bounds();
   std::size_t first = state.heights.item_at(std::max(0.0, bounds.min_y() - above));
+  // Cells that went out of sight first, so that those which come in and are measured are made of them.
+  drop_outside(self, first, state.heights.item_at(std::max(0.0, bounds.max_y() - above)));
   // Rows above that come out otherwise than they were estimated do not move what is seen.
   std::size_t last = first;
   for (std::size_t i = first; i < state.items.size(); ++i) {
@@ -361,7 +365,7 @@ void TableMethods::drop_outside(const Self& self, std::size_t first, std::size_t
     std::erase_if(*views, [&](const auto& entry) {
       const std::size_t item = item_of(self, {entry.first, row});
       if (item >= first && item <= last) return false;
-      if (entry.second) entry.second.removeFromSuperview();
+      if (entry.second) recycle_section_view(self, entry.second);
       return true;
     });
   }

@@ -12,6 +12,23 @@ Responder next_responder(const Responder&) { return Responder(); }
 bool can_become_first(const Responder&) { return false; }
 bool can_resign_first(const Responder&) { return true; }
 
+bool become_first(const Responder& self) {
+  if (self.isFirstResponder()) return true;
+  if (!objc::send<"canBecomeFirstResponder", bool>(self)) return false;
+  if (const Responder current = Responder::first()) {
+    if (!current.resignFirstResponder()) return false;
+  }
+  first_responder = objc::Unowned<Responder>(self);
+  return true;
+}
+
+bool resign_first(const Responder& self) {
+  if (!self.isFirstResponder()) return true;
+  if (!objc::send<"canResignFirstResponder", bool>(self)) return false;
+  first_responder = objc::Unowned<Responder>();
+  return true;
+}
+
 // What a responder does not handle goes on to the next one.
 template <objc::FixedString Sel>
 void pass_on(const Responder& self, const NSObject& touches, const NSObject& event) {
@@ -24,22 +41,8 @@ Responder Responder::first() { return first_responder.get(); }
 
 bool Responder::isFirstResponder() const { return first_responder.get() == *this; }
 
-bool Responder::becomeFirstResponder() const {
-  if (isFirstResponder()) return true;
-  if (!objc::send<"canBecomeFirstResponder", bool>(*this)) return false;
-  if (const Responder current = first()) {
-    if (!objc::send<"resignFirstResponder", bool>(current)) return false;
-  }
-  first_responder = objc::Unowned<Responder>(*this);
-  return true;
-}
-
-bool Responder::resignFirstResponder() const {
-  if (!isFirstResponder()) return true;
-  if (!objc::send<"canResignFirstResponder", bool>(*this)) return false;
-  first_responder = objc::Unowned<Responder>();
-  return true;
-}
+bool Responder::becomeFirstResponder() const { return objc::send<"becomeFirstResponder", bool>(*this); }
+bool Responder::resignFirstResponder() const { return objc::send<"resignFirstResponder", bool>(*this); }
 
 void Responder::forgetFirst() {
   // Compared without retaining: the object is going away.
@@ -53,8 +56,8 @@ void Responder::define() {
       .method<"canBecomeFirstResponder", &can_become_first>()
       .method<"canResignFirstResponder", &can_resign_first>()
       .method<"isFirstResponder", &Responder::isFirstResponder>()
-      .method<"becomeFirstResponder", &Responder::becomeFirstResponder>()
-      .method<"resignFirstResponder", &Responder::resignFirstResponder>()
+      .method<"becomeFirstResponder", &become_first>()
+      .method<"resignFirstResponder", &resign_first>()
       .method<"touchesBegan:withEvent:", &pass_on<"touchesBegan:withEvent:">>()
       .method<"touchesMoved:withEvent:", &pass_on<"touchesMoved:withEvent:">>()
       .method<"touchesEnded:withEvent:", &pass_on<"touchesEnded:withEvent:">>()

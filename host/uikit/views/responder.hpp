@@ -17,6 +17,7 @@ class Responder : public objc::Authored<Responder, NSObject> {
   Responder next() const { return objc::send<"nextResponder", Responder>(*this); }
 
   bool isFirstResponder() const;
+  // Messages too: text fields take part.
   bool becomeFirstResponder() const;
   bool resignFirstResponder() const;
 

@@ -26,7 +26,7 @@ View View::initWithFrame(objc::Allocated<View> self, const Rect& frame) {
 
 void View::farewell() {
   ViewState& state = parts();
-  state.layer.detach();
+  if (state.layer) state.layer.detach();
   if (AnimationEngine* const engine = AnimationEngine::current()) engine->forget(*this);
   for (const GestureRecognizer& recognizer : state.recognizers) recognizer.set_view(View());
   for (const View& subview : state.subviews) {

@@ -49,6 +49,9 @@ struct ViewMethods {
   static void nothing_with(const View&, const NSObject&) {}
   static Size sizeThatFits(const View& self, const Size&) { return self.bounds().size; }
   static Size intrinsicContentSize(const View&) { return {kNoIntrinsicMetric, kNoIntrinsicMetric}; }
+  // A view without text stands on its own edges, and is as high as it is at any width.
+  static double baselineOffset(const View&) { return 0; }
+  static bool heightDependsOnWidth(const View&) { return false; }
   static View hitTest(const View& self, const Point& point, const NSObject&) { return self.hitTest(point); }
   static bool pointInside(const View& self, const Point& point, const NSObject&) {
     return self.bounds().contains(point);
@@ -219,6 +222,9 @@ void ViewMethods::define() {
       .method<"sizeThatFits:", &sizeThatFits>()
       .method<"sizeToFit", &View::sizeToFit>()
       .method<"intrinsicContentSize", &intrinsicContentSize>()
+      .method<"_firstBaselineOffsetFromTop", &baselineOffset>()
+      .method<"_baselineOffsetFromBottom", &baselineOffset>()
+      .method<"_heightDependsOnWidth", &heightDependsOnWidth>()
       .method<"safeAreaInsets", &View::safeAreaInsets>()
       .method<"safeAreaInsetsDidChange", &nothing>();
   view.method<"superview", &View::superview>()

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/painting/focus_ring.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
@@ -160,6 +161,7 @@ void Window::define() {
       .method<"setHidden:", &M::setHidden>()
       .method<"sendEvent:", &M::sendEvent>()
       .register_class();
+  set_overlay_painter(objc::class_for<Window>(), &paint_focus_ring);
 }
 
 }  // namespace wispen::uikit

@@ -2,7 +2,10 @@
 
 #include "host/uikit/tables/table_view.hpp"
 
+#include "host/uikit/events/focus.hpp"
+#include "host/uikit/events/key.hpp"
 #include "host/uikit/session.hpp"
+#include "host/uikit/tables/header_footer_view.hpp"
 #include "host/uikit/views/window.hpp"
 #include "tests/support/host_fixture.hpp"
 
@@ -133,6 +136,70 @@ TEST_F(TableViewTest, GoesOnWhenItIsThrownAndComesToRest) {
   EXPECT_FALSE(table_.is_moving());
   EXPECT_GT(table_.contentOffset().y, lifted + 100);
   EXPECT_TRUE(source_.parts().selected.empty());
+}
+
+class TitledSource : public objc::Authored<TitledSource, NSObject> {
+ public:
+  static constexpr objc::FixedString kClass{"WispenTestTitledSource"};
+  using Authored::Authored;
+  NSInteger sections(const TableView&) const { return 40; }
+  NSInteger rows(const TableView&, const NSInteger&) const { return 3; }
+  NSString header(const TableView&, const NSInteger&) const { return "Head"_ns; }
+  NSString footer(const TableView&, const NSInteger&) const {
+    return "A footer that is long enough to need two lines of its small text"_ns;
+  }
+  TableCell cell(const TableView&, const NSObject&) const {
+    return TableCell::alloc().initialize<"initWithStyle:reuseIdentifier:">(NSInteger{0}, NSString());
+  }
+  static void define() {
+    objc::Class<TitledSource>()
+        .method<"numberOfSectionsInTableView:", &TitledSource::sections>()
+        .method<"tableView:numberOfRowsInSection:", &TitledSource::rows>()
+        .method<"tableView:titleForHeaderInSection:", &TitledSource::header>()
+        .method<"tableView:titleForFooterInSection:", &TitledSource::footer>()
+        .method<"tableView:cellForRowAtIndexPath:", &TitledSource::cell>()
+        .register_class();
+  }
+};
+
+TEST_F(TableViewTest, ShowsTitlesInHeaderAndFooterViews) {
+  show(0);
+  TitledSource::define();
+  const TitledSource source = objc::make<TitledSource>();
+  table_.set_data_source(source);
+  window_.layoutIfNeeded();
+  const auto header = objc::send<"headerViewForSection:", HeaderFooterView>(table_, NSInteger{0});
+  const auto footer = objc::send<"footerViewForSection:", HeaderFooterView>(table_, NSInteger{0});
+  ASSERT_TRUE(objc::cast_or_nil<HeaderFooterView>(header));
+  EXPECT_EQ(header.textLabel().text().utf8(), "HEAD");
+  EXPECT_EQ(header.textLabel().convertRectToView(header.textLabel().bounds(), View()).min_x(), 32);
+  EXPECT_NEAR(header.frame().max_y(), table_.cell_for_row({0, 0}).frame().min_y(), 1e-9);
+  footer.layoutIfNeeded();
+  EXPECT_GT(footer.textLabel().bounds().height(), 30);
+  EXPECT_GE(footer.frame().height(), footer.textLabel().frame().max_y());
+  table_.set_data_source(NSObject());
+}
+
+TEST_F(TableViewTest, ReusesRegisteredSectionViews) {
+  show(0);
+  objc::send<"registerClass:forHeaderFooterViewReuseIdentifier:">(table_, objc::class_for<HeaderFooterView>(),
+                                                                  "head"_ns);
+  const auto made =
+      objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", HeaderFooterView>(table_, "head"_ns);
+  EXPECT_EQ(made.reuse_identifier().utf8(), "head");
+  const auto none =
+      objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", HeaderFooterView>(table_, "other"_ns);
+  EXPECT_FALSE(none);
+}
+
+TEST_F(TableViewTest, ChoosesRowsByKeysAndShowsWhichHasTheFocus) {
+  show(3);
+  press_key({.code = KeyCode::Tab, .text = "", .shift = false, .command = false});
+  EXPECT_EQ(focused_view(), table_.cell_for_row({0, 0}));
+  press_key({.code = KeyCode::Down, .text = "", .shift = false, .command = false});
+  press_key({.code = KeyCode::Return, .text = "", .shift = false, .command = false});
+  EXPECT_EQ(source_.parts().selected, (std::vector<RowPath>{{0, 1}}));
+  focus(View());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // tests/host/uikit/values/symbol_image_test.cpp: symbols, and their configurations.
 
+#include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/image.hpp"
 #include "host/uikit/values/symbol_configuration.hpp"
 #include "platform/UIKit.hpp"
@@ -18,7 +19,7 @@ TEST_F(SymbolImageTest, IsATemplateAtTheDisplaysScale) {
   ASSERT_TRUE(symbol);
   EXPECT_TRUE(symbol.isSymbolImage());
   EXPECT_TRUE(uikit::image_of(symbol)->is_template());
-  EXPECT_EQ(symbol.scale(), uikit::display_scale());
+  EXPECT_EQ(symbol.scale(), uikit::display_settings().scale);
 }
 
 TEST_F(SymbolImageTest, GrowsWithItsConfiguration) {

@@ -1,0 +1,48 @@
+// host/foundation/task_environment.cpp: what the programs find that Foundation's tasks start.
+
+#include "host/foundation/task_environment.hpp"
+
+#include "host/core/current_root.hpp"
+#include "platform/Foundation/NSTask.hpp"
+
+namespace wispen {
+
+namespace {
+
+/// The class whose instances Foundation gives out as tasks, and which does the work.
+class WorkingTask : public NSTask {
+ public:
+  static constexpr objc::FixedString kClass{"NSConcreteUnixTask"};
+  using NSTask::NSTask;
+};
+
+objc::Original<NSDictionary()> task_environment;
+objc::Original<void()> task_launch;
+
+/// Foundation keeps the environment as it was when it was loaded, before there was a root.
+NSDictionary environment(const NSTask& task) {
+  const NSDictionary given = task_environment(task);
+  const auto root = current_root();
+  if (!root || given.objectForKey("DPKG_ADMINDIR"_ns)) return given;
+  const NSMutableDictionary more = given.mutableCopy();
+  more.setObject(NSString((root->jbroot_prefix() + "/var/lib/dpkg").c_str()), "DPKG_ADMINDIR"_ns);
+  return more;
+}
+
+void launch(const WorkingTask& task) {
+  const auto standard_error = objc::send<"fileHandleWithStandardError", NSObject>(objc::class_for<NSFileHandle>());
+  if (objc::send<"standardError", NSObject>(task) == standard_error) {
+    objc::send<"setStandardError:">(
+        task, objc::send<"fileHandleWithNullDevice", NSObject>(objc::class_for<NSFileHandle>()));
+  }
+  task_launch(task);
+}
+
+}  // namespace
+
+void install_task_environment() {
+  objc::Category<NSTask>().method<"environment", &environment>(task_environment);
+  objc::Category<WorkingTask>().method<"launch", &launch>(task_launch);
+}
+
+}  // namespace wispen

@@ -1,0 +1,52 @@
+// host/uikit/painting/focus_ring.cpp: shows which view the keyboard is talking to.
+
+#include "host/uikit/painting/focus_ring.hpp"
+
+#include <algorithm>
+
+#include "host/uikit/events/focus.hpp"
+#include "host/uikit/values/color.hpp"
+#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/window.hpp"
+
+namespace wispen::uikit {
+
+namespace {
+
+constexpr double kWidth = 3;
+constexpr double kGap = 1;  // between the view and its ring
+constexpr double kPlainRadius = 6;
+
+/// What can be seen of the view: a row that is half under the bar has half a ring.
+Rect visible_part(const View& view, const Window& window) {
+  Rect seen = window.bounds();
+  for (View above = view.superview(); above; above = above.superview()) {
+    if (!above.clipsToBounds()) continue;
+    seen = seen.intersection(
+        above.convertRectToView(above.bounds(), window).inset(-kFocusRingReach, -kFocusRingReach));
+  }
+  return seen;
+}
+
+}  // namespace
+
+void paint_focus_ring(const View& view, graphics::Canvas& canvas, const Rect&) {
+  const View focused = focused_view();
+  const Window window = view.as<Window>();
+  if (!focused || focused.window() != window) return;
+  // Rows touch each other: their ring lies inside.
+  const bool inside = objc::responds_to(focused, objc::selector<"_showsFocusInside">()) &&
+                      objc::send<"_showsFocusInside", bool>(focused);
+  const double outset = inside ? -kWidth / 2 : kGap + kWidth / 2;
+  const Rect ring = focused.convertRectToView(focused.bounds(), window).inset(-outset, -outset);
+  const Layer& layer = focused.parts().layer;
+  const double own = layer ? layer.style().corner_radius : 0;
+  const double radius = own > 0 || inside ? std::max(own + outset, 4.0) : kPlainRadius;
+  canvas.save();
+  canvas.clip(visible_part(focused, window));
+  canvas.stroke(graphics::Path::rounded_rect(ring, radius), colour_of(UIColor::systemBlueColor()),
+                {.width = kWidth, .round_caps = false, .dashes = {}});
+  canvas.restore();
+}
+
+}  // namespace wispen::uikit

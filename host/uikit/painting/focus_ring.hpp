@@ -1,0 +1,14 @@
+// host/uikit/painting/focus_ring.hpp: shows which view the keyboard is talking to.
+#pragma once
+
+#include "host/uikit/painting/painter.hpp"
+
+namespace wispen::uikit {
+
+/// How far a ring can reach beyond its view, in points.
+inline constexpr double kFocusRingReach = 6;
+
+/// Over all else in the window that holds the view with the focus.
+void paint_focus_ring(const View& window, graphics::Canvas& canvas, const Rect& bounds);
+
+}  // namespace wispen::uikit

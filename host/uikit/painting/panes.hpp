@@ -1,0 +1,24 @@
+// host/uikit/painting/panes.hpp: views that show what lies behind them, softened.
+//
+// Their pixels depend on all that is behind the whole of them: when a part of that changes, the whole pane is
+// to be painted anew.
+#pragma once
+
+#include "host/uikit/painting/painter.hpp"
+
+namespace wispen::uikit {
+
+/// Lays the material over what is painted so far, inside the view's bounds and corners.
+void paint_pane(const View& view, graphics::Canvas& canvas, const Rect& bounds,
+                const graphics::Material& material);
+
+/// To be said whenever such a view has come into a window or left it.
+void note_pane(const View& view);
+
+/// Where such views are seen now, in their window's coordinates.
+std::vector<Rect> panes_in(const Window& window);
+
+/// The rectangle, grown until it holds every pane that it touches whole.
+Rect around_panes(Rect rect, const std::vector<Rect>& panes);
+
+}  // namespace wispen::uikit

@@ -1,0 +1,15 @@
+// platform/UIKit/UIResponder.hpp: what events travel along.
+#pragma once
+
+#include "platform/Foundation.hpp"
+
+class UIResponder : public NSObject {
+ public:
+  static constexpr objc::FixedString kClass{"UIResponder"};
+  using NSObject::NSObject;
+
+  UIResponder nextResponder() const { return objc::send<"nextResponder", UIResponder>(*this); }
+  bool isFirstResponder() const { return objc::send<"isFirstResponder", bool>(*this); }
+  bool becomeFirstResponder() const { return objc::send<"becomeFirstResponder", bool>(*this); }
+  bool resignFirstResponder() const { return objc::send<"resignFirstResponder", bool>(*this); }
+};

@@ -1,0 +1,60 @@
+// platform/UIKit/UIViewController.hpp: a screenful of views, and when it is seen.
+#pragma once
+
+#include "platform/UIKit/UIView.hpp"
+
+enum class UIModalPresentationStyle : NSInteger {
+  FullScreen = 0,
+  PageSheet = 1,
+  FormSheet = 2,
+  OverFullScreen = 5,
+  OverCurrentContext = 6,
+  Popover = 7,
+  Automatic = -2
+};
+
+class UINavigationController;
+class UINavigationItem;
+
+class UIViewController : public UIResponder {
+ public:
+  static constexpr objc::FixedString kClass{"UIViewController"};
+  using UIResponder::UIResponder;
+
+  /// Loaded at the first call.
+  UIView view() const { return objc::send<"view", UIView>(*this); }
+  UIView viewIfLoaded() const { return objc::send<"viewIfLoaded", UIView>(*this); }
+  NSString title() const { return objc::send<"title", NSString>(*this); }
+  void setTitle(const NSString& title) const { objc::send<"setTitle:">(*this, title); }
+  UINavigationItem navigationItem() const;
+  UINavigationController navigationController() const;
+  UIViewController parentViewController() const {
+    return objc::send<"parentViewController", UIViewController>(*this);
+  }
+  UIViewController presentedViewController() const {
+    return objc::send<"presentedViewController", UIViewController>(*this);
+  }
+  UIViewController presentingViewController() const {
+    return objc::send<"presentingViewController", UIViewController>(*this);
+  }
+  bool isMovingFromParentViewController() const {
+    return objc::send<"isMovingFromParentViewController", bool>(*this);
+  }
+  UIModalPresentationStyle modalPresentationStyle() const {
+    return objc::send<"modalPresentationStyle", UIModalPresentationStyle>(*this);
+  }
+  void setModalPresentationStyle(UIModalPresentationStyle style) const {
+    objc::send<"setModalPresentationStyle:">(*this, style);
+  }
+  void presentViewController(const UIViewController& controller, bool animated,
+                             const objc::Block<void()>& completion = nullptr) const {
+    objc::send<"presentViewController:animated:completion:">(*this, controller, animated, completion);
+  }
+  void dismissViewController(bool animated, const objc::Block<void()>& completion = nullptr) const {
+    objc::send<"dismissViewControllerAnimated:completion:">(*this, animated, completion);
+  }
+};
+
+inline UIViewController UIView::viewControllerForAncestor() const {
+  return objc::send<"_viewControllerForAncestor", UIViewController>(*this);
+}

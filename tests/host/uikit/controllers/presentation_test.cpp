@@ -1,0 +1,161 @@
+// tests/host/uikit/controllers/presentation_test.cpp: alerts, cards and boxes over a page.
+
+#include "host/uikit/controllers/presentation.hpp"
+
+#include "host/uikit/controllers/alert_controller.hpp"
+#include "host/uikit/controls/text_field.hpp"
+#include "platform/UIKit/UIAlertController.hpp"
+#include "tests/host/uikit/screen_fixture.hpp"
+
+namespace wispen::uikit {
+namespace {
+
+using ::testing::ElementsAre;
+
+class PresentationTest : public ScreenTest {
+ protected:
+  void SetUp() override {
+    ScreenTest::SetUp();
+    page_ = objc::make<ViewController>();
+    window_.setRootViewController(page_);
+  }
+  void TearDown() override {
+    page_ = ViewController();
+    ScreenTest::TearDown();
+  }
+  UIAlertController alert(std::initializer_list<const char*> actions) {
+    const auto made =
+        UIAlertController::alertController("Title"_ns, "Message"_ns, UIAlertControllerStyle::Alert);
+    for (const char* const title : actions) {
+      const bool cancels = std::string(title) == "Cancel";
+      made.addAction(UIAlertAction::actionWithTitle(
+          NSString(title), cancels ? UIAlertActionStyle::Cancel : UIAlertActionStyle::Default,
+          [this, title = std::string(title)](const UIAlertAction&) { listener_.heard().push_back(title); }));
+    }
+    return made;
+  }
+  void present(const objc::Object& controller, bool animated = true) {
+    page_.present(controller.as<ViewController>(), animated, {});
+    wait(1500);
+  }
+  static View find_control(const View& view, const std::string& text) {
+    const auto label = objc::send<"accessibilityLabel", NSString>(view);
+    if (objc::cast_or_nil<Control>(view) && label && label.utf8() == text) return view;
+    for (const View& inside : view.subviews()) {
+      if (View found = find_control(inside, text)) return found;
+    }
+    return View();
+  }
+  Point place_of(const char* text) {
+    const View control = find_control(window_, text);
+    EXPECT_TRUE(control) << text;
+    return control ? middle(control) : Point{};
+  }
+  ViewController page_;
+};
+
+TEST_F(PresentationTest, LaysTwoActionsSideBySideWithCancelAtTheLeft) {
+  present(alert({"Set", "Cancel"}));
+  EXPECT_EQ(place_of("Set").y, place_of("Cancel").y);
+  EXPECT_LT(place_of("Cancel").x, place_of("Set").x);
+}
+
+TEST_F(PresentationTest, StacksMoreActionsWithCancelLast) {
+  present(alert({"Cancel", "One", "Two"}));
+  EXPECT_LT(place_of("One").y, place_of("Two").y);
+  EXPECT_LT(place_of("Two").y, place_of("Cancel").y);
+  EXPECT_EQ(place_of("One").x, place_of("Cancel").x);
+}
+
+TEST_F(PresentationTest, StacksTwoActionsThatAreTooLongForOneLine) {
+  present(alert({"Cancel", "A rather long way of saying yes"}));
+  EXPECT_LT(place_of("A rather long way of saying yes").y, place_of("Cancel").y);
+}
+
+TEST_F(PresentationTest, TellsTheActionOnceTheAlertHasGone) {
+  present(alert({"Set", "Cancel"}));
+  tap(place_of("Set"));
+  wait(1500);
+  EXPECT_THAT(listener_.take(), ElementsAre("Set"));
+  EXPECT_FALSE(page_.presented());
+}
+
+TEST_F(PresentationTest, CancelsByEscapeEvenFromItsField) {
+  const UIAlertController asking = alert({"Set", "Cancel"});
+  asking.addTextField([](const UITextField& field) { field.setText("0.50"_ns); });
+  present(asking);
+  const auto field = asking.textFields().objectAtIndex<TextField>(0);
+  EXPECT_TRUE(field.is_editing());  // the first field is written in at once
+  type("7");
+  EXPECT_EQ(field.text().utf8(), "0.507");
+  key(KeyCode::Escape);
+  wait(1500);
+  EXPECT_THAT(listener_.take(), ElementsAre("Cancel"));
+  EXPECT_FALSE(page_.presented());
+}
+
+TEST_F(PresentationTest, LetsNothingThroughToThePage) {
+  const Control below = Control::alloc().initialize<"initWithFrame:">(Rect{{0, 0}, {390, 844}});
+  page_.view().addSubview(below);
+  hear_all(below);
+  present(alert({"OK"}));
+  tap({20, 700});
+  key(KeyCode::Tab);
+  EXPECT_TRUE(listener_.heard().empty());
+  EXPECT_NE(focused_view(), below);
+}
+
+TEST_F(PresentationTest, ShowsAFormSheetAsACardOnAPhone) {
+  const ViewController sheet = objc::make<ViewController>();
+  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  present(sheet);
+  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), View());
+  EXPECT_EQ(frame.width(), window_.bounds().width());
+  EXPECT_GT(frame.min_y(), 40);
+  EXPECT_EQ(frame.max_y(), window_.bounds().max_y());
+  // Pulled down it goes.
+  const Point grip{195, frame.min_y() + 20};
+  press(grip);
+  drag(grip, {195, grip.y + 500});
+  lift({195, grip.y + 500});
+  wait(1500);
+  EXPECT_FALSE(page_.presented());
+}
+
+TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
+  const std::vector<DeviceModel>& models = device_models();
+  const auto pad = std::ranges::find(models, graphics::Idiom::Pad, &DeviceModel::idiom);
+  ASSERT_NE(pad, models.end());
+  session().set_device(*pad);
+  const ViewController sheet = objc::make<ViewController>();
+  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  present(sheet);
+  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), View());
+  EXPECT_EQ(frame.size, (Size{540, 620}));
+  EXPECT_NEAR(frame.mid_x(), window_.bounds().mid_x(), 1);
+}
+
+TEST_F(PresentationTest, RefusesASecondPresentation) {
+  const ViewController first = objc::make<ViewController>();
+  present(first);
+  const ViewController second = objc::make<ViewController>();
+  present(second);
+  EXPECT_EQ(page_.presented(), first);
+  EXPECT_FALSE(second.presenting());
+}
+
+TEST_F(PresentationTest, FreesWhatWasPresented) {
+  objc::Weak<ViewController> weak;
+  {
+    const objc::AutoreleasePool pool;
+    const ViewController sheet = objc::make<ViewController>();
+    weak = sheet;
+    present(sheet);
+    page_.dismiss(true, {});
+    wait(1500);
+  }
+  EXPECT_FALSE(weak.lock());
+}
+
+}  // namespace
+}  // namespace wispen::uikit
