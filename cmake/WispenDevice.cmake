@@ -93,7 +93,7 @@ function(wispen_device_image NAME)
     OUTPUT ${ARG_OUTPUT}
     COMMAND ${WISPEN_DEVICE_LINKER} -arch ${architecture}
             -platform_version ${ARG_PLATFORM} ${WISPEN_DEVICE_MINIMUM} ${WISPEN_DEVICE_MINIMUM}
-            -bundle -dead_strip -adhoc_codesign -S -x -exported_symbols_list ${ARG_EXPORTS} ${ARG_LINK}
+            -bundle -dead_strip --icf=all -adhoc_codesign -S -x -exported_symbols_list ${ARG_EXPORTS} ${ARG_LINK}
             -rpath @loader_path/.jbroot/usr/lib -rpath /var/jb/usr/lib -rpath /usr/lib
             -o ${ARG_OUTPUT} ${objects} ${WISPEN_DEVICE_STUB_OPTIONS}
     DEPENDS ${objects} ${WISPEN_DEVICE_STUBS} ${ARG_EXPORTS}
