@@ -65,9 +65,9 @@ TEST_F(HeaderTest, SetsTheNameInTwoWeights) {
   EXPECT_EQ(range.location, 0U);
   EXPECT_EQ(range.length, 4U);
   const auto font = heavy.objectForKey<UIFont>(NSFontAttributeName);
-  EXPECT_EQ(objc::send<"fontName", NSString>(font).utf8(), "HelveticaNeue");
-  EXPECT_EQ(objc::send<"pointSize", CGFloat>(font), 34);
-  EXPECT_EQ(objc::send<"fontName", NSString>(title.font()).utf8(), "HelveticaNeue-Light");
+  EXPECT_EQ((objc::send<"fontName", NSString>(font).utf8()), "HelveticaNeue");
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(font)), 34);
+  EXPECT_EQ((objc::send<"fontName", NSString>(title.font()).utf8()), "HelveticaNeue-Light");
 }
 
 TEST_F(HeaderTest, StandsFurtherLeftOnAPad) {
@@ -104,10 +104,10 @@ TEST_F(HeaderTest, SaysThatItIsUnknownWhereNothingIsInstalled) {
 }
 
 TEST_F(HeaderTest, ShowsEveryLineThatMatches) {
-  install("1.0\nConfig-Version: 0.9");
+  install("1.0\nSection: version-of-it");
   const PSTableCell cell = make();
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
-  EXPECT_EQ(label(cell, 1).text().utf8().substr(0, 12), "Version 1.0\n");
+  EXPECT_EQ(label(cell, 1).text().utf8(), "Version version-of-it\n1.0\n");
 }
 
 TEST_F(HeaderTest, SurvivesBytesThatAreNoText) {

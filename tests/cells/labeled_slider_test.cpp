@@ -60,7 +60,7 @@ TEST_F(LabeledSliderTest, StandsBelowItsTitleInFiftySixPoints) {
   const PSSliderTableCell row = slider_cell();
   EXPECT_EQ(row.bounds().size.height, 56);  // whatever the list says
   const auto height = row.specifier().propertyForKey<NSNumber>("height"_ns);
-  EXPECT_EQ(objc::send<"intValue", int>(height), 56);
+  EXPECT_EQ((objc::send<"intValue", int>(height)), 56);
   const UIView content = row.contentView();
   ASSERT_EQ(content.subviews().count(), 1U);
   const auto outer = content.subviews().objectAtIndex<UIStackView>(0);

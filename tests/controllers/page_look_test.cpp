@@ -249,7 +249,11 @@ TEST_F(PageLookTest, LeavesNothingBehind) {
   std::size_t alive = 0;
   for (const objc::Weak<NSObject>& each : seen) {
     if (const NSObject object = each.lock()) {
-      if (++alive < 5) ADD_FAILURE() << objc::class_of(object).name() << " is still there";
+      if (++alive < 9) {
+        const auto view = objc::cast_or_nil<UIView>(object);
+        ADD_FAILURE() << object.description().utf8() << " is still there, in "
+                      << (view ? objc::class_of(view.superview()).name() : "nothing");
+      }
     }
   }
   EXPECT_EQ(alive, 0U);
