@@ -18,7 +18,7 @@ build: configure ## build everything into build/out
 	@cmake --build build/default -j $(JOBS)
 
 run: configure ## the main job: set values on the pages, see the file and the notification
-	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot
+	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot desktop_packages
 	@build/out/wispen run --pictures build/pictures
 
 test: build ## build and pass all tests

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/core/device_root.hpp"
+#include "host/package/installer.hpp"
 #include "host/program/commands.hpp"
 #include "host/program/output.hpp"
 #include "host/program/screen.hpp"
@@ -20,14 +22,29 @@ bool has_display() {
   return set("DISPLAY") || set("WAYLAND_DISPLAY");
 }
 
+/// Installs the desktop's package beside the program into the device root, where it is newer than what is
+/// there, and gives the bundle as it was installed. Without such a package nothing changes.
+Result<CommonOptions> with_installed_bundle(CommonOptions options) {
+  const std::string folder = options.root.empty() ? wispen_host_default_root() : options.root;
+  auto root = DeviceRoot::open(folder, layout_from_name(options.layout));
+  if (!root) return root.error();
+  const auto package = package::desktop_package(program_folder() + "/packages", root->layout());
+  if (!package) return options;
+  const auto installed = package::install_when_newer(*root, *package);
+  if (!installed) return installed.error();
+  if (*installed) std::printf("Installed %s.\n", package->c_str());
+  options.bundle = root->jbroot_prefix() + "/Library/PreferenceBundles/3dvitrelleprefs.bundle";
+  return options;
+}
+
 int open_window(const CommonOptions& options, const RunOptions& what) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_screen(options, what.look, true);
   if (!session || !show_page(*session, what.page)) return kFailed;
   const std::string bundle = bundle_folder(options);
   if (wispen_host_follow_files(bundle.c_str()) == 0) return fail(wispen_host_last_error());
-  std::printf("The phone's file system is played by %s.\nThe pages follow the files in %s.\n", wispen_host_root(),
-              bundle.c_str());
+  std::printf("The phone's file system is played by %s.\nThe pages follow the files in %s.\n",
+              wispen_host_root(), bundle.c_str());
   std::fflush(stdout);
   if (wispen_host_run_window("Wispen", "en,de") == 0) return fail(wispen_host_last_error());
   print_problems();
@@ -37,8 +54,11 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
 }  // namespace
 
 int run(const CommonOptions& options, const RunOptions& what) {
-  if (what.without_window || !has_display()) return tour(options, what);
-  return open_window(options, what);
+  // Whoever names a bundle is writing it, and wants that one.
+  const auto used = options.bundle.empty() ? with_installed_bundle(options) : Result<CommonOptions>(options);
+  if (!used) return fail(used.error().message);
+  if (what.without_window || !has_display()) return tour(*used, what);
+  return open_window(*used, what);
 }
 
 }  // namespace wispen::program

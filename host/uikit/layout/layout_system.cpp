@@ -45,7 +45,8 @@ LayoutSystem::LayoutSystem(const View& root) : root_(root) {
     item_of(constraint.first_item());
     if (const NSObject second = constraint.second_item()) item_of(second);
   }
-  for (auto& [view, stack] : stacks_) {
+  for (auto& [owner, stack] : stacks_) {
+    const View view = owner.get();
     const ItemId item = item_of(view);
     for (const View& arranged : view.as<StackView>().arranged()) item_of(arranged);
     stack = std::make_unique<layout::Stack>(model_, item);
@@ -58,7 +59,7 @@ void LayoutSystem::gather(const View& view) {
   if (!visited_.emplace(objc::borrow(view), true).second) return;
   const ViewState& state = view.parts();
   for (const LayoutConstraint& constraint : state.constraints) gathered_.push_back(constraint);
-  if (objc::cast_or_nil<StackView>(view)) stacks_.emplace_back(view, nullptr);
+  if (objc::cast_or_nil<StackView>(view)) stacks_.emplace_back(objc::Unowned<View>(view), nullptr);
   for (const View& subview : state.subviews) {
     if (!subview.parts().translates_mask) gather(subview);
   }
@@ -80,7 +81,8 @@ ItemId LayoutSystem::add_view(const View& view) {
   const NSString identifier = view.parts().accessibility_identifier;
   const ItemId item = model_.add_item(identifier ? identifier.utf8() : objc::class_of(view).name(), parent);
   items_.emplace(objc::borrow(view), item);
-  members_.push_back({view, item});
+  // Not the root: it owns this, and would own itself.
+  if (!is_root) members_.push_back({view, item});
   gather(view);
   const ViewState& state = view.parts();
   if (is_root) {
@@ -150,7 +152,7 @@ void LayoutSystem::enter_constraint(const LayoutConstraint& constraint) {
 void LayoutSystem::arrange_stacks() {
   // Innermost first: a stack's share may depend on how large the stacks in it want to be.
   for (auto stack = stacks_.rbegin(); stack != stacks_.rend(); ++stack) {
-    const StackView view = stack->first.as<StackView>();
+    const auto view = stack->first.get().as<StackView>();
     std::vector<layout::ArrangedItem> items;
     for (const View& arranged : view.arranged()) {
       items.push_back({item_of(arranged), arranged.isHidden(), view.spacing_after(arranged)});
@@ -168,6 +170,7 @@ void LayoutSystem::report(const layout::LayoutReport& report) const {
 bool LayoutSystem::fit_heights_to_widths() {
   bool changed = false;
   for (const Member& member : members_) {
+    if (!objc::cast_or_nil<View>(member.object)) continue;
     if (!objc::send<"_heightDependsOnWidth", bool>(member.object)) continue;
     const double width = model_.frame(member.item).width();
     if (width <= 0) continue;
@@ -243,7 +246,7 @@ void LayoutSystem::content_changed(const View& view) {
     if (found != system->items_.end()) {
       if (!view.parts().translates_mask) system->enter_content(view, found->second);
       const bool proportional = std::ranges::any_of(system->stacks_, [](const auto& stack) {
-        return stack.first.template as<StackView>().style().distribution ==
+        return stack.first.get().template as<StackView>().style().distribution ==
                layout::StackDistribution::FillProportionally;
       });
       if (proportional) root.parts().system.reset();

@@ -60,11 +60,11 @@ class LayoutSystem {
 
   objc::Unowned<View> root_;  // it owns this
   layout::Model model_;
-  std::vector<Member> members_;  // parents before what is in them
+  std::vector<Member> members_;  // all but the root; parents before what is in them
   std::unordered_map<objc::abi::id, layout::ItemId> items_;
   std::vector<std::pair<LayoutConstraint, layout::ConstraintId>> constraints_;
   std::vector<LayoutConstraint> gathered_;
-  std::vector<std::pair<View, std::unique_ptr<layout::Stack>>> stacks_;
+  std::vector<std::pair<objc::Unowned<View>, std::unique_ptr<layout::Stack>>> stacks_;
   std::unordered_map<objc::abi::id, bool> visited_;
   bool solved_ = false;
 };
