@@ -3,7 +3,7 @@
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
 
-.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean device packages
+.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean device packages test-device
 
 help: ## list the commands
 	@grep -hE '^[a-z-]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## (.*)/  make \1\t\2/' | expand -t 20
@@ -19,10 +19,13 @@ build: configure ## build everything into build/out
 
 run: configure ## the main job: set values on the pages, see the file and the notification
 	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot
-	@build/out/wispen run
+	@build/out/wispen run --pictures build/pictures
 
 test: build ## build and pass all tests
 	@ctest --test-dir build/default --output-on-failure -j $(JOBS)
+
+test-device: setup ## run the phone's own arm64 code under qemu-user, where that can be had
+	@tools/test-device $(JOBS)
 
 asan: setup ## tests under AddressSanitizer and UBSan
 	@tools/sanitize asan $(JOBS)

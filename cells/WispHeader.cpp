@@ -79,8 +79,8 @@ WispHeader WispHeader::initWithSpecifier(objc::Allocated<WispHeader> self, const
   if (!cell) return cell;
   const bool pad = UIDevice::currentDevice().userInterfaceIdiom() == UIUserInterfaceIdiom::Pad;
   const CGFloat x = pad ? -20 : 0;
-  cell.addSubview(make_title({x, 23, cell.frame().size.width, 10}));
-  const UILabel version = make_version({x, 55, cell.frame().size.width, 5});
+  cell.addSubview(make_title({{x, 23}, {cell.frame().size.width, 10}}));
+  const UILabel version = make_version({{x, 55}, {cell.frame().size.width, 5}});
   cell.addSubview(version);
   // Both blocks keep the label: it may outlive the cell, and is let go on the main queue.
   dispatch_async(dispatch_get_global_queue(0, 0), [version]() mutable {

@@ -3,7 +3,8 @@
 
 find_program(WISPEN_DEVICE_CXX NAMES clang++-14 clang++ REQUIRED)
 find_program(WISPEN_DEVICE_LINKER NAMES ld64.lld-16 REQUIRED)
-find_path(WISPEN_DEVICE_CXX_HEADERS __bit_reference PATHS /usr/lib/llvm-14/include/c++/v1 NO_DEFAULT_PATH REQUIRED)
+find_path(WISPEN_DEVICE_CXX_HEADERS __bit_reference PATHS /usr/lib/llvm-14/include/c++/v1 NO_DEFAULT_PATH
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 execute_process(COMMAND ${WISPEN_DEVICE_CXX} -print-resource-dir
                 OUTPUT_VARIABLE WISPEN_DEVICE_RESOURCES OUTPUT_STRIP_TRAILING_WHITESPACE)
 
@@ -92,7 +93,7 @@ function(wispen_device_image NAME)
     OUTPUT ${ARG_OUTPUT}
     COMMAND ${WISPEN_DEVICE_LINKER} -arch ${architecture}
             -platform_version ${ARG_PLATFORM} ${WISPEN_DEVICE_MINIMUM} ${WISPEN_DEVICE_MINIMUM}
-            -bundle -dead_strip -adhoc_codesign -S -x -exported_symbols_list ${ARG_EXPORTS} ${ARG_LINK}
+            -bundle -dead_strip --icf=all -adhoc_codesign -S -x -exported_symbols_list ${ARG_EXPORTS} ${ARG_LINK}
             -rpath @loader_path/.jbroot/usr/lib -rpath /var/jb/usr/lib -rpath /usr/lib
             -o ${ARG_OUTPUT} ${objects} ${WISPEN_DEVICE_STUB_OPTIONS}
     DEPENDS ${objects} ${WISPEN_DEVICE_STUBS} ${ARG_EXPORTS}

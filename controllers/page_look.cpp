@@ -75,7 +75,7 @@ void add_title_pill(const UIView& header, std::int32_t width, const NSString& te
   label.sizeToFit();
 
   const UIView pill =
-      UIView::alloc().initWithFrame({0, 0, label.frame().size.width + kPillPadding, kHeaderHeight});
+      UIView::alloc().initWithFrame({{0, 0}, {label.frame().size.width + kPillPadding, kHeaderHeight}});
   pill.setBackgroundColor(UIColor::clearColor());
   pill.layer().setCornerRadius(10);
   pill.setClipsToBounds(true);
@@ -84,11 +84,12 @@ void add_title_pill(const UIView& header, std::int32_t width, const NSString& te
   label.setCenter({pill.frame().size.width / 2, kHeaderHeight / 2});
   pill.addSubview(label);
   header.addSubview(pill);
-  header.setFrame({0, 0, static_cast<CGFloat>(width), kPillHeaderHeight});
+  header.setFrame({{0, 0}, {static_cast<CGFloat>(width), kPillHeaderHeight}});
 }
 
 void add_title_label(const UIView& header, std::int32_t width, const SectionTitle& title) {
-  const UILabel label = UILabel::alloc().initWithFrame({0, 0, static_cast<CGFloat>(width), kHeaderHeight});
+  const UILabel label =
+      UILabel::alloc().initWithFrame({{0, 0}, {static_cast<CGFloat>(width), kHeaderHeight}});
   label.setText(title.text);
   label.setTextColor(title.colour);
   label.setFont(title_font());
@@ -112,7 +113,7 @@ void WispBaseController::headerCell() const {
   const UIImage image = UIImage::imageWithContentsOfFile(
       "/var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/Assets/1.png"_ns);
   const UIImage icon;
-  if (!banner()) banner() = UIView::alloc().initWithFrame({0, 0, 100, 100});
+  if (!banner()) banner() = UIView::alloc().initWithFrame({{0, 0}, {100, 100}});
   if (!banner_image()) {
     banner_image() = make_image_view(image, UIViewContentMode::ScaleAspectFill);
     banner_image().setClipsToBounds(true);
@@ -153,7 +154,7 @@ void WispBaseController::viewWillAppear(bool animated) const {
 
 UIView WispBaseController::tableViewForHeader(const UITableView& table, NSInteger section) const {
   const auto width = static_cast<std::int32_t>(table.bounds().size.width - 30);
-  const UIView header = UIView::alloc().initWithFrame({0, 0, static_cast<CGFloat>(width), kHeaderHeight});
+  const UIView header = UIView::alloc().initWithFrame({{0, 0}, {static_cast<CGFloat>(width), kHeaderHeight}});
   header.setBackgroundColor(UIColor::clearColor());
   const SectionTitle title = title_of_section(section);
   if (section == 1) add_title_pill(header, width, "Base Configurations"_ns);

@@ -105,6 +105,11 @@ size_t wispen_host_posted_count(void);
 /** Null out of range. Valid until the host stops. */
 const char* wispen_host_posted_name(size_t index);
 
+/** The system sounds that were played since the host started: none is heard. */
+size_t wispen_host_sound_count(void);
+/** Its number; 0 out of range. */
+unsigned int wispen_host_sound(size_t index);
+
 /** Called on the main thread, from within the run functions, once or more after a name was posted by whatever
  *  process on this root; `posts` is how many posts this call stands for. */
 typedef void (*wispen_host_listener)(const char* name, unsigned long long posts, void* context);
@@ -143,6 +148,9 @@ int wispen_host_show_page(const char* page);
 const char* wispen_host_shown_page(void);
 /** Builds the lists of all pages anew from their files; pages, scroll positions and values stay. */
 int wispen_host_reload_pages(void);
+/** From now on the pages follow the files of that bundle: what is saved there is seen at once. While a list or a
+ *  strings table cannot be read the last good pages stay, under a note that says why. */
+int wispen_host_follow_files(const char* bundle);
 /** Lets time of a driven clock pass until nothing moves and nobody works in the background, but at most so
  *  many seconds. */
 int wispen_host_settle(double at_most);

@@ -30,7 +30,8 @@ void* memory_at(const macho::Image& image, const Mapping& mapping, std::uint64_t
 Result<std::uint64_t> value_of(const macho::Image& image, const Mapping& mapping, const macho::Fixups& fixups,
                                const macho::Fixup& fixup, const std::vector<macho::Export>& exports,
                                const Resolver& resolve) {
-  if (fixup.import == macho::Fixup::kRebase) return mapping.base() + (fixup.target - image.base());
+  if (fixup.import == macho::Fixup::kRebase)
+    return (mapping.base() + (fixup.target - image.base())) | std::uint64_t{fixup.tag} << 56;
   const macho::Import& import = fixups.imports[fixup.import];
   const macho::Library* const library =
       import.ordinal > 0 ? &image.libraries[static_cast<std::size_t>(import.ordinal) - 1] : nullptr;

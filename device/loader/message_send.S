@@ -179,6 +179,16 @@ wispen_loader_snprintf:
   .cfi_endproc
   .size wispen_loader_snprintf, . - wispen_loader_snprintf
 
+  .globl wispen_loader_snprintf_l
+  .hidden wispen_loader_snprintf_l
+  .type wispen_loader_snprintf_l, %function
+wispen_loader_snprintf_l:
+  .cfi_startproc
+  mov x4, sp
+  b wispen_loader_vsnprintf_l
+  .cfi_endproc
+  .size wispen_loader_snprintf_l, . - wispen_loader_snprintf_l
+
 #endif
 
   .section .note.GNU-stack, "", %progbits

@@ -4,6 +4,7 @@
 #include "device/loader/phone_symbols.hpp"
 
 #include <dlfcn.h>
+#include <locale.h>
 
 #include <algorithm>
 #include <cmath>
@@ -28,6 +29,8 @@ extern char __cpu_model[];  // the compiler library's own, which every image is 
 #elif defined(__aarch64__)
 void wispen_loader_snprintf();
 
+void wispen_loader_snprintf_l();
+
 /// All arguments on the stack: both sets of registers are told to be used up.
 [[gnu::visibility("hidden")]] int wispen_loader_vsnprintf(char* target, std::size_t size, const char* format,
                                                           void* stack) {
@@ -42,6 +45,16 @@ void wispen_loader_snprintf();
   static_assert(sizeof layout == sizeof arguments);
   std::memcpy(&arguments, &layout, sizeof layout);
   return std::vsnprintf(target, size, format, arguments);
+}
+
+/// The same in the "C" locale, which is what the bundle's null locale means.
+[[gnu::visibility("hidden")]] int wispen_loader_vsnprintf_l(char* target, std::size_t size, void* /*locale*/,
+                                                            const char* format, void* stack) {
+  static const locale_t plain = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  const locale_t before = ::uselocale(plain);
+  const int length = wispen_loader_vsnprintf(target, size, format, stack);
+  ::uselocale(before);
+  return length;
 }
 #endif
 }
@@ -112,6 +125,7 @@ void* stand_in(std::string_view name) {
     {"___cpu_indicator_init", address_of(&initialise_cpu_model)},
 #elif defined(__aarch64__)
     {"_snprintf", address_of(&wispen_loader_snprintf)},
+    {"_snprintf_l", address_of(&wispen_loader_snprintf_l)},
 #endif
     {"_objc_retain", address_of(&abi::retain)},
     {"_objc_release", address_of(&abi::release)},

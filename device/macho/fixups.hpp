@@ -32,6 +32,7 @@ struct Fixup {
   std::uint64_t address = 0;     // unmoved
   std::size_t import = kRebase;  // index into Fixups::imports
   std::uint64_t target = 0;      // unmoved
+  std::uint8_t tag = 0;          // the top byte of a moved pointer, which the processor ignores
   std::int64_t addend = 0;
 };
 

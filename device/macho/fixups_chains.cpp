@@ -125,7 +125,7 @@ class Chains {
         fixup.addend = static_cast<std::int64_t>(*raw >> 24 & 0xFF) + addends_[fixup.import];
       } else {
         const std::uint64_t target = *raw & 0xFFFFFFFFF;
-        if ((*raw >> 36 & 0xFF) != 0) return broken("have a pointer with a tag, which nothing here makes");
+        fixup.tag = static_cast<std::uint8_t>(*raw >> 36 & 0xFF);
         fixup.target = format == kChainedPointer64Offset ? image_.base() + target : target;
       }
       if (auto added = add_fixup(image_, fixup, fixups_); !added) return added;

@@ -120,8 +120,11 @@ class RebaseProgram : public Program {
     for (std::uint64_t i = 0; i < times; ++i) {
       const auto target = read_at<std::uint64_t>(image_.bytes_at(address_, kPointer), 0);
       if (!target) return broken("move a pointer that is not in the file");
-      if (auto added = add_fixup(image_, {address_, Fixup::kRebase, *target, 0}, fixups_); !added)
-        return added;
+      Fixup fixup;
+      fixup.address = address_;
+      fixup.target = *target & ~(std::uint64_t{0xFF} << 56);
+      fixup.tag = static_cast<std::uint8_t>(*target >> 56);
+      if (auto added = add_fixup(image_, fixup, fixups_); !added) return added;
       address_ += kPointer + skip;
     }
     return {};
@@ -204,7 +207,11 @@ class BindProgram : public Program {
     auto index = index_of_import();
     if (!index) return index.error();
     for (std::uint64_t i = 0; i < times; ++i) {
-      if (auto added = add_fixup(image_, {address_, *index, 0, addend_}, fixups_); !added) return added;
+      Fixup fixup;
+      fixup.address = address_;
+      fixup.import = *index;
+      fixup.addend = addend_;
+      if (auto added = add_fixup(image_, fixup, fixups_); !added) return added;
       address_ += kPointer + skip;
     }
     return {};

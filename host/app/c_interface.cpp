@@ -9,6 +9,7 @@
 
 #include "host/app/c_interface.hpp"
 #include "host/app/host.hpp"
+#include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/foundation/problems.hpp"
@@ -221,6 +222,13 @@ extern "C" {
 [[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
   const auto& names = wispen::posted_notifications();
   return index < names.size() ? names[index]->c_str() : nullptr;
+}
+
+[[gnu::visibility("default")]] size_t wispen_host_sound_count(void) { return wispen::played_sounds().size(); }
+
+[[gnu::visibility("default")]] unsigned int wispen_host_sound(size_t index) {
+  const auto& sounds = wispen::played_sounds();
+  return index < sounds.size() ? sounds[index] : 0;
 }
 
 [[gnu::visibility("default")]] int wispen_host_listen(const char* name, wispen_host_listener listener,

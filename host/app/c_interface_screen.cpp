@@ -152,6 +152,10 @@ extern "C" {
   });
 }
 
+[[gnu::visibility("default")]] int wispen_host_follow_files(const char* bundle) {
+  return on_screen([&] { return done_or_failed(host().follow_files(text(bundle))); });
+}
+
 [[gnu::visibility("default")]] int wispen_host_settle(double at_most) {
   if (!(at_most >= 0 && at_most <= 3600)) return failed("settling takes between 0 and 3600 seconds");
   return on_screen([&] { return done_or_failed(host().settings().settle(at_most)); });

@@ -8,10 +8,12 @@
 #include <array>
 #include <utility>
 
+#include "host/app/settings/live_reload.hpp"
 #include "host/app/settings/settings_app.hpp"
 #include "host/core/current_root.hpp"
 #include "host/core/platform_dlfcn.hpp"
 #include "host/core/queues.hpp"
+#include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
@@ -130,6 +132,7 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
   session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
   frame_buffer_ = std::make_unique<uikit::FrameBuffer>(*session_);
   clear_posted_notifications();
+  clear_played_sounds();
 }
 
 Host::~Host() { stop(); }
@@ -139,6 +142,7 @@ bool Host::stop() {
   while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
   {
     const objc::AutoreleasePool pool;
+    live_reload_.reset();
     settings_.reset();
     frame_buffer_.reset();
   }
@@ -184,6 +188,13 @@ Result<void> Host::set_look(const std::string& name, const std::string& value) {
 SettingsApp& Host::settings() {
   if (settings_ == nullptr) settings_ = std::make_unique<SettingsApp>(*this);
   return *settings_;
+}
+
+Result<void> Host::follow_files(const std::string& folder) {
+  auto live = LiveReload::start(*loop_, settings(), folder);
+  if (!live) return live.error();
+  live_reload_ = *std::move(live);
+  return {};
 }
 
 Result<NSBundle> Host::load_bundle(const std::string& path) {

@@ -18,6 +18,7 @@
 
 namespace wispen {
 
+class LiveReload;
 class SettingsApp;
 
 /// What a host starts with.
@@ -62,6 +63,8 @@ class Host {
   objc::ClassRef principal_class() const { return principal_class_; }
   /// The Settings application, made at the first call.
   SettingsApp& settings();
+  /// From now on the pages follow the files of that bundle.
+  Result<void> follow_files(const std::string& folder);
   /// The screen's pixels from frame to frame.
   uikit::FrameBuffer& frame_buffer() { return *frame_buffer_; }
   /// A new page; with no name the principal class of the bundle loaded last.
@@ -81,6 +84,7 @@ class Host {
   std::unique_ptr<uikit::Session> session_;
   std::unique_ptr<uikit::FrameBuffer> frame_buffer_;
   std::unique_ptr<SettingsApp> settings_;
+  std::unique_ptr<LiveReload> live_reload_;
   objc::ClassRef principal_class_;
   bool stopped_ = false;
 

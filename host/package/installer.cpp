@@ -65,7 +65,8 @@ Result<std::set<std::string>> files_of_installed(const DeviceRoot& root) {
   const auto listed = run_dpkg(root, {"--listfiles", std::string(kPackageName)});
   if (!listed) return listed.error();
   std::set<std::string> files;
-  std::string_view rest = listed->status == 0 ? std::string_view(listed->output) : std::string_view();
+  std::string_view rest;
+  if (listed->status == 0) rest = listed->output;
   while (!rest.empty()) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
     rest.remove_prefix(std::min(rest.size(), line.size() + 1));

@@ -21,7 +21,7 @@ using macho::Image;
 
 constexpr std::uint64_t kPage = 0x4000;        // of every device that runs these systems
 constexpr std::uint32_t kMinimum = 15U << 16;  // 15.0.0, as a build version says it
-constexpr std::size_t kMostBytes = 200 * 1024;
+constexpr std::size_t kMostBytes = std::size_t{200} * 1024;
 
 constexpr std::array<std::uint32_t, 17> kKnownCommands = {
     macho::kCommandSegment64,     macho::kCommandSymbols,         macho::kCommandDynamicSymbols,

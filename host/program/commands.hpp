@@ -29,8 +29,18 @@ struct WatchOptions {
 int watch_notifications(const CommonOptions& options, const WatchOptions& what);
 int post_notification(const CommonOptions& options, const std::string& name);
 
-/// The main job, without a screen: sets values on the pages and shows what another process sees of it.
-int tour(const CommonOptions& options);
+struct RunOptions {
+  LookOptions look;
+  std::string page;          // empty: the root page
+  std::string pictures;      // where a tour leaves its pictures
+  bool without_window = false;
+};
+/// The main job. With a display, a window on the pages that follows their files; without one, a tour.
+int run(const CommonOptions& options, const RunOptions& what);
+
+/// Sets a value on each page, shows what another process sees of it, and leaves pictures of all pages in that
+/// folder.
+int tour(const CommonOptions& options, const RunOptions& what);
 
 /// Checks the bundle's specifier lists.
 int lint(const CommonOptions& options);

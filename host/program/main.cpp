@@ -57,10 +57,18 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
     subcommand->callback([&command, body = std::move(body)] { command = body; });
   };
 
-  auto* run =
-      app.add_subcommand("run", "The main job: set values on the pages, and see what another process sees");
-  add_common(*run, options);
-  on(run, [&] { return tour(options); });
+  RunOptions run_options;
+  auto* running = app.add_subcommand("run", "The main job: the pages in a window that follows their files; without "
+                                            "a display, a tour in text and pictures");
+  running->add_option("PAGE", run_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  running->add_flag("--no-window", run_options.without_window, "The tour, also where there is a display");
+  running->add_option("--pictures", run_options.pictures, "Where the tour leaves its pictures (wispen-pictures)")
+      ->type_name("DIR");
+  running->footer("In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
+                  "with shift backwards; control and Q closes.");
+  add_look(*running, run_options.look);
+  add_common(*running, options);
+  on(running, [&] { return run(options, run_options); });
 
   std::string page;
   auto* pages = app.add_subcommand("pages", "List every page's rows: key, type, value, shown or hidden");

@@ -30,7 +30,9 @@ bool show_page(const Session& session, const std::string& name) {
     if (!page) return false;
     cls = page->cls;
   }
-  if (wispen_host_show_page(cls.c_str()) == 0 || wispen_host_settle(kLongestSettling) == 0) {
+  // A wall clock settles by itself.
+  if (wispen_host_show_page(cls.c_str()) == 0 ||
+      (!session.on_wall_clock() && wispen_host_settle(kLongestSettling) == 0)) {
     fail(wispen_host_last_error());
     return false;
   }

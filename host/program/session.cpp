@@ -67,7 +67,9 @@ std::optional<Session> Session::start_on_clock(const CommonOptions& options, boo
     fail(wispen_host_last_error());
     return std::nullopt;
   }
-  return Session();
+  Session session;
+  session.wall_clock_ = wall_clock;
+  return session;
 }
 
 std::optional<Session> Session::start_with_bundle(const CommonOptions& options) {
@@ -80,8 +82,9 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
   return session;
 }
 
-std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look) {
-  auto session = start_on_clock(options, false);
+std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look,
+                                                  bool wall_clock) {
+  auto session = start_on_clock(options, wall_clock);
   if (!session) return session;
   const std::pair<const char*, const std::string*> looks[] = {{"device", &look.device},
                                                               {"orientation", &look.orientation},

@@ -50,11 +50,16 @@ class Session {
   /// Prints why and gives nothing where the host cannot start (or the bundle cannot be loaded).
   static std::optional<Session> start(const CommonOptions& options);
   static std::optional<Session> start_with_bundle(const CommonOptions& options);
-  /// With a screen that looks so, the bundle offered on the list of Settings, and a clock that is driven.
-  static std::optional<Session> start_with_screen(const CommonOptions& options, const LookOptions& look);
-  Session(Session&& other) noexcept : running_(std::exchange(other.running_, false)) {}
+  /// With a screen that looks so, the bundle offered on the list of Settings, and a clock that is driven
+  /// unless it is to be the wall's.
+  static std::optional<Session> start_with_screen(const CommonOptions& options, const LookOptions& look,
+                                                  bool wall_clock = false);
+  Session(Session&& other) noexcept
+      : running_(std::exchange(other.running_, false)), wall_clock_(other.wall_clock_) {}
   Session& operator=(Session&&) = delete;
   ~Session();
+
+  bool on_wall_clock() const { return wall_clock_; }
 
   /// The principal page and the pages that rows lead to, each once, in the order in which they are reached.
   std::vector<Page> pages() const;
@@ -65,6 +70,7 @@ class Session {
   Session() = default;
   static std::optional<Session> start_on_clock(const CommonOptions& options, bool wall_clock);
   bool running_ = true;
+  bool wall_clock_ = true;
 };
 
 }  // namespace wispen::program

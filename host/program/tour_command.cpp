@@ -1,4 +1,4 @@
-// host/program/tour_command.cpp: wispen run, without a screen: a short tour in text.
+// host/program/tour_command.cpp: wispen run, without a display: a short tour, in text and pictures.
 
 #include <cstdio>
 #include <fstream>
@@ -66,9 +66,7 @@ std::vector<Step> steps_of(const std::vector<Page>& pages) {
   return steps;
 }
 
-}  // namespace
-
-int tour(const CommonOptions& options) {
+int set_values(const CommonOptions& options) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
@@ -111,6 +109,24 @@ int tour(const CommonOptions& options) {
   for (const std::string& line : heard) std::printf("  %s\n", line.c_str());
   print_problems();
   if (heard.empty()) return fail("the other process heard nothing");
+  return kDone;
+}
+
+}  // namespace
+
+int tour(const CommonOptions& options, const RunOptions& what) {
+  if (const int status = set_values(options); status != kDone) return status;
+  const std::string folder = what.pictures.empty() ? "wispen-pictures" : what.pictures;
+  std::printf("\nPictures of every page, as it is now, light and dark:\n");
+  std::fflush(stdout);
+  for (const char* const appearance : {"light", "dark"}) {
+    SnapshotOptions pictures;
+    pictures.look = what.look;
+    pictures.look.appearance = appearance;
+    pictures.output = folder + "/" + appearance;
+    pictures.all = true;
+    if (const int status = snapshot(options, pictures); status != kDone) return status;
+  }
   return kDone;
 }
 

@@ -138,7 +138,7 @@ TEST(MachO, AnExportTrieThatLeadsBackToItselfIsRefused) {
 }
 
 TEST(MachO, ExportsAreFoundByName) {
-  const std::string bytes = seed("loader/exceptions-fixup_chains");
+  const std::string bytes = seed("loader/x86_64-exceptions-fixup_chains");
   const auto exports = macho::read_exports(*macho::parse_image(bytes));
   ASSERT_TRUE(exports.ok()) << exports.error().message;
   std::set<std::string> names;

@@ -163,6 +163,11 @@ void SettingsApp::reload() {
   }
 }
 
+void SettingsApp::reload_from(const std::string& folder) {
+  load(folder);  // its data are read anew
+  reload();
+}
+
 Result<void> SettingsApp::settle(double at_most) {
   uikit::Session& session = host_.session();
   MainLoop& loop = host_.loop();

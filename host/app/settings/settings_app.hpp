@@ -38,6 +38,9 @@ class SettingsApp {
   /// Builds every page's list anew, after files or the language changed; scroll positions stay.
   void reload();
 
+  /// The same, after the files of that bundle changed.
+  void reload_from(const std::string& folder);
+
   /// Lets time pass until nothing moves any more and nobody works in the background, at most so many seconds
   /// of the clock. On a driven clock only.
   Result<void> settle(double at_most = 10);

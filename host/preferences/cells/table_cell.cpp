@@ -194,7 +194,9 @@ struct CellMethods {
     if (!cell) return cell;
     cell.parts().type = CellType::StaticText;
     objc::send<"setSpecifier:">(cell, specifier);
-    cell.textLabel();
+    // A row that is all control has no title to show.
+    const CellType type = cell.parts().type;
+    if (type != CellType::Slider && type != CellType::Segment) cell.textLabel();
     cell.apply_colours();
     return cell;
   }

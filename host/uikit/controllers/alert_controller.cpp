@@ -336,7 +336,10 @@ Rect AlertController::frame_in(const Rect& room, const EdgeInsets& safe) const {
 
 void AlertController::choose(const AlertAction& action) const {
   if (!presenting() || !action.parts().enabled) return;
-  dismiss(true, [action] { action.parts().handler(action); });
+  // None of the handlers can run after this one; they may hold the alert, which holds them.
+  const objc::Block<void(AlertAction)> chosen = action.parts().handler;
+  for (const AlertAction& each : alert().actions) each.parts().handler = nullptr;
+  dismiss(true, [action, chosen] { chosen(action); });
 }
 
 void AlertController::cancel() const {

@@ -2,7 +2,9 @@
 
 #include "host/uikit/events/key.hpp"
 
+#include "host/uikit/controllers/view_controller.hpp"
 #include "host/uikit/events/focus.hpp"
+#include "host/uikit/views/application.hpp"
 #include "host/uikit/views/responder.hpp"
 
 namespace wispen::uikit {
@@ -27,6 +29,12 @@ bool offer(Responder responder, const Key& key) {
   return false;
 }
 
+Responder topmost_controller() {
+  ViewController controller = Application::shared().key_window().rootViewController();
+  while (controller && controller.presented()) controller = controller.presented();
+  return controller;
+}
+
 }  // namespace
 
 bool press_key(const KeyState& state) {
@@ -38,7 +46,9 @@ bool press_key(const KeyState& state) {
   if (focused && focused != first && offer(focused, key)) return true;
   if (first || focused) return false;
   const std::vector<View> candidates = focusable_views();
-  return !candidates.empty() && offer(candidates.front().superview(), key);
+  if (!candidates.empty()) return offer(candidates.front().superview(), key);
+  // Nothing there takes the focus, as on a sheet of text: the page itself may know the key.
+  return offer(topmost_controller(), key);
 }
 
 }  // namespace wispen::uikit

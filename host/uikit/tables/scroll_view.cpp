@@ -251,9 +251,20 @@ struct ScrollMethods {
   static NSObject delegate(const Self& self) { return self.scroll().delegate.lock(); }
   static void setDelegate(const Self& self, const NSObject& delegate) { self.scroll().delegate = delegate; }
   static PanGestureRecognizer pan(const Self& self) { return self.scroll().pan; }
+  static bool is_at_top(const Self& self) {
+    return self.contentOffset().y <= -self.adjustedContentInset().top + 0.5;
+  }
+  /// Pulled down from its top, a sheet goes with the finger, and what it holds stays.
+  static bool is_on_a_sheet(const Self& self) {
+    for (View view = self.superview(); view; view = view.superview()) {
+      if (objc::responds_to(view, objc::selector<"_dragged:">())) return true;
+    }
+    return false;
+  }
   static bool shouldBegin(const Self& self, const GestureRecognizer& recognizer) {
     if (recognizer != self.scroll().pan) return true;
     if (!self.scroll().scroll_enabled || !can_bounce(self)) return false;
+    if (self.scroll().pan.way().y > 0 && is_at_top(self) && is_on_a_sheet(self)) return false;
     // A control that follows the finger keeps it.
     const Point start = self.scroll().pan.locationInView(self);
     const Point way = self.scroll().pan.way();

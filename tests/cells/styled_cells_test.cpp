@@ -1,0 +1,92 @@
+// tests/cells/styled_cells_test.cpp: button, slider and toggle rows in the bundle's colours.
+
+#include "tests/support/page_fixture.hpp"
+
+namespace wispen::testing {
+namespace {
+
+using ::testing::DoubleEq;
+using ::testing::Pointwise;
+
+class StyledCellsTest : public PageTest {
+ protected:
+  void SetUp() override {
+    PageTest::SetUp();
+    const std::string list = specifier_list(
+        item({{"cell", "PSButtonCell"},
+              {"cellClass", "WispButton"},
+              {"label", "Plain"},
+              {"action", "reloadSpecifiers"}}) +
+        item({{"cell", "PSButtonCell"},
+              {"cellClass", "WispButton"},
+              {"label", "Grey"},
+              {"style", "disabled"},
+              {"action", "reloadSpecifiers"}}) +
+        item({{"cell", "PSButtonCell"},
+              {"cellClass", "WispButton"},
+              {"label", "Capital"},
+              {"style", "Disabled"}}) +
+        item(
+            {{"cell", "PSSliderCell"}, {"cellClass", "WispSlider"}, {"label", "Slider"}, {"key", "slider"}}) +
+        item(
+            {{"cell", "PSSwitchCell"}, {"cellClass", "WispToggle"}, {"label", "Toggle"}, {"key", "toggle"}}));
+    show("SepSettingsCell",
+         {{"Root.plist",
+           specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
+          {"SepSettingsLS.plist", list}});
+  }
+  template <class T = PSTableCell>
+  static T make(const char* cls) {
+    const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named(cls).borrow());
+    const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
+    return objc::Allocated<T>(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
+        .template initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0}, "x"_ns, specifier);
+  }
+};
+
+TEST_F(StyledCellsTest, ButtonsHaveTheColourOfALabelOrAreGrey) {
+  EXPECT_TRUE(cell("Plain").textLabel().textColor().isEqual(UIColor::labelColor()));
+  EXPECT_TRUE(cell("Capital").textLabel().textColor().isEqual(UIColor::labelColor()));
+  EXPECT_TRUE(cell("Grey").textLabel().textColor().isEqual(UIColor::systemGrayColor()));
+  EXPECT_THAT(rgba(cell("Grey").textLabel().highlightedTextColor()),
+              Pointwise(DoubleEq(), {0.5, 0.6, 0.1, 1.0}));
+  // Grey is only a colour: the row acts.
+  const NSArray before = top().specifiers();
+  tap_text("Grey");
+  EXPECT_NE(top().specifiers().as<NSArray>(), before);
+}
+
+TEST_F(StyledCellsTest, AButtonFollowsItsStyleAtTheNextLayout) {
+  const PSTableCell button = cell("Plain");
+  button.specifier().setProperty("disabled"_ns, "style"_ns);
+  button.setNeedsLayout();
+  button.layoutIfNeeded();
+  EXPECT_TRUE(button.textLabel().textColor().isEqual(UIColor::systemGrayColor()));
+}
+
+TEST_F(StyledCellsTest, SlidersAndTogglesAreLaidOutAsSubtitles) {
+  EXPECT_TRUE(make("WispSlider").detailTextLabel());
+  EXPECT_TRUE(make("WispToggle").detailTextLabel());
+  EXPECT_FALSE(make("PSTableCell").detailTextLabel());
+}
+
+TEST_F(StyledCellsTest, SlidersAndTogglesHaveTheAccent) {
+  const auto slider = cell<PSSliderTableCell>("slider").control<UISlider>();
+  EXPECT_THAT(rgba(slider.minimumTrackTintColor()), Pointwise(DoubleEq(), {0.5, 0.3, 0.55, 1.0}));
+  const auto toggle = cell<PSSwitchTableCell>("toggle");
+  EXPECT_THAT(rgba(toggle.control<UISwitch>().onTintColor()), Pointwise(DoubleEq(), {0.5, 0.3, 0.55, 1.0}));
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(toggle.titleLabel().font())), 18);
+}
+
+TEST_F(StyledCellsTest, AToggleStandsOnBlurThatFollowsItsSize) {
+  const auto toggle = cell<PSSwitchTableCell>("toggle");
+  const auto blur = objc::cast_or_nil<UIVisualEffectView>(toggle.subviews().objectAtIndex(0));
+  ASSERT_TRUE(blur);
+  EXPECT_EQ(blur.autoresizingMask(), 18U);
+  EXPECT_EQ(blur.frame(), toggle.bounds());
+  toggle.setFrame({{0, 0}, {200, 77}});
+  EXPECT_EQ(blur.frame(), toggle.bounds());
+}
+
+}  // namespace
+}  // namespace wispen::testing

@@ -1,0 +1,116 @@
+// tests/cells/switch_with_info_test.cpp: a switch, and the alert that explains it.
+
+#include "tests/support/page_fixture.hpp"
+
+namespace wispen::testing {
+namespace {
+
+class SwitchWithInfoTest : public PageTest {
+ protected:
+  void show_switches() {
+    const auto info = [](const char* key, std::initializer_list<std::pair<const char*, const char*>> more) {
+      std::string xml;
+      for (const auto& [name, value] : more)
+        xml += std::string("<key>") + name + "</key><string>" + value + "</string>";
+      return item({{"cell", "PSSwitchCell"}, {"cellClass", "XXXSwitchWithInfoCell"}, {"key", key}}, xml);
+    };
+    const std::string list = specifier_list(
+        info("full", {{"label", "Full"}, {"infoTitle", "About It"}, {"infoMessage", "One.\\nTwo."}}) +
+        info("bare", {{"label", "Bare"}}) + info("nameless", {}) +
+        item({{"cell", "PSSliderCell"},
+              {"cellClass", "XXXLabeledSliderCell"},
+              {"key", "slider"},
+              {"label", "Slider"},
+              {"infoMessage", "Of the slider."}}));
+    show("SepSettingsCell",
+         {{"Root.plist",
+           specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
+          {"SepSettingsLS.plist", list},
+          {"de.lproj/SepSettingsLS.strings",
+           "\"Full\" = \"Voll\";\n\"Bare\" = \"Nackt\";\n\"One.\\\\nTwo.\" = \"Eins.\\\\nZwei.\";\n"
+           "\"No information provided for this cell.\" = \"Nichts.\";\n"}});
+  }
+  static void tap_info(const char* identifier) { tap(*part(*row(identifier), "UIButton")); }
+  static UIAlertController alert() {
+    return objc::cast_or_nil<UIAlertController>(navigation().presentedViewController());
+  }
+  static std::string text_of(const NSString& text) { return text ? text.utf8() : "(nil)"; }
+};
+
+TEST_F(SwitchWithInfoTest, StandsBesideItsSwitchInPurple) {
+  show_switches();
+  const auto row_cell = cell<PSSwitchTableCell>("full");
+  const auto control = row_cell.control<UISwitch>();
+  EXPECT_EQ(rgba(control.onTintColor()), (std::vector<double>{0.5, 0, 0.5, 1}));
+  EXPECT_EQ(rgba(control.thumbTintColor()), (std::vector<double>{0, 0, 0, 1}));
+  const Json button = *part(*row("full"), "UIButton");
+  const Json toggle = *part(*row("full"), "UISwitch");
+  const CGRect content = row_cell.contentView().bounds();
+  const auto info = objc::cast_or_nil<UIButton>(row_cell.contentView().subviews().lastObject());
+  ASSERT_TRUE(info);
+  EXPECT_EQ(info.buttonType(), UIButtonType::InfoDark);
+  EXPECT_NEAR(info.frame().origin.x + info.bounds().size.width, content.size.width - 4, 0.01);
+  EXPECT_NEAR(info.center().y, content.size.height / 2, 0.51);
+  EXPECT_LE(button["frame"][0].get<double>() + button["frame"][2].get<double>(),
+            toggle["frame"][0].get<double>());
+  EXPECT_EQ(rgba(info.tintColor()), (std::vector<double>{0.5, 0, 0.5, 1}));
+  top().view().setTintColor(UIColor::greenColor());
+  EXPECT_EQ(rgba(info.tintColor()), (std::vector<double>{0.5, 0, 0.5, 1}));
+}
+
+TEST_F(SwitchWithInfoTest, ExplainsItselfOnSeveralLines) {
+  show_switches();
+  tap_info("full");
+  ASSERT_TRUE(alert());
+  EXPECT_EQ(text_of(alert().title()), "About It");
+  EXPECT_EQ(text_of(alert().message()), "One.\nTwo.");
+  ASSERT_EQ(alert().actions().count(), 1U);
+  EXPECT_EQ(text_of(alert().actions().objectAtIndex<UIAlertAction>(0).title()), "Cancel");
+  EXPECT_EQ(alert().actions().objectAtIndex<UIAlertAction>(0).style(), UIAlertActionStyle::Cancel);
+  tap_text("Cancel");
+  EXPECT_FALSE(alert());
+  EXPECT_FALSE(std::filesystem::exists(domain_file()));  // the switch was not touched
+}
+
+TEST_F(SwitchWithInfoTest, HasATextForRowsThatSayNothing) {
+  show_switches();
+  tap_info("bare");
+  EXPECT_EQ(text_of(alert().title()), "Bare");
+  EXPECT_EQ(text_of(alert().message()), "No information provided for this cell.");
+  tap_text("Cancel");
+  tap_info("nameless");
+  EXPECT_EQ(text_of(alert().title()), "(nil)");
+}
+
+TEST_F(SwitchWithInfoTest, TranslatesTheMessageAndNeverTheTitle) {
+  wispen_host_stop();
+  start("de");
+  show_switches();
+  EXPECT_TRUE(with_text("Voll"));
+  tap_info("full");
+  EXPECT_EQ(text_of(alert().title()), "About It");
+  EXPECT_EQ(text_of(alert().message()), "Eins.\nZwei.");
+  tap_text("Cancel");
+  EXPECT_TRUE(with_text("Nackt"));
+  tap_info("bare");
+  EXPECT_EQ(text_of(alert().title()), "Bare");
+  EXPECT_EQ(text_of(alert().message()), "Nichts.");
+}
+
+TEST_F(SwitchWithInfoTest, IsTheSliderCellsOperationToo) {
+  show_switches();
+  objc::send<"infoButtonTapped">(cell("slider"));
+  settle();
+  EXPECT_EQ(text_of(alert().title()), "Slider");
+  EXPECT_EQ(text_of(alert().message()), "Of the slider.");
+}
+
+TEST_F(SwitchWithInfoTest, StoresItsValueAsAnySwitch) {
+  show_switches();
+  tap(*part(*row("full"), "UISwitch"));
+  const auto stored = NSDictionary::dictionaryWithContentsOfFile(domain_file().c_str());
+  EXPECT_TRUE(stored.objectForKey<NSNumber>("full"_ns).boolValue());
+}
+
+}  // namespace
+}  // namespace wispen::testing
