@@ -120,6 +120,12 @@ void Window::add_damage(const Rect& rect) const {
 std::vector<Rect> Window::take_damage() const { return std::exchange(parts().damage, {}); }
 bool Window::damaged() const { return !parts().damage.empty(); }
 
+/// Its pages go while it has its state: what they present leaves it, and marks where it was.
+void Window::farewell() {
+  ViewController root;
+  root.swap(parts().root);
+}
+
 struct WindowMethods {
   static Window init(objc::Allocated<Window> self) {
     const Session* const session = Session::current();
@@ -147,6 +153,7 @@ void Window::define() {
   using M = WindowMethods;
   objc::Class<Window>()
       .state<WindowState>()
+      .on_dealloc<&Window::farewell>()
       .initializer<"init", &M::init>()
       .initializer<"initWithFrame:", &M::initWithFrame>()
       .method<"rootViewController", &Window::rootViewController>()

@@ -39,6 +39,7 @@ class Window : public objc::Authored<Window, View> {
  private:
   friend struct WindowMethods;
   WindowState& parts() const;
+  void farewell();
 };
 
 }  // namespace wispen::uikit
