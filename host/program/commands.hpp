@@ -66,6 +66,7 @@ int inspect(const CommonOptions& options, const InspectOptions& what);
 struct DriveOptions {
   LookOptions look;
   std::string script;  // a file, or "-"
+  bool follow = false;  // the bundle's files; and steps are done as they come
   std::string failure_picture = "failure.png";
 };
 /// Uses the pages as a script says: one line of JSON a step, and a picture of the moment at the first failure.

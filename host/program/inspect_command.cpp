@@ -22,7 +22,8 @@ void print_view(const Json& view, int depth) {
   std::string line(static_cast<std::size_t>(depth) * 2, ' ');
   line += view["class"].get<std::string>();
   line += " (";
-  for (std::size_t i = 0; i < 4; ++i) line += (i > 0 ? " " : "") + short_number(view["frame"][i].get<double>());
+  for (std::size_t i = 0; i < 4; ++i)
+    line += (i > 0 ? " " : "") + short_number(view["frame"][i].get<double>());
   line += ")";
   for (const auto& [name, value] : view.items()) {
     if (name == "class" || name == "frame" || name == "subviews") continue;

@@ -38,7 +38,9 @@ void add_look(CLI::App& command, LookOptions& look) {
   command.add_option("--orientation", look.orientation, "How the device is held")
       ->type_name("portrait|landscape");
   command.add_option("--appearance", look.appearance, "The system's appearance")->type_name("light|dark");
-  command.add_option("--text-size", look.text_size, "The user's text size: XS to XXXL, AccessibilityM to ...XXXL")
+  command
+      .add_option("--text-size", look.text_size,
+                  "The user's text size: XS to XXXL, AccessibilityM to ...XXXL")
       ->type_name("SIZE");
   command.add_option("--direction", look.direction, "The way the language is read")
       ->type_name("ltr|rtl|natural");
@@ -58,14 +60,17 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   };
 
   RunOptions run_options;
-  auto* running = app.add_subcommand("run", "The main job: the pages in a window that follows their files; without "
-                                            "a display, a tour in text and pictures");
+  auto* running = app.add_subcommand("run",
+                                     "The main job: the pages in a window that follows their files; without "
+                                     "a display, a tour in text and pictures");
   running->add_option("PAGE", run_options.page, "A class, a list, \"root\" (default) or \"settings\"");
   running->add_flag("--no-window", run_options.without_window, "The tour, also where there is a display");
-  running->add_option("--pictures", run_options.pictures, "Where the tour leaves its pictures (wispen-pictures)")
+  running
+      ->add_option("--pictures", run_options.pictures, "Where the tour leaves its pictures (wispen-pictures)")
       ->type_name("DIR");
-  running->footer("In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
-                  "with shift backwards; control and Q closes.");
+  running->footer(
+      "In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
+      "with shift backwards; control and Q closes.");
   add_look(*running, run_options.look);
   add_common(*running, options);
   on(running, [&] { return run(options, run_options); });
@@ -80,7 +85,8 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   SnapshotOptions snapshot_options;
   auto* pictures = app.add_subcommand("snapshot", "Write a picture of a page, or of all pages, as PNG");
   pictures->add_option("PAGE", snapshot_options.page, "A class, a list, \"root\" (default) or \"settings\"");
-  pictures->add_option("-o,--output", snapshot_options.output, "The file (page.png), or the folder with --all")
+  pictures
+      ->add_option("-o,--output", snapshot_options.output, "The file (page.png), or the folder with --all")
       ->type_name("PATH");
   pictures->add_flag("--all", snapshot_options.all, "Every page, each into a file of its own");
   pictures->add_flag("--full-length", snapshot_options.whole_page, "As high as the page is long");
@@ -100,11 +106,17 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   on(look_at, [&] { return inspect(options, inspect_options); });
 
   DriveOptions drive_options;
-  auto* driving = app.add_subcommand("drive", "Use the pages as a script says: tap, drag, type, expect, snapshot");
-  driving->add_option("SCRIPT", drive_options.script, "The script's file, or - for standard input")->required();
-  driving->add_option("--failure-picture", drive_options.failure_picture, "Where the moment of a failure goes")
+  auto* driving =
+      app.add_subcommand("drive", "Use the pages as a script says: tap, drag, type, expect, snapshot");
+  driving->add_option("SCRIPT", drive_options.script, "The script's file, or - for standard input")
+      ->required();
+  driving
+      ->add_option("--failure-picture", drive_options.failure_picture, "Where the moment of a failure goes")
       ->type_name("FILE.png");
-  driving->footer("\n" + script_help() + "Each step answers one line of JSON. Exit status: 0 all done, 1 a step "
+  driving->add_flag("--follow", drive_options.follow,
+                    "Do each step as it comes, and let the pages follow the bundle's files meanwhile");
+  driving->footer("\n" + script_help() +
+                  "Each step answers one line of JSON. Exit status: 0 all done, 1 a step "
                   "failed, 2 the script has an error.");
   add_look(*driving, drive_options.look);
   add_common(*driving, options);

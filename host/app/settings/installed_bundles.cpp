@@ -29,10 +29,8 @@ std::vector<BundleEntry> installed_bundles(const DeviceRoot& root) {
   std::error_code error;
   for (const fs::directory_entry& file : fs::directory_iterator(*lists, error)) {
     if (file.path().extension() != ".plist") continue;
-    const NSDictionary list =
-        NSDictionary::dictionaryWithContentsOfFile((library + "PreferenceLoader/Preferences/" +
-                                                    file.path().filename().string())
-                                                       .c_str());
+    const NSDictionary list = NSDictionary::dictionaryWithContentsOfFile(
+        (library + "PreferenceLoader/Preferences/" + file.path().filename().string()).c_str());
     const auto entry = objc::cast_or_nil<NSDictionary>(list.objectForKey("entry"_ns));
     const std::string name = entry ? text(entry, "bundle"_ns) : std::string();
     if (name.empty()) {

@@ -202,7 +202,8 @@ Result<graphics::Image> SettingsApp::picture(double scale, bool whole_page) {
     const EdgeInsets inset = scroll.adjustedContentInset();
     const double outside = session.device().size().height - scroll.bounds().height();
     const double height = std::ceil(scroll.contentSize().height + inset.top + inset.bottom + outside);
-    double& side = device.orientation == uikit::Orientation::Portrait ? tall.portrait.height : tall.portrait.width;
+    double& side =
+        device.orientation == uikit::Orientation::Portrait ? tall.portrait.height : tall.portrait.width;
     side = std::clamp(height, device.size().height, kHighest);
     session.set_device(tall);
     uikit::Application::shared().lay_out_windows();

@@ -75,8 +75,7 @@ Place centre(const Json& view) {
 }
 
 Result<Json> tap(Place place) {
-  if (wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, place.x, place.y) == 0 ||
-      wispen_host_advance(kFrame) == 0 ||
+  if (wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, place.x, place.y) == 0 || wispen_host_advance(kFrame) == 0 ||
       wispen_host_touch(WISPEN_HOST_TOUCH_ENDED, place.x, place.y) == 0) {
     return Error{wispen_host_last_error()};
   }
@@ -141,7 +140,8 @@ std::string displayed(const Json& view) {
   std::string last;
   const std::function<void(const Json&)> walk = [&](const Json& part) {
     if (part.value("hidden", false)) return;
-    if (part.contains("text") && part["text"] != view["row"].value("label", std::string())) last = part["text"];
+    if (part.contains("text") && part["text"] != view["row"].value("label", std::string()))
+      last = part["text"];
     for (const Json& subview : part.value("subviews", Json::array())) walk(subview);
   };
   walk(view);
@@ -326,15 +326,17 @@ Result<Json> Driver::expect_colour(double x, double y, const std::string& wanted
     return Error{"the place is outside the screen"};
   }
   std::uint32_t pixel = 0;
-  std::copy_n(frame.pixels + static_cast<std::size_t>(row) * frame.stride + static_cast<std::size_t>(column) * 4,
-              4, reinterpret_cast<unsigned char*>(&pixel));
+  std::copy_n(
+      frame.pixels + static_cast<std::size_t>(row) * frame.stride + static_cast<std::size_t>(column) * 4, 4,
+      reinterpret_cast<unsigned char*>(&pixel));
   char actual[8];
   std::snprintf(actual, sizeof actual, "#%06X", pixel & 0xFFFFFFU);
   char* end = nullptr;
   const unsigned long colour = wanted.starts_with('#') ? std::strtoul(wanted.c_str() + 1, &end, 16) : 0;
   if (end == nullptr || *end != '\0' || wanted.size() != 7) return Error{"a colour is written #RRGGBB"};
   for (const unsigned shift : {0U, 8U, 16U}) {
-    const int difference = static_cast<int>((pixel >> shift) & 0xFFU) - static_cast<int>((colour >> shift) & 0xFFU);
+    const int difference =
+        static_cast<int>((pixel >> shift) & 0xFFU) - static_cast<int>((colour >> shift) & 0xFFU);
     if (std::abs(difference) > 2) return Error{std::string("the pixel is ") + actual};
   }
   return Json{{"colour", actual}};
@@ -356,7 +358,8 @@ Result<Json> Driver::expect(const Words& words) {
   if (what == "row") {
     const auto found = find(name);
     const bool there = found && found->contains("row");
-    if (there == absent) return Error{std::string("there is ") + (absent ? "a" : "no") + " row \"" + name + "\""};
+    if (there == absent)
+      return Error{std::string("there is ") + (absent ? "a" : "no") + " row \"" + name + "\""};
     return Json::object();
   }
   const Json windows = tree();

@@ -43,7 +43,8 @@ constexpr std::array kForms{
     Form{"expect", "'no 'row w", "expect no row ROW"},
     Form{"expect", "'value w w", "expect value ROW VALUE       on, off, a number, or a text"},
     Form{"expect", "'stored w w", "expect stored KEY VALUE      in the preferences file, through the page"},
-    Form{"expect", "'posted w", "expect posted NAME           the notification was posted since the last time"},
+    Form{"expect", "'posted w",
+         "expect posted NAME           the notification was posted since the last time"},
     Form{"expect", "'colour n n w", "expect colour X Y #RRGGBB    of a pixel, within 2 of 255"},
     Form{"snapshot", "w", "snapshot FILE.png"},
     Form{"inspect", "", "inspect                      the tree of views, in the answer"},
@@ -101,7 +102,9 @@ std::optional<std::vector<std::string>> words_of(std::string_view line) {
   }
 }
 
-Error wrong(int number, const std::string& what) { return Error{"line " + std::to_string(number) + ": " + what}; }
+Error wrong(int number, const std::string& what) {
+  return Error{"line " + std::to_string(number) + ": " + what};
+}
 
 }  // namespace
 

@@ -285,6 +285,33 @@ class ScreenTest(unittest.TestCase):
 
     # Files.
 
+    def test_pages_follow_their_files_and_survive_broken_ones(self):
+        self.page(row("PSSwitchCell", "Old", key="old"))
+        file = self.bundle / f"{LIST}.plist"
+        with subprocess.Popen([PROGRAM, "drive", "-", "--follow", "--root", self.root, "--bundle", self.bundle],
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, env=self.environment,
+                              cwd=self.path) as driving:
+            def step(words):
+                driving.stdin.write(words + "\n")
+                driving.stdin.flush()
+                return json.loads(driving.stdout.readline())
+
+            self.assertTrue(step(f"show {PAGE}")["ok"])
+            self.assertTrue(step("expect row Old")["ok"])
+            self.page(row("PSSwitchCell", "New", key="new"))
+            self.assertTrue(step("wait 0.2")["ok"])
+            self.assertTrue(step("expect row New")["ok"])
+            good = file.read_bytes()
+            file.write_bytes(good[:-20])
+            self.assertTrue(step("wait 0.2")["ok"])
+            self.assertTrue(step(f"expect text {LIST}.plist")["ok"])
+            self.assertTrue(step("expect row New")["ok"])
+            file.write_bytes(good)
+            self.assertTrue(step("wait 0.2")["ok"])
+            self.assertTrue(step(f"expect no text {LIST}.plist")["ok"])
+            driving.stdin.close()
+            self.assertEqual(driving.wait(30), 0)
+
     def test_pages_are_built_again_from_changed_lists(self):
         self.page(row("PSSwitchCell", "Old", key="old"))
         self.drive("expect row Old\nreload\nexpect row Old")
