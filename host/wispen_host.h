@@ -121,10 +121,10 @@ void wispen_host_stop_listening(int listening);
 /* The screen. Places and sizes are in points from the top left corner, as the device is held. The Settings
  * application comes up with the first of these calls. */
 
-/** Changes how the screen looks, in place: "appearance" (light, dark), "device" (phone, phone-small, pad, ...),
- *  "orientation" (portrait, landscape), "text-size" (XS to XXXL, AccessibilityM to AccessibilityXXXL),
- *  "language" (de,en) or "direction" (ltr, rtl, natural). Fails, and changes nothing, for a word that is none;
- *  the error names those there are. */
+/** Changes how the screen looks, in place: "appearance" (light, dark), "device" (phone, phone-small, pad,
+ * ...), "orientation" (portrait, landscape), "text-size" (XS to XXXL, AccessibilityM to AccessibilityXXXL),
+ *  "language" (de,en) or "direction" (ltr, rtl, natural). Fails, and changes nothing, for a word that is
+ * none; the error names those there are. */
 int wispen_host_set_look(const char* name, const char* value);
 /** The present value of a look; null for a name that is none. Valid until the next call of this library. */
 const char* wispen_host_look(const char* name);
@@ -141,15 +141,16 @@ wispen_host_screen_size wispen_host_screen(void);
 
 /** Offers the bundle of a folder on the front page of Settings. */
 int wispen_host_offer_bundle(const char* path);
-/** Shows a page with the pages that lead to it below it, without animation: "" or null for the list of Settings,
- *  "root" for the offered or installed bundle's own page, else the class of a page that rows lead to. */
+/** Shows a page with the pages that lead to it below it, without animation: "" or null for the list of
+ * Settings, "root" for the offered or installed bundle's own page, else the class of a page that rows lead
+ * to. */
 int wispen_host_show_page(const char* page);
 /** The class of the page that is shown. Valid until the next call of this library. */
 const char* wispen_host_shown_page(void);
 /** Builds the lists of all pages anew from their files; pages, scroll positions and values stay. */
 int wispen_host_reload_pages(void);
-/** From now on the pages follow the files of that bundle: what is saved there is seen at once. While a list or a
- *  strings table cannot be read the last good pages stay, under a note that says why. */
+/** From now on the pages follow the files of that bundle: what is saved there is seen at once. While a list
+ * or a strings table cannot be read the last good pages stay, under a note that says why. */
 int wispen_host_follow_files(const char* bundle);
 /** Lets time of a driven clock pass until nothing moves and nobody works in the background, but at most so
  *  many seconds. */
@@ -190,9 +191,10 @@ typedef struct wispen_host_frame_pixels {
 int wispen_host_frame(wispen_host_frame_pixels* frame);
 /** Whether the next frame differs from the last: something was changed, or moves. */
 int wispen_host_frame_stale(void);
-/** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do what
- *  touches and keys do; a strip of buttons, and F2 to F7, switch the looks in place. `languages` are those that
- *  the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no display. */
+/** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do
+ * what touches and keys do; a strip of buttons, and F2 to F7, switch the looks in place. `languages` are
+ * those that the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no
+ * display. */
 int wispen_host_run_window(const char* title, const char* languages);
 
 /** What is on the screen, as JSON: every window as a tree of views with "class", "frame", "text", "value" and

@@ -1,5 +1,7 @@
 // host/app/c_interface.cpp: the C interface over the host.
 
+#include "host/app/c_interface.hpp"
+
 #include <chrono>
 #include <cmath>
 #include <deque>
@@ -7,7 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "host/app/c_interface.hpp"
 #include "host/app/host.hpp"
 #include "host/core/system_sounds.hpp"
 #include "host/foundation/bundle.hpp"

@@ -54,12 +54,12 @@ struct KeyName {
   uikit::KeyCode code;
 };
 constexpr std::array kKeyNames{
-    KeyName{"tab", uikit::KeyCode::Tab},         KeyName{"return", uikit::KeyCode::Return},
-    KeyName{"escape", uikit::KeyCode::Escape},   KeyName{"backspace", uikit::KeyCode::Backspace},
-    KeyName{"delete", uikit::KeyCode::Delete},   KeyName{"left", uikit::KeyCode::Left},
-    KeyName{"right", uikit::KeyCode::Right},     KeyName{"up", uikit::KeyCode::Up},
-    KeyName{"down", uikit::KeyCode::Down},       KeyName{"home", uikit::KeyCode::Home},
-    KeyName{"end", uikit::KeyCode::End},         KeyName{"page-up", uikit::KeyCode::PageUp},
+    KeyName{"tab", uikit::KeyCode::Tab},           KeyName{"return", uikit::KeyCode::Return},
+    KeyName{"escape", uikit::KeyCode::Escape},     KeyName{"backspace", uikit::KeyCode::Backspace},
+    KeyName{"delete", uikit::KeyCode::Delete},     KeyName{"left", uikit::KeyCode::Left},
+    KeyName{"right", uikit::KeyCode::Right},       KeyName{"up", uikit::KeyCode::Up},
+    KeyName{"down", uikit::KeyCode::Down},         KeyName{"home", uikit::KeyCode::Home},
+    KeyName{"end", uikit::KeyCode::End},           KeyName{"page-up", uikit::KeyCode::PageUp},
     KeyName{"page-down", uikit::KeyCode::PageDown}};
 
 /// Where the UTF-8 character at that place ends.
@@ -198,7 +198,8 @@ extern "C" {
       const std::size_t end = end_of_character(all, at);
       uikit::KeyState key;
       key.text = all.substr(at, end - at);
-      if (key.text == "\n") key = {.code = uikit::KeyCode::Return, .text = {}, .shift = false, .command = false};
+      if (key.text == "\n")
+        key = {.code = uikit::KeyCode::Return, .text = {}, .shift = false, .command = false};
       uikit::press_key(key);
       at = end;
     }
@@ -211,7 +212,8 @@ extern "C" {
   if (!key) {
     std::string known;
     for (const KeyName& each : kKeyNames) known += std::string(each.name) + ", ";
-    return failed("there is no key \"" + text(name) + "\": " + known + "space and single characters are known");
+    return failed("there is no key \"" + text(name) + "\": " + known +
+                  "space and single characters are known");
   }
   return on_screen([&] {
     uikit::press_key(*key);

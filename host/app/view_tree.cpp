@@ -66,7 +66,8 @@ void describe_control(const View& view, Json& json) {
     }
     json["segments"] = titles;
   }
-  if (const auto button = objc::cast_or_nil<uikit::Button>(view)) add_text(json, "text", button.current_title());
+  if (const auto button = objc::cast_or_nil<uikit::Button>(view))
+    add_text(json, "text", button.current_title());
   if (const auto field = objc::cast_or_nil<uikit::TextField>(view)) {
     const bool secret = objc::send<"isSecureTextEntry", bool>(view);
     if (!secret) add_text(json, "text", field.text());

@@ -30,7 +30,8 @@ NSDictionary environment(const NSTask& task) {
 }
 
 void launch(const WorkingTask& task) {
-  const auto standard_error = objc::send<"fileHandleWithStandardError", NSObject>(objc::class_for<NSFileHandle>());
+  const auto standard_error =
+      objc::send<"fileHandleWithStandardError", NSObject>(objc::class_for<NSFileHandle>());
   if (objc::send<"standardError", NSObject>(task) == standard_error) {
     objc::send<"setStandardError:">(
         task, objc::send<"fileHandleWithNullDevice", NSObject>(objc::class_for<NSFileHandle>()));

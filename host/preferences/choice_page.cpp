@@ -17,8 +17,8 @@ struct ChoicePageMethods {
   }
   static PSSpecifier item_for(const Self& self, const PSSpecifier& row, const NSObject& value) {
     const auto title = objc::cast_or_nil<NSString>(row.titleDictionary().objectForKey(value));
-    const Specifier item = Specifier::make(
-        title ? title : objc::send<"description", NSString>(value), CellType::ListItem);
+    const Specifier item =
+        Specifier::make(title ? title : objc::send<"description", NSString>(value), CellType::ListItem);
     item.setTarget(self);
     item.setPropertyForKey(value, "value"_ns);
     return item.as<PSSpecifier>();

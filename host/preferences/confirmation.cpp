@@ -23,8 +23,8 @@ NSString text(const NSDictionary& confirmation, const NSString& key, const NSStr
 
 void add_action(const uikit::AlertController& alert, const NSString& title, uikit::AlertActionStyle style,
                 std::function<void()> chosen) {
-  const objc::Block<void(uikit::AlertAction)> handler = [chosen = std::move(chosen)](
-                                                            const uikit::AlertAction&) {
+  const objc::Block<void(uikit::AlertAction)> handler = [chosen =
+                                                             std::move(chosen)](const uikit::AlertAction&) {
     if (chosen) chosen();
   };
   objc::send<"addAction:">(

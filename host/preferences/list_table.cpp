@@ -21,8 +21,7 @@ NSString text_property(const PSSpecifier& specifier, const NSString& key) {
 }
 
 /// The height that a cell or a header of a page's own class asks for; nothing where it does not care.
-std::optional<double> preferred_height(const uikit::View& view, double width,
-                                       const uikit::TableView& table) {
+std::optional<double> preferred_height(const uikit::View& view, double width, const uikit::TableView& table) {
   if (objc::responds_to(view, objc::selector<"preferredHeightForWidth:">())) {
     return objc::send<"preferredHeightForWidth:", double>(view, width);
   }
@@ -38,8 +37,7 @@ uikit::View section_view(const PSSpecifier& head, const NSString& key) {
   const auto cls = name ? objc::ClassRef::named(name.utf8().c_str()) : objc::ClassRef();
   if (!cls || !cls.is_subclass_of(objc::class_for<uikit::View>())) return uikit::View();
   const auto raw = reinterpret_cast<objc::abi::id>(cls.borrow());
-  objc::Allocated<uikit::View> blank(
-      objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
+  objc::Allocated<uikit::View> blank(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
   if (cls.instances_respond_to(objc::selector<"initWithSpecifier:">())) {
     return std::move(blank).initialize<"initWithSpecifier:">(head);
   }
@@ -165,7 +163,8 @@ struct ListTable {
     }
     return aligned_footer(table, text, objc::send<"integerValue", NSInteger>(alignment));
   }
-  static uikit::View aligned_footer(const uikit::TableView& table, const NSString& text, NSInteger alignment) {
+  static uikit::View aligned_footer(const uikit::TableView& table, const NSString& text,
+                                    NSInteger alignment) {
     const uikit::Label label = uikit::Label::make();
     label.setNumberOfLines(0);
     label.setFont(objc::send<"preferredFontForTextStyle:", UIFont>(objc::class_for<UIFont>(),
@@ -186,8 +185,8 @@ struct ListTable {
   static double section_height(const uikit::View& view, const uikit::TableView& table) {
     if (!view) return kAutomatic;
     const double width = table.bounds().width() - 2 * table.side_margin();
-    return preferred_height(view, width, table).value_or(view.bounds().height() > 0 ? view.bounds().height()
-                                                                                    : kAutomatic);
+    return preferred_height(view, width, table)
+        .value_or(view.bounds().height() > 0 ? view.bounds().height() : kAutomatic);
   }
   static double heightForHeader(const Self& self, const uikit::TableView& table, NSInteger section) {
     return section_height(section_view(self.group_head(section), "headerCellClass"_ns), table);

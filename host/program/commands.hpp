@@ -31,8 +31,8 @@ int post_notification(const CommonOptions& options, const std::string& name);
 
 struct RunOptions {
   LookOptions look;
-  std::string page;          // empty: the root page
-  std::string pictures;      // where a tour leaves its pictures
+  std::string page;      // empty: the root page
+  std::string pictures;  // where a tour leaves its pictures
   bool without_window = false;
 };
 /// The main job. With a display, a window on the pages that follows their files; without one, a tour.
@@ -65,11 +65,12 @@ int inspect(const CommonOptions& options, const InspectOptions& what);
 
 struct DriveOptions {
   LookOptions look;
-  std::string script;  // a file, or "-"
+  std::string script;   // a file, or "-"
   bool follow = false;  // the bundle's files; and steps are done as they come
   std::string failure_picture = "failure.png";
 };
-/// Uses the pages as a script says: one line of JSON a step, and a picture of the moment at the first failure.
+/// Uses the pages as a script says: one line of JSON a step, and a picture of the moment at the first
+/// failure.
 int drive(const CommonOptions& options, const DriveOptions& what);
 
 struct ColourOptions {

@@ -169,7 +169,8 @@ class Authored : public BaseHandle {
   /// The C++ state of the object (Class::state), made at the first use and destroyed with the object.
   template <class State>
   State& state() const {
-    static const std::ptrdiff_t offset = detail::offset_of(class_for<Self>().borrow(), detail::kStateName<Self>.data());
+    static const std::ptrdiff_t offset =
+        detail::offset_of(class_for<Self>().borrow(), detail::kStateName<Self>.data());
     State*& slot = *detail::at<State*>(borrow(*this), offset);
     if (slot == nullptr) slot = new State();
     return *slot;

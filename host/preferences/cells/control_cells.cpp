@@ -112,11 +112,12 @@ struct SwitchCellMethods {
   static void controlChanged(const Self& self, const NSObject&) {
     if (!has_confirmation(self.specifier())) return store(self);
     const Self kept = self;
-    confirm(self.specifier(), [kept] { store(kept); },
-            [kept] {
-              const bool on = objc::send<"isOn", bool>(kept.control());
-              objc::send<"setOn:animated:">(kept.control(), !on, true);
-            });
+    confirm(
+        self.specifier(), [kept] { store(kept); },
+        [kept] {
+          const bool on = objc::send<"isOn", bool>(kept.control());
+          objc::send<"setOn:animated:">(kept.control(), !on, true);
+        });
   }
 };
 
@@ -292,8 +293,8 @@ struct SegmentCellMethods {
   static void setValue(const Self& self, const NSObject& value) {
     self.parts().value = value;
     const NSArray values = self.specifier().values();
-    const NSUInteger index = value && values ? objc::send<"indexOfObject:", NSUInteger>(values, value)
-                                             : NSUInteger{NSNotFound};
+    const NSUInteger index =
+        value && values ? objc::send<"indexOfObject:", NSUInteger>(values, value) : NSUInteger{NSNotFound};
     objc::send<"setSelectedSegmentIndex:">(
         self.control(), index == NSNotFound ? NSInteger{-1} : static_cast<NSInteger>(index));
   }

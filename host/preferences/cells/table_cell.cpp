@@ -136,7 +136,10 @@ void Cell::setSpecifier(const PSSpecifier& specifier) const {
   state.action = objc::send<"action", objc::Selector>(specifier);
 }
 
-void Cell::setTitle(const NSString& title) const { textLabel().setText(title); setNeedsLayout(); }
+void Cell::setTitle(const NSString& title) const {
+  textLabel().setText(title);
+  setNeedsLayout();
+}
 
 void Cell::setValue(const NSObject& value) const {
   parts().value = value;
@@ -202,7 +205,7 @@ struct CellMethods {
   }
   static Self initPlain(objc::Allocated<Self> self, NSInteger style, const NSString& identifier) {
     return std::move(self).initialize<"initWithStyle:reuseIdentifier:specifier:">(style, identifier,
-                                                                                   PSSpecifier());
+                                                                                  PSSpecifier());
   }
 
   static NSInteger cell_type_from_string(objc::ClassRef, const NSString& name) {

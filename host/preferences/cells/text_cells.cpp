@@ -71,7 +71,8 @@ struct EditCellMethods {
   static void refresh(const Self& self, const PSSpecifier& specifier) {
     objc::send_super<"refreshCellContentsWithSpecifier:">(self, objc::class_for<Cell>(), specifier);
     const uikit::TextField field = self.text_field();
-    objc::send<"setPlaceholder:">(field, objc::cast_or_nil<NSString>(specifier.propertyForKey("placeholder"_ns)));
+    objc::send<"setPlaceholder:">(field,
+                                  objc::cast_or_nil<NSString>(specifier.propertyForKey("placeholder"_ns)));
     objc::send<"setKeyboardType:">(field, keyboard_for(specifier));
     objc::send<"setAutocapitalizationType:">(field, capitalization_for(specifier));
     objc::send<"setAutocorrectionType:">(field, NSInteger{is_set(specifier, "noAutoCorrect"_ns) ? 1 : 0});
@@ -117,7 +118,8 @@ struct EditCellMethods {
     const double room = content.width() - leading - uikit::kCellMargin;
     double title_width = 0;
     if (named) {
-      title_width = std::min(title.sizeThatFits({room, 0}).width, std::max(0.0, room - kGap - kLeastFieldWidth));
+      title_width =
+          std::min(title.sizeThatFits({room, 0}).width, std::max(0.0, room - kGap - kLeastFieldWidth));
     }
     const double start = leading + (named ? title_width + kGap : 0);
     const double width = std::max(0.0, content.width() - start - uikit::kCellMargin);
@@ -126,8 +128,8 @@ struct EditCellMethods {
     };
     put(title, leading, title_width);
     put(self.text_field(), start, width);
-    self.text_field().set_font(graphics::text_style_font(graphics::TextStyle::Body,
-                                                         uikit::display_settings().content_size));
+    self.text_field().set_font(
+        graphics::text_style_font(graphics::TextStyle::Body, uikit::display_settings().content_size));
   }
 };
 

@@ -10,7 +10,8 @@ struct EditCellState {
   uikit::TextField field;
 };
 
-/// The host's PSEditableTableCell: a text field beside the title. What is written is stored when writing ends.
+/// The host's PSEditableTableCell: a text field beside the title. What is written is stored when writing
+/// ends.
 class EditCell : public objc::Authored<EditCell, Cell> {
  public:
   static constexpr objc::FixedString kClass{"PSEditableTableCell"};
