@@ -78,6 +78,40 @@ TEST_F(StyledCellsTest, SlidersAndTogglesHaveTheAccent) {
   EXPECT_EQ((objc::send<"pointSize", CGFloat>(toggle.titleLabel().font())), 18);
 }
 
+TEST_F(StyledCellsTest, AThousandOfEachClassLeaveNothingBehind) {
+  show("root");  // whose view makes the run-time class
+  for (const char* const cls :
+       {"WispButton", "WispSlider", "WispToggle", "XXXSegmentTableImageCell", "XXXSwitchWithInfoCell",
+        "XXXLabeledSliderCell", "OndrelTintCell", "WispHeader"}) {
+    const bool header = std::string(cls) == "WispHeader";
+    ASSERT_TRUE(objc::ClassRef::named(cls)) << cls;
+    std::vector<objc::Weak<NSObject>> made;
+    // Each banner asks the package manager, which is another process: fewer of those.
+    for (int i = 0; i < (header ? 20 : 1000); ++i) {
+      const objc::AutoreleasePool pool;
+      const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
+      const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named(cls).borrow());
+      objc::Allocated<PSTableCell> blank(
+          objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
+      const PSTableCell cell = header
+                                   ? std::move(blank).initialize<"initWithSpecifier:">(specifier)
+                                   : std::move(blank).initialize<"initWithStyle:reuseIdentifier:specifier:">(
+                                         NSInteger{0}, "x"_ns, specifier);
+      cell.refreshCellContentsWithSpecifier(specifier);
+      cell.setFrame({{0, 0}, {358, 60}});
+      cell.layoutIfNeeded();
+      made.emplace_back(cell);
+      const NSArray subviews = cell.contentView().subviews();
+      for (NSUInteger each = 0; each < subviews.count(); ++each)
+        made.emplace_back(subviews.objectAtIndex(each));
+    }
+    ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+    std::size_t alive = 0;
+    for (const auto& each : made) alive += each.lock() ? 1U : 0U;
+    EXPECT_EQ(alive, 0U) << cls;
+  }
+}
+
 TEST_F(StyledCellsTest, AToggleStandsOnBlurThatFollowsItsSize) {
   const auto toggle = cell<PSSwitchTableCell>("toggle");
   const auto blur = objc::cast_or_nil<UIVisualEffectView>(toggle.subviews().objectAtIndex(0));

@@ -22,6 +22,8 @@ struct Look {
   const char* text_size = "L";
   const char* direction = "natural";
   double scrolled = 0;
+  const char* action = "";  // sent to the page once it is at rest
+  bool half_way = false;    // the sliding button half-way down
 };
 
 constexpr int kUsual = 24;  // of 255, in any channel
@@ -83,6 +85,22 @@ INSTANTIATE_TEST_SUITE_P(
         Look{"settings", "settings"}, Look{"settings-dark", "settings", "dark"}, Look{"root", "root"},
         Look{"root-dark", "root", "dark"}, Look{.name = "root-scrolled", .page = "root", .scrolled = 420},
         Look{"root-pad", "root", "light", "pad"}, Look{"root-pad-dark", "root", "dark", "pad"},
+        Look{.name = "root-sliding", .page = "root", .half_way = true},
+        Look{.name = "sheet-features", .page = "root", .action = "showWtfChangedInThisVersion"},
+        Look{.name = "sheet-features-dark",
+             .page = "root",
+             .appearance = "dark",
+             .action = "showWtfChangedInThisVersion"},
+        Look{.name = "sheet-features-pad",
+             .page = "root",
+             .device = "pad",
+             .action = "showWtfChangedInThisVersion"},
+        Look{.name = "sheet-changelog", .page = "root", .action = "showWtfChangedInThisVersion2"},
+        Look{.name = "sheet-changelog-pad-dark",
+             .page = "root",
+             .appearance = "dark",
+             .device = "pad",
+             .action = "showWtfChangedInThisVersion2"},
         Look{"root-german", "root", "light", "phone-small", "de"}, Look{"lock-separators", "SepSettingsCell"},
         Look{"lock-separators-dark", "SepSettingsCell", "dark"}, Look{"home-separators", "SepSettingsHSCell"},
         Look{"background", "BackgroundSettingsCell"},
@@ -112,6 +130,14 @@ TEST_P(GoldenTest, LooksAsItIsToLook) {
   if (look.scrolled > 0) {
     wispen_host_wheel(195, 500, -look.scrolled);
     settle();
+  }
+  if (*look.action != '\0') {
+    objc::perform<void>(top(), objc::Selector::named(look.action));
+    settle();
+  }
+  if (look.half_way) {
+    objc::send<"viewWillAppear:">(top(), false);
+    wispen_host_advance(0.5);
   }
   const std::string file = folder_ / "actual.png";
   ASSERT_EQ(wispen_host_snapshot(file.c_str(), 1, 0), 1) << wispen_host_last_error();
