@@ -26,9 +26,10 @@ Colour Colour::hex(std::uint32_t rgb_value, double alpha) {
              (rgb_value & 0xFF) / 255.0, alpha);
 }
 
-Colour Colour::dynamic(const Colour& light, const Colour& dark) {
+Colour Colour::dynamic(const Colour& light, const Colour& dark, const Colour& elevated) {
   Colour colour(light.light_);
   colour.dark_ = dark.dark_;
+  colour.elevated_ = elevated.elevated_;
   return colour;
 }
 
@@ -37,6 +38,7 @@ Hsba Colour::to_hsb(Appearance appearance) const { return hsb_from_rgb(rgba(appe
 Colour Colour::with_alpha(double alpha) const {
   Colour copy(light_.with_alpha(alpha));
   copy.dark_ = dark_.with_alpha(alpha);
+  copy.elevated_ = elevated_.with_alpha(alpha);
   return copy;
 }
 

@@ -57,7 +57,7 @@ class Colour {
  public:
   /// Black with no opacity.
   Colour() : Colour(Components::grey(0, 0)) {}
-  explicit Colour(Components components) : light_(components), dark_(components) {}
+  explicit Colour(Components components) : light_(components), dark_(components), elevated_(components) {}
   static Colour rgb(double red, double green, double blue, double alpha = 1) {
     return Colour(Components::rgb(red, green, blue, alpha));
   }
@@ -66,21 +66,24 @@ class Colour {
   static Colour hsb(double hue, double saturation, double brightness, double alpha = 1);
   /// 0xRRGGBB with an opacity.
   static Colour hex(std::uint32_t rgb, double alpha = 1);
-  static Colour dynamic(const Colour& light, const Colour& dark);
+  static Colour dynamic(const Colour& light, const Colour& dark) { return dynamic(light, dark, dark); }
+  static Colour dynamic(const Colour& light, const Colour& dark, const Colour& elevated);
 
-  bool is_dynamic() const { return !(light_ == dark_); }
+  bool is_dynamic() const { return !(light_ == dark_) || !(dark_ == elevated_); }
   const Components& resolved(Appearance appearance) const {
-    return appearance == Appearance::Dark ? dark_ : light_;
+    if (appearance == Appearance::Light) return light_;
+    return appearance == Appearance::Dark ? dark_ : elevated_;
   }
   Rgba rgba(Appearance appearance = Appearance::Light) const { return resolved(appearance).to_rgba(); }
   Hsba to_hsb(Appearance appearance = Appearance::Light) const;
-  /// Replaces the opacity in both looks.
+  /// Replaces the opacity in every look.
   Colour with_alpha(double alpha) const;
   friend bool operator==(const Colour&, const Colour&) = default;
 
  private:
   Components light_;
   Components dark_;
+  Components elevated_;
 };
 
 /// The platform's hue, saturation and brightness of components. Hue and saturation of a grey are 0.

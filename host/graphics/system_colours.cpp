@@ -47,6 +47,19 @@ struct Dynamic {
   int dark_percent;
 };
 
+struct Elevated {
+  std::string_view name;
+  std::uint32_t rgb;
+};
+
+// The grounds, one step lighter where something is presented over the dark.
+constexpr std::array<Elevated, 6> kElevated{{{"systemBackground", 0x1C1C1E},
+                                             {"secondarySystemBackground", 0x2C2C2E},
+                                             {"tertiarySystemBackground", 0x3A3A3C},
+                                             {"systemGroupedBackground", 0x1C1C1E},
+                                             {"secondarySystemGroupedBackground", 0x2C2C2E},
+                                             {"tertiarySystemGroupedBackground", 0x3A3A3C}}};
+
 constexpr std::array<Dynamic, 39> kDynamic{{
     {"label", 0x000000, 100, 0xFFFFFF, 100},
     {"secondaryLabel", 0x3C3C43, 60, 0xEBEBF5, 60},
@@ -89,6 +102,13 @@ constexpr std::array<Dynamic, 39> kDynamic{{
     {"tint", 0x007AFF, 100, 0x0A84FF, 100},
 }};
 
+std::optional<Colour> elevated_ground(std::string_view name) {
+  for (const Elevated& entry : kElevated) {
+    if (entry.name == name) return Colour::hex(entry.rgb);
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Colour> named_colour(std::string_view name) {
@@ -100,8 +120,9 @@ std::optional<Colour> named_colour(std::string_view name) {
   }
   for (const Dynamic& entry : kDynamic) {
     if (entry.name == name) {
-      return Colour::dynamic(Colour::hex(entry.light, entry.light_percent / 100.0),
-                             Colour::hex(entry.dark, entry.dark_percent / 100.0));
+      const Colour dark = Colour::hex(entry.dark, entry.dark_percent / 100.0);
+      return Colour::dynamic(Colour::hex(entry.light, entry.light_percent / 100.0), dark,
+                             elevated_ground(name).value_or(dark));
     }
   }
   return std::nullopt;

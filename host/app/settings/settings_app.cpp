@@ -96,6 +96,7 @@ SettingsApp::SettingsApp(Host& host) : host_(host) {
   navigation_ = uikit::NavigationController::with_root(front_);
   objc::send<"setPrefersLargeTitles:">(navigation_.bar(), true);
   window_ = uikit::Window::make();
+  window_.setBackgroundColor(UIColor::blackColor());  // what is seen around a page that a card pushed back
   window_.setRootViewController(navigation_);
   window_.makeKeyAndVisible();
 }

@@ -46,7 +46,7 @@ TraitCollection TraitCollection::current() {
   Traits& parts = TraitMethods::parts(traits);
   const DisplaySettings settings = display_settings();
   parts.idiom = settings.idiom == graphics::Idiom::Pad ? 1 : 0;
-  parts.style = settings.appearance == graphics::Appearance::Dark ? 2 : 1;
+  parts.style = graphics::is_dark(settings.appearance) ? 2 : 1;
   parts.layout_direction = settings.right_to_left ? 1 : 0;
   parts.display_scale = settings.scale;
   parts.content_size = content_size_category(settings.content_size);

@@ -111,6 +111,7 @@ void paint_view(const View& view, graphics::Canvas& canvas) {
   canvas.translate(center.x, center.y);
   if (!transform.is_identity()) canvas.transform(transform);
   canvas.translate(-bounds.mid_x(), -bounds.mid_y());
+  if (state.elevated) canvas.set_appearance(graphics::elevated(canvas.appearance()));
   // What lies outside of the clip is skipped with all in it, if nothing can stick out.
   const bool contained = state.clips && !(state.layer && state.layer.style().shadow_opacity > 0);
   if (!contained || canvas.shows(bounds)) {

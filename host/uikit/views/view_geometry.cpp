@@ -48,8 +48,9 @@ UIColor plus(const UIColor& value, const UIColor& from, double factor) {
     return graphics::Colour::rgb(mix(one.red, other.red), mix(one.green, other.green),
                                  mix(one.blue, other.blue), mix(one.alpha, other.alpha));
   };
-  return color_from(
-      graphics::Colour::dynamic(mixed(graphics::Appearance::Light), mixed(graphics::Appearance::Dark)));
+  return color_from(graphics::Colour::dynamic(mixed(graphics::Appearance::Light),
+                                              mixed(graphics::Appearance::Dark),
+                                              mixed(graphics::Appearance::DarkElevated)));
 }
 
 /// What is seen now of a value whose model is `model`.

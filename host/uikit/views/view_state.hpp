@@ -31,6 +31,7 @@ struct ViewState {
   UIColor background;
   bool hidden = false;
   bool clips = false;
+  bool elevated = false;  // presented over others: dark grounds are a step lighter in it
   bool opaque = true;
   bool interaction = true;
   bool autoresizes_subviews = true;

@@ -52,6 +52,17 @@ TEST(SystemColours, DifferByAppearanceOnlyWhenResolved) {
   EXPECT_EQ(label.with_alpha(0.5).rgba(Appearance::Dark).alpha, 0.5);
 }
 
+TEST(SystemColours, HaveLighterGroundsWhereSomethingIsPresentedOverTheDark) {
+  EXPECT_EQ(elevated(Appearance::Light), Appearance::Light);
+  EXPECT_EQ(elevated(Appearance::Dark), Appearance::DarkElevated);
+  const Colour ground = *named_colour("systemBackground");
+  EXPECT_EQ(premultiplied_argb(ground.rgba(Appearance::Dark)), 0xFF000000U);
+  EXPECT_EQ(premultiplied_argb(ground.rgba(Appearance::DarkElevated)), 0xFF1C1C1EU);
+  EXPECT_EQ(ground.with_alpha(0.5).rgba(Appearance::DarkElevated).red, 0x1C / 255.0);
+  const Colour label = *named_colour("label");
+  EXPECT_EQ(label.rgba(Appearance::DarkElevated), label.rgba(Appearance::Dark));
+}
+
 TEST(SystemColours, HaveThePlatformsValues) {
   EXPECT_EQ(premultiplied_argb(named_colour("systemGray2")->rgba(Appearance::Dark)), 0xFF636366u);
   EXPECT_EQ(premultiplied_argb(named_colour("systemBlue")->rgba()), 0xFF007AFFu);
