@@ -264,9 +264,6 @@ struct AlertMethods {
     }
   }
 
-  static void viewDidAppear(const Self& self, bool) {
-    if (!self.alert().fields.empty()) objc::send<"becomeFirstResponder", bool>(self.alert().fields.front());
-  }
   static void viewWillDisappear(const Self& self, bool) {
     for (const TextField& field : self.alert().fields) objc::send<"resignFirstResponder", bool>(field);
   }
@@ -334,6 +331,10 @@ Rect AlertController::frame_in(const Rect& room, const EdgeInsets& safe) const {
   return {{(room.width() - width) / 2, room.height() - bottom - height}, {width, height}};
 }
 
+void AlertController::start_writing() const {
+  if (!alert().fields.empty()) objc::send<"becomeFirstResponder", bool>(alert().fields.front());
+}
+
 void AlertController::choose(const AlertAction& action) const {
   if (!presenting() || !action.parts().enabled) return;
   // None of the handlers can run after this one; they may hold the alert, which holds them.
@@ -382,7 +383,6 @@ void AlertController::define() {
       .state<AlertState>()
       .class_method<"alertControllerWithTitle:message:preferredStyle:", &M::with>()
       .method<"loadView", &M::loadView>()
-      .method<"viewDidAppear:", &M::viewDidAppear>()
       .method<"viewWillDisappear:", &M::viewWillDisappear>()
       .method<"addAction:", &M::addAction>()
       .method<"actions", &M::actions>()

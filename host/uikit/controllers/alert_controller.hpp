@@ -39,6 +39,8 @@ class AlertController : public objc::Authored<AlertController, ViewController> {
   bool is_action_sheet() const;
   /// Where it lies in the window.
   Rect frame_in(const Rect& room, const EdgeInsets& safe_area) const;
+  /// Gives its first field, where it has one, the keyboard.
+  void start_writing() const;
   /// Closes it, and then tells the action.
   void choose(const AlertAction& action) const;
   /// What a click beside an action sheet means.

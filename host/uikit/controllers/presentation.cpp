@@ -103,6 +103,7 @@ Presentation::Presentation(const ViewController& presenter, const ViewController
 void Presentation::dress() {
   const bool card = kind_ == PresentationKind::Card;
   sheet_.setClipsToBounds(true);
+  sheet_.parts().elevated = true;
   sheet_.layer().setCornerRadius(card ? kCardRadius : kBoxRadius);
   constexpr NSUInteger kUpperCorners = 3;
   constexpr NSUInteger kAllCorners = 15;
@@ -222,15 +223,22 @@ void Presentation::show(bool animated, const objc::Block<void()>& completion) {
   if (!animated) {
     pose(1);
     area_.layoutIfNeeded();
+    start_writing();
     main_loop().post([shown] { shown(true); });
     return;
   }
   pose(0);
   area_.layoutIfNeeded();
+  start_writing();
   const double seconds = kind_ == PresentationKind::Alert ? kAlertSeconds : kSheetSeconds;
   const auto ease_out = animation::TimingCurve(animation::NamedCurve::EaseOut);
   AnimationEngine::current()->animate(
       {.duration = seconds, .curve = ease_out}, [&] { pose(1); }, shown);
+}
+
+// Not only once it is shown: what is typed while an alert comes up is meant for it.
+void Presentation::start_writing() {
+  if (const auto alert = objc::cast_or_nil<AlertController>(presented_)) alert.start_writing();
 }
 
 void Presentation::hide(bool animated, const objc::Block<void()>& completion) {

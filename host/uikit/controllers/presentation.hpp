@@ -32,6 +32,7 @@ class Presentation {
   Rect resting_frame() const;
   Rect hidden_frame() const;
   void pose(double shown);
+  void start_writing();
   void dress();
   /// A card becomes a box, and back, when the screen becomes another.
   void adapt();

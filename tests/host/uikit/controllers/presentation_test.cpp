@@ -83,10 +83,11 @@ TEST_F(PresentationTest, TellsTheActionOnceTheAlertHasGone) {
 TEST_F(PresentationTest, CancelsByEscapeEvenFromItsField) {
   const UIAlertController asking = alert({"Set", "Cancel"});
   asking.addTextField([](const UITextField& field) { field.setText("0.50"_ns); });
-  present(asking);
+  page_.present(objc::Object(asking).as<ViewController>(), true, {});
   const auto field = asking.textFields().objectAtIndex<TextField>(0);
-  EXPECT_TRUE(field.is_editing());  // the first field is written in at once
+  EXPECT_TRUE(field.is_editing());  // the first field is written in while it still comes up
   type("7");
+  wait(1500);
   EXPECT_EQ(field.text().utf8(), "0.507");
   key(KeyCode::Escape);
   wait(1500);
@@ -133,6 +134,19 @@ TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
   const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), View());
   EXPECT_EQ(frame.size, (Size{540, 620}));
   EXPECT_NEAR(frame.mid_x(), window_.bounds().mid_x(), 1);
+}
+
+TEST_F(PresentationTest, LiftsADarkSheetOffThePageByItsGround) {
+  DisplaySettings dark = display_settings();
+  dark.appearance = graphics::Appearance::Dark;
+  set_display_settings(dark);
+  const ViewController sheet = objc::make<ViewController>();
+  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  sheet.view().setBackgroundColor(UIColor::systemBackgroundColor());
+  page_.view().setBackgroundColor(UIColor::systemBackgroundColor());
+  EXPECT_EQ(pixel({195, 400}), 0xFF000000U);
+  present(sheet);
+  EXPECT_EQ(pixel({195, 400}), 0xFF1C1C1EU);
 }
 
 TEST_F(PresentationTest, TurnsACardIntoABoxWithItsScreen) {
