@@ -87,6 +87,24 @@ class PageTest : public HostTest {
   }
 };
 
+/// An instance of the class of that name before its initialiser.
+template <class T>
+objc::Allocated<T> allocate(const char* cls) {
+  const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named(cls).borrow());
+  return objc::Allocated<T>(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
+}
+
+inline PSSpecifier plain_specifier() {
+  return objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
+}
+
+/// A cell of the class of that name, as the framework makes it but in no table.
+template <class T = PSTableCell>
+T make_cell(const char* cls, const PSSpecifier& specifier = plain_specifier()) {
+  return allocate<T>(cls).template initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0},
+                                                                                          "x"_ns, specifier);
+}
+
 /// A colour's parts, for comparisons.
 inline std::vector<double> rgba(const UIColor& colour) {
   CGFloat red = 0, green = 0, blue = 0, alpha = 0;

@@ -143,7 +143,6 @@ void Window::State::place() {
 /// Before the loop waits: paints what is out of date, at most once a frame.
 void Window::State::show() {
   if (closed || failure) return;
-  // Painting may have read events that no descriptor will tell of again.
   take_events();
   if (!all_dirty && !host.frame_buffer().stale()) return;
   const Nanoseconds now = host.loop().clock().now();
@@ -158,6 +157,8 @@ void Window::State::show() {
     host.loop().stop();
     return;
   }
+  // While it showed the picture the library may have read events that no descriptor will tell of again.
+  host.loop().post([this] { take_events(); });
   if (host.session().animations().active() && !next_frame) {
     next_frame = host.loop().add_timer(kFrame, [this] { next_frame.reset(); });
   }
@@ -241,6 +242,8 @@ void Window::State::handle(const SDL_Event& event) {
     case SDL_MOUSEBUTTONUP:
       if (event.button.button != SDL_BUTTON_LEFT || !std::exchange(pressed, false)) break;
       sdl.CaptureMouse(SDL_FALSE);
+      // Whatever the window system left out on the way, the finger goes up where the button did.
+      touches.moved(placement.to_screen({double(event.button.x), double(event.button.y)}));
       touches.ended(placement.to_screen({double(event.button.x), double(event.button.y)}));
       break;
     case SDL_MOUSEWHEEL: {
@@ -332,6 +335,9 @@ Result<std::unique_ptr<Window>> Window::open(Host& host, WindowOptions options) 
   const SdlLibrary& sdl = **library;
   // X first: only there a descriptor tells of events, and an idle window costs nothing.
   sdl.SetHint(SDL_HINT_VIDEODRIVER, has_x ? "x11" : "wayland");
+  // Else the window is made a second time once its surface is asked for, to be drawn by the graphics
+  // processor: it flickers at its start, and loses what was pressed in between.
+  if (has_x) sdl.SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   sdl.SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   sdl.SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");

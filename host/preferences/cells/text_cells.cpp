@@ -107,6 +107,9 @@ struct EditCellMethods {
     return objc::send<"becomeFirstResponder", bool>(self.text_field());
   }
 
+  // Its field is, which is one stop of the keyboard for one row.
+  static bool canBecomeFocused(const Self&) { return false; }
+
   static void layoutSubviews(const Self& self) {
     objc::send_super<"layoutSubviews">(self, objc::class_for<Cell>());
     const Rect content = self.contentView().bounds();
@@ -145,6 +148,7 @@ void EditCell::define() {
       .method<"textFieldDidEndEditing:", &M::textFieldDidEndEditing>()
       .method<"textFieldShouldReturn:", &M::textFieldShouldReturn>()
       .method<"becomeFirstResponder", &M::becomeFirstResponder>()
+      .method<"canBecomeFocused", &M::canBecomeFocused>()
       .method<"layoutSubviews", &M::layoutSubviews>()
       .register_class();
 }

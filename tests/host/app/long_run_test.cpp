@@ -9,8 +9,9 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <vector>
 
-#include "tests/support/host_fixture.hpp"
+#include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
@@ -124,6 +125,39 @@ TEST_F(LongRunTest, TheAccountsHomeIsNotTouched) {
   objc::send<"synchronize", bool>(defaults);
   EXPECT_EQ(listing(), before);
   EXPECT_FALSE(fs::exists(fs::path(account->pw_dir) / "GNUstep"));
+}
+
+class LongVisitTest : public PageTest, public ::testing::WithParamInterface<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Pages, LongVisitTest,
+                         ::testing::Values("root", "SepSettingsCell", "SepSettingsHSCell",
+                                           "BackgroundSettingsCell", "ContextMenuLabels",
+                                           "Expanded3DAdjustments"),
+                         [](const auto& test) { return std::string(test.param); });
+
+TEST_P(LongVisitTest, AHundredVisitsFreeThePageEachTimeAndLeaveMemoryFlat) {
+  constexpr int kVisits = 100;
+  show_shipped("settings");
+  std::vector<objc::Weak<NSObject>> pages;
+  long memory_before = 0;
+  std::size_t descriptors_before = 0;
+  for (int i = 0; i < kVisits; ++i) {
+    const objc::AutoreleasePool pool;
+    show(GetParam());
+    pages.emplace_back(top());
+    pages.emplace_back(top().view());
+    ASSERT_TRUE(pages.back().lock());
+    show("settings");
+    // What is made once is there by then: pictures, fonts, laid out texts.
+    if (i != kVisits / 5) continue;
+    memory_before = resident_kilobytes();
+    descriptors_before = open_descriptors();
+  }
+  for (const objc::Weak<NSObject>& each : pages) ASSERT_FALSE(each.lock());
+  const long memory_after = resident_kilobytes();
+  std::printf("%d visits: %ld KB before, %ld KB after\n", kVisits, memory_before, memory_after);
+  EXPECT_LT(memory_after - memory_before, kMoreKilobytes);
+  EXPECT_EQ(open_descriptors(), descriptors_before);
 }
 
 }  // namespace
