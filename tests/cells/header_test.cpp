@@ -17,11 +17,7 @@ class HeaderTest : public PageTest {
     load_shipped_bundle();
   }
   static PSTableCell make() {
-    const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
-    const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named("WispHeader").borrow());
-    return objc::Allocated<PSTableCell>(
-               objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
-        .initialize<"initWithSpecifier:">(specifier);
+    return allocate<PSTableCell>("WispHeader").initialize<"initWithSpecifier:">(plain_specifier());
   }
   /// The title and the version.
   static UILabel label(const PSTableCell& cell, NSUInteger which) {

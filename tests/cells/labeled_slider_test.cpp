@@ -223,11 +223,7 @@ TEST_F(LabeledSliderTest, PresentsOnTheTopmostController) {
   const auto found = objc::send<"appropriateViewController", UIViewController>(slider_cell());
   EXPECT_EQ(found, top().as<UIViewController>());
   // Without a controller around it, the key window's, and what that presents.
-  const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named("XXXLabeledSliderCell").borrow());
-  const auto loose = objc::Allocated<PSSliderTableCell>(
-                         objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
-                         .initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0}, "x"_ns,
-                                                                                 slider_cell().specifier());
+  const auto loose = make_cell<PSSliderTableCell>("XXXLabeledSliderCell", slider_cell().specifier());
   const auto root = [&] { return objc::send<"appropriateViewController", UIViewController>(loose); };
   EXPECT_EQ(root(), navigation().as<UIViewController>());
   tap_text("0.5");
@@ -248,12 +244,7 @@ TEST_F(LabeledSliderTest, LeavesNothingBehind) {
   std::vector<objc::Weak<NSObject>> cells;
   for (int i = 0; i < 1000; ++i) {
     const objc::AutoreleasePool pool;
-    const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named("XXXLabeledSliderCell").borrow());
-    const auto made =
-        objc::Allocated<PSSliderTableCell>(
-            objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
-            .initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0}, "x"_ns, specifier);
-    cells.emplace_back(made);
+    cells.emplace_back(make_cell("XXXLabeledSliderCell", specifier));
   }
   for (const auto& each : cells) ASSERT_FALSE(each.lock());
 }

@@ -35,13 +35,6 @@ class StyledCellsTest : public PageTest {
            specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
           {"SepSettingsLS.plist", list}});
   }
-  template <class T = PSTableCell>
-  static T make(const char* cls) {
-    const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named(cls).borrow());
-    const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
-    return objc::Allocated<T>(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
-        .template initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0}, "x"_ns, specifier);
-  }
 };
 
 TEST_F(StyledCellsTest, ButtonsHaveTheColourOfALabelOrAreGrey) {
@@ -65,9 +58,9 @@ TEST_F(StyledCellsTest, AButtonFollowsItsStyleAtTheNextLayout) {
 }
 
 TEST_F(StyledCellsTest, SlidersAndTogglesAreLaidOutAsSubtitles) {
-  EXPECT_TRUE(make("WispSlider").detailTextLabel());
-  EXPECT_TRUE(make("WispToggle").detailTextLabel());
-  EXPECT_FALSE(make("PSTableCell").detailTextLabel());
+  EXPECT_TRUE(make_cell("WispSlider").detailTextLabel());
+  EXPECT_TRUE(make_cell("WispToggle").detailTextLabel());
+  EXPECT_FALSE(make_cell("PSTableCell").detailTextLabel());
 }
 
 TEST_F(StyledCellsTest, SlidersAndTogglesHaveTheAccent) {
@@ -89,14 +82,9 @@ TEST_F(StyledCellsTest, AThousandOfEachClassLeaveNothingBehind) {
     // Each banner asks the package manager, which is another process: fewer of those, one after the other.
     for (int i = 0; i < (header ? 5 : 1000); ++i) {
       const objc::AutoreleasePool pool;
-      const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
-      const auto raw = reinterpret_cast<objc::abi::id>(objc::ClassRef::named(cls).borrow());
-      objc::Allocated<PSTableCell> blank(
-          objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
-      const PSTableCell cell = header
-                                   ? std::move(blank).initialize<"initWithSpecifier:">(specifier)
-                                   : std::move(blank).initialize<"initWithStyle:reuseIdentifier:specifier:">(
-                                         NSInteger{0}, "x"_ns, specifier);
+      const PSSpecifier specifier = plain_specifier();
+      const PSTableCell cell = header ? allocate<PSTableCell>(cls).initialize<"initWithSpecifier:">(specifier)
+                                      : make_cell(cls, specifier);
       cell.refreshCellContentsWithSpecifier(specifier);
       cell.setFrame({{0, 0}, {358, 60}});
       cell.layoutIfNeeded();

@@ -15,11 +15,7 @@ TEST_F(TintCellTest, ColoursItsTitleWhateverItIsAndHoweverOften) {
   const objc::ClassRef cls = objc::ClassRef::named("OndrelTintCell");
   ASSERT_TRUE(cls);
   EXPECT_EQ(cls.superclass(), objc::class_for<PSTableCell>());
-  const auto raw = reinterpret_cast<objc::abi::id>(cls.borrow());
-  const auto specifier = objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>());
-  const auto made =
-      objc::Allocated<PSTableCell>(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()))
-          .initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0}, "x"_ns, specifier);
+  const auto made = make_cell("OndrelTintCell");
   for (const char* const title : {"One", "Two"}) {
     made.setTitle(NSString(title));
     EXPECT_EQ(made.titleLabel().text().utf8(), title);

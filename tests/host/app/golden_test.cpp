@@ -26,6 +26,32 @@ struct Look {
   bool half_way = false;    // the sliding button half-way down
 };
 
+/// The page of a look that shows one row of every class of the bundle's own.
+constexpr const char* kCells = "cells";
+
+std::string list_of_cells() {
+  const auto row = [](const char* cell, const char* cls, const char* label, const std::string& more = "") {
+    return item({{"cell", cell}, {"cellClass", cls}, {"label", label}, {"key", cls}, {"id", cls}}, more);
+  };
+  const std::string range = "<key>min</key><real>0</real><key>max</key><real>8</real><key>default</key>";
+  return specifier_list(
+      item({{"cell", "PSStaticTextCell"}, {"cellClass", "WispHeader"}, {"id", "WispHeader"}},
+           "<key>height</key><integer>100</integer>") +
+      item({{"cell", "PSGroupCell"}, {"label", "Rows"}}) +
+      row("PSLinkCell", "OndrelTintCell", "A page", "<key>icon</key><string>background.png</string>") +
+      row("PSButtonCell", "WispButton", "A button", "<key>icon</key><string>features.png</string>") +
+      row("PSSwitchCell", "WispToggle", "A switch", "<key>default</key><true/>") +
+      row("PSSwitchCell", "XXXSwitchWithInfoCell", "A switch and why",
+          "<key>infoMessage</key><string>Why</string><key>default</key><false/>") +
+      item({{"cell", "PSGroupCell"}, {"label", "Values"}}) +
+      row("PSSliderCell", "WispSlider", "A slider", range + "<real>2</real><key>showValue</key><true/>") +
+      row("PSSliderCell", "XXXLabeledSliderCell", "A slider's title", range + "<real>5.5</real>") +
+      row("PSSegmentCell", "XXXSegmentTableImageCell", "Pictures",
+          "<key>validValues</key><array><string>thin</string><string>regular</string><string>thick</string>"
+          "</array><key>validTitles</key><array><string>blur-thin</string><string>blur-regular</string>"
+          "<string>blur-thick</string></array><key>default</key><string>regular</string>"));
+}
+
 constexpr int kUsual = 24;  // of 255, in any channel
 constexpr double kSpoiltShare = 0.004;
 
@@ -42,6 +68,18 @@ class GoldenTest : public PageTest, public ::testing::WithParamInterface<Look> {
  protected:
   static std::filesystem::path golden() {
     return std::filesystem::path(WISPEN_GOLDENS) / (std::string(GetParam().name) + ".png");
+  }
+  /// One row of every class, with the shipped pictures.
+  void show_cells() {
+    for (const auto& file : std::filesystem::directory_iterator(WISPEN_TEST_BUNDLE)) {
+      if (file.path().extension() != ".png") continue;
+      std::filesystem::create_directories(bundle_folder());
+      std::filesystem::copy_file(file.path(), bundle_folder() / file.path().filename());
+    }
+    show("SepSettingsCell",
+         {{"Root.plist",
+           specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
+          {"SepSettingsLS.plist", list_of_cells()}});
   }
   /// What lies at these heights, for the message: rows by their ids.
   static std::string rows_between(double top, double bottom) {
@@ -108,7 +146,10 @@ INSTANTIATE_TEST_SUITE_P(
         Look{"context-menu", "ContextMenuLabels"},
         Look{"context-menu-largest", "ContextMenuLabels", "light", "phone", "de", "AccessibilityXL"},
         Look{"notification", "Expanded3DAdjustments"},
-        Look{"notification-dark", "Expanded3DAdjustments", "dark"}),
+        Look{"notification-dark", "Expanded3DAdjustments", "dark"}, Look{"cells", kCells},
+        Look{"cells-dark", kCells, "dark"}, Look{"cells-pad", kCells, "light", "pad-mini"},
+        Look{"cells-right-to-left", kCells, "light", "phone", "en", "L", "rtl"},
+        Look{"cells-largest", kCells, "dark", "phone", "en", "AccessibilityXL"}),
     [](const auto& test) {
       std::string name = test.param.name;
       std::ranges::replace(name, '-', '_');
@@ -126,7 +167,7 @@ TEST_P(GoldenTest, LooksAsItIsToLook) {
   const auto banner = device_path("/var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/Assets");
   std::filesystem::create_directories(banner);
   std::filesystem::copy_file(std::string(WISPEN_TEST_BUNDLE) + "/Assets/1@2x.png", banner / "1.png");
-  show_shipped(look.page);
+  look.page == std::string_view(kCells) ? show_cells() : show_shipped(look.page);
   if (look.scrolled > 0) {
     wispen_host_wheel(195, 500, -look.scrolled);
     settle();
