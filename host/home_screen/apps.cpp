@@ -3,6 +3,7 @@
 #include "host/home_screen/apps.hpp"
 
 #include <cmath>
+#include <numbers>
 
 namespace wispen::home_screen {
 
@@ -27,8 +28,11 @@ double moon(double x, double y) {
   return std::max(circle(x, y, 29, 30, 18.5), -circle(x, y, 38, 23.5, 14.5));
 }
 double leaf(double x, double y) {
+  // The stem goes on where the blade's tip points.
+  const double along = (x + y) / std::numbers::sqrt2;
+  const double aside = (x - y) / std::numbers::sqrt2;
   return std::min(std::max(circle(x, y, 19, 41, 25), circle(x, y, 41, 19, 25)),
-                  box(x, y, 17.5, 45, 1.5, 4, 1.5));
+                  box(along, aside, 62, 0, 6, 1.6, 1.6));
 }
 double clock_face(double x, double y) {
   const double hands = std::min(box(x, y, kMiddle, 23, 1.6, 8.5, 1.6), box(x, y, 35, kMiddle, 6.5, 1.6, 1.6));
@@ -89,11 +93,11 @@ Apps::Apps(double scale) {
 }
 
 UIImage wallpaper(CGSize size, bool dark) {
-  const Tone zenith = dark ? Tone{.05, .07, .16} : Tone{.36, .61, .84};
-  const Tone horizon = dark ? Tone{.23, .20, .36} : Tone{.98, .87, .76};
+  const Tone zenith = dark ? Tone{.05, .07, .16} : Tone{.17, .40, .66};
+  const Tone horizon = dark ? Tone{.23, .20, .36} : Tone{.84, .62, .56};
   const std::array<Tone, 3> hills =
       dark ? std::array<Tone, 3>{{{.14, .17, .30}, {.10, .13, .23}, {.06, .09, .16}}}
-           : std::array<Tone, 3>{{{.58, .71, .74}, {.38, .57, .62}, {.22, .42, .48}}};
+           : std::array<Tone, 3>{{{.42, .55, .62}, {.27, .45, .52}, {.16, .33, .40}}};
   return painted(size, 1, [&](double x, double y) {
     const double across = x / size.width;
     const double down = y / size.height;

@@ -70,14 +70,16 @@ UIColor label_ink(const Look& look, const Entry& entry) {
   return plain_ink(look.ground);
 }
 
-void add_icon(const UIView& row, const Look& look, const Entry& entry, const UIColor& ink) {
+void add_icon(const UIView& row, const Look& look, const Entry& entry, UIColor ink) {
   if (look.settings.enabled && look.settings.icons_hidden) return;
   const double middle = kMenuWidth - kMargin - kSymbolSize / 2;
   if (look.colour && look.settings.icon_background) {
     const UIView plate = UIView::alloc().initWithFrame(
         {{middle - kIconPlate / 2, (kRowHeight - kIconPlate) / 2}, {kIconPlate, kIconPlate}});
-    const UIColor fill = look.ground.coloured ? coloured_line(look.colour, look.ground) : look.colour;
-    plate.setBackgroundColor(fill.colorWithAlphaComponent(look.settings.icon_background_opacity));
+    const Ground ground =
+        covered(look.ground, coloured_line(look.colour, look.ground), look.settings.icon_background_opacity);
+    plate.setBackgroundColor(ground.fill);
+    ink = plain_ink(ground);
     plate.layer().setCornerRadius(7);
     plate.setTag(kIconPlateTag);
     row.addSubview(plate);

@@ -82,6 +82,11 @@ Ground ground_of(const UIColor& given, double opacity, bool bare_blur, bool dark
   return {colour(fill), colour(seen), true};
 }
 
+Ground covered(const Ground& ground, const UIColor& given, double opacity) {
+  return {given.colorWithAlphaComponent(opacity), colour(mix(tone_of(ground.seen), tone_of(given), opacity)),
+          true};
+}
+
 UIColor plain_ink(const Ground& ground) {
   return ground.coloured ? colour(ink_on(ground)) : UIColor::labelColor();
 }

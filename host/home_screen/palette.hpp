@@ -24,6 +24,9 @@ struct Ground {
 /// blur is seen.
 Ground ground_of(const UIColor& colour, double opacity, bool bare_blur, bool dark);
 
+/// The ground where so much of a colour lies on it: of a plate behind an icon.
+Ground covered(const Ground& ground, const UIColor& colour, double opacity);
+
 /// For texts without a colour of their own: light or dark, as the ground needs it.
 UIColor plain_ink(const Ground& ground);
 UIColor plain_secondary_ink(const Ground& ground);

@@ -33,6 +33,7 @@ struct Names {
   double opacity;
   bool shadow;
   NSInteger tag;
+  UIColor ink = UIColor::whiteColor();
 };
 
 void add_name(const UIView& screen, const std::string& text, CGRect frame, const Names& names) {
@@ -44,7 +45,7 @@ void add_name(const UIView& screen, const std::string& text, CGRect frame, const
     const UIColor black = UIColor::colorWithWhite(0, 0.75);
     name.addSubview(make_label(text, font, black, CGRectOffset(inside, 0, 1.5), NSTextAlignment::Center));
   }
-  name.addSubview(make_label(text, font, UIColor::whiteColor(), inside, NSTextAlignment::Center));
+  name.addSubview(make_label(text, font, names.ink, inside, NSTextAlignment::Center));
   name.setAlpha(names.opacity);
   name.setTag(names.tag);
   screen.addSubview(name);
@@ -155,6 +156,7 @@ void Screen::build(bool animated) const {
                 UIBlurEffectStyle::SystemThinMaterial, ground_of(UIColor(), 0.25, false, dark));
   screen.addSubview(dock);
   names.tag = kDockNameTag;
+  names.ink = UIColor::labelColor();
   names.hidden = settings.enabled && settings.hide_dock_names;
   names.fading = false;
   add_icons(screen, now.apps->dock,
