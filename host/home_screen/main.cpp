@@ -75,6 +75,8 @@ bool start(const Options& options) {
                                                               {"device", &options.device},
                                                               {"orientation", &options.orientation}};
   for (const auto& [name, value] : looks) {
+    // The home screen of a phone does not turn with it.
+    if (std::string_view(name) == "orientation" && !options.device.starts_with("pad")) continue;
     if (!value->empty() && wispen_host_set_look(name, value->c_str()) == 0) return false;
   }
   return true;

@@ -33,6 +33,7 @@ UIColor icon_colour(const UIImage& icon, ColourSource source) {
 }
 
 UIColor with_intensity(const UIColor& found, double intensity) {
+  if (intensity == 1) return found;  // as it was found, to the last digit
   CGFloat hue = 0, saturation = 0, brightness = 0, alpha = 0;
   if (!found.getHue(&hue, &saturation, &brightness, &alpha)) return found;
   return UIColor::colorWithHue(hue, std::clamp(saturation * intensity, 0.0, 1.0), brightness, alpha);

@@ -16,6 +16,8 @@ namespace {
 
 constexpr double kNameHeight = 18;
 constexpr double kGap = 10;
+constexpr double kShortGap = 5;  // on screens that all of it hardly fits on
+constexpr double kShort = 700;
 constexpr double kDockHeight = 104;
 constexpr double kWidestNotification = 420;
 constexpr double kFading = 0.3;       // seconds
@@ -129,7 +131,8 @@ void Screen::build(bool animated) const {
 
   const Settings& settings = now.settings;
   const UIEdgeInsets safe = screen.safeAreaInsets();
-  const double top = safe.top + kGap;
+  const double gap = size.height < kShort ? kShortGap : kGap;
+  const double top = safe.top + gap;
   // Beside each other where the screen is wide and not high.
   const bool wide = size.width > size.height;
   const double left = std::max(safe.left, wide ? 20.0 : 0.0);
@@ -146,7 +149,7 @@ void Screen::build(bool animated) const {
               settings.enabled && settings.name_shadow, kNameTag};
   now.names_seen = !names.hidden;
   const double row_width = wide ? half - 20 : size.width;
-  const double row_top = wide ? top : top + notification_height + 18;
+  const double row_top = wide ? top : top + notification_height + gap + 5;
   const double row_margin = 8;
   add_icons(screen, now.apps->row, {{left + row_margin, row_top}, {row_width - 2 * row_margin, kIconSize}},
             names);
@@ -162,15 +165,17 @@ void Screen::build(bool animated) const {
   add_icons(screen, now.apps->dock,
             {{row_margin, size.height - kDockHeight + 2}, {size.width - 2 * row_margin, kIconSize}}, names);
 
-  double y = row_top + kIconSize + 4 + kNameHeight + kGap;
+  double y = row_top + kIconSize + 4 + kNameHeight + gap;
   const double column = (row_width - 2 * row_margin) / static_cast<double>(now.apps->row.size());
   const double menu_left = left + row_margin + (column - kIconSize) / 2;
   for (const UIView& part :
        {make_widget(now.apps->pressed(), settings, dark), make_menu(now.apps->pressed(), settings, dark)}) {
     const CGSize own = part.frame().size;
+    // A menu comes up where there is room for it, over whatever is there.
+    y = std::max(0.0, std::min(y, size.height - own.height - kShortGap));
     part.setFrame({{menu_left, y}, own});
     screen.addSubview(part);
-    y += own.height + kGap;
+    y += own.height + gap;
   }
   screen.addSubview(notification);
 }

@@ -27,6 +27,7 @@ Context context_of(const std::string& key) {
       {"borderColor", {{"borderEnabled", true}, {"borderDynamic", false}}},
       {"borderWidth", {{"borderEnabled", true}, {"backgroundDynamic", false}}},
       {"cornerRadius", {{"cornerRadiusEnabled", true}}},
+      {"cornerRadiusEnabled", {{"cornerRadius", 30.0}}},
       {"iconBackgroundOpacity", {{"iconBackground", true}}},
       {"hiddenCells", {{"hiddenCellsEnabled", true}}},
       {"hiddenCellsEnabled", {{"hiddenCells", "Remove App;Share"}}}};
@@ -135,10 +136,10 @@ TEST_F(EverySetting, LetsNamesFadeOutOnlyWhereItIsTo) {
 }
 
 TEST_F(EverySetting, IsKeptWhenTheScreenChangesItsLook) {
-  picture_of({{"hiddenCellsEnabled", true}, {"hiddenCells", "Share"}});
+  picture_of({{"hsBoldHidden", true}});
   for (const auto& [look, value] :
        {std::pair("appearance", "dark"), std::pair("device", "pad"), std::pair("orientation", "landscape"),
-        std::pair("device", "phone-small")}) {
+        std::pair("orientation", "portrait"), std::pair("device", "phone-small")}) {
     const std::string before = picture();
     ASSERT_EQ(wispen_host_set_look(look, value), 1) << wispen_host_last_error();
     EXPECT_NE(picture(), before) << value;

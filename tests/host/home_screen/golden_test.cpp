@@ -49,7 +49,7 @@ const Look kLooks[] = {
       {"labelWeight", "bold"},
       {"hiddenCellsEnabled", true},
       {"hiddenCells", "Share"}}},
-    {"wide", "light", "phone", "landscape", {{"backgroundDynamic", false}, {"expandedBackground", false}}},
+    {"pad", "light", "pad", "landscape", {{"backgroundDynamic", false}, {"expandedBackground", false}}},
 };
 
 class HomeScreenGolden : public ScreenTest, public ::testing::WithParamInterface<Look> {};

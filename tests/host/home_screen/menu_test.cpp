@@ -135,7 +135,7 @@ TEST_F(MenuTest, WritesLightOnDarkColoursAndDarkOnLightOnes) {
 }
 
 TEST_F(MenuTest, HasAWidgetThatIsColouredWhereItIsTo) {
-  const auto widget = [&](Values values) {
+  const auto widget = [&](const Values& values) {
     return hex(fill(home_screen::make_widget(apps->pressed(), settings(values), false)).backgroundColor());
   };
   EXPECT_EQ(widget({}), hex(dominant(apps->pressed())));

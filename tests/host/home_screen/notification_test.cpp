@@ -34,8 +34,10 @@ TEST_F(NotificationTest, HasColoursOfItsOwnApartFromTheMenus) {
 
 TEST_F(NotificationTest, ColoursItsTitleItsSubtitleAndItsBackgroundEachWhereItIsTo) {
   const std::string green = hex(dominant(apps->notifying()));
-  const auto title = [&](Values values) { return hex(label(notification(values), kTitle).textColor()); };
-  const auto subtitle = [&](Values values) {
+  const auto title = [&](const Values& values) {
+    return hex(label(notification(values), kTitle).textColor());
+  };
+  const auto subtitle = [&](const Values& values) {
     return hex(label(notification(values), kSubtitle).textColor());
   };
   EXPECT_EQ(title({{"expandedBackground", false}}), green);

@@ -26,10 +26,10 @@ class PartsTest : public HostTest {
     HostTest::TearDown();
   }
 
-  UIView menu(Values values, bool dark = false) const {
+  UIView menu(const Values& values, bool dark = false) const {
     return home_screen::make_menu(apps->pressed(), settings(values), dark);
   }
-  UIView notification(Values values, bool dark = false) const {
+  UIView notification(const Values& values, bool dark = false) const {
     return home_screen::make_notification(apps->notifying(), settings(values), dark, 370);
   }
 

@@ -44,7 +44,7 @@ class ScreenTest : public PartsTest {
     screen.show(home_screen::read_settings(values), false);
     return picture();
   }
-  std::string picture_of(Values values) const { return picture_of(dictionary(values)); }
+  std::string picture_of(const Values& values) const { return picture_of(dictionary(values)); }
 
   home_screen::Screen screen;
   UIWindow window;

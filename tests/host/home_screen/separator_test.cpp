@@ -54,7 +54,7 @@ TEST_F(SeparatorTest, AreHiddenByTheirKind) {
 
 TEST_F(SeparatorTest, TakeTheColourOfTheIconByTheirKind) {
   const std::string violet = hex(dominant(apps->pressed()));
-  const auto colours = [&](Values values) {
+  const auto colours = [&](const Values& values) {
     std::vector<bool> found;
     for (const UIView& line : separators(menu(values)))
       found.push_back(hex(line.backgroundColor()) == violet);

@@ -64,7 +64,7 @@ class TwoWindows : public ::testing::Test {
   template <class Condition>
   static void until(Condition condition) {
     bool held = condition();
-    const auto end = std::chrono::steady_clock::now() + 60s;
+    const auto end = std::chrono::steady_clock::now() + 30s;
     while (!held && std::chrono::steady_clock::now() < end) {
       usleep(5000);
       held = condition();
@@ -79,14 +79,15 @@ class TwoWindows : public ::testing::Test {
     unsigned count = 0;
     XQueryTree(display_, DefaultRootWindow(display_), &root, &parent, &children, &count);
     for (unsigned i = 0; i < count; ++i) {
-      char* name = nullptr;
+      XTextProperty name{};
       XWindowAttributes attributes{};
-      if (XFetchName(display_, children[i], &name) != 0 && wanted == name &&
+      if (XGetWMName(display_, children[i], &name) != 0 && name.value != nullptr &&
+          wanted == reinterpret_cast<const char*>(name.value) &&
           XGetWindowAttributes(display_, children[i], &attributes) != 0 &&
           attributes.map_state == IsViewable) {
         found = children[i];
       }
-      if (name != nullptr) XFree(name);
+      if (name.value != nullptr) XFree(name.value);
     }
     if (children != nullptr) XFree(children);
     return found;
@@ -139,21 +140,42 @@ int pass_over(Display*, XErrorEvent*) { return 0; }
 
 TEST_F(TwoWindows, StandBesideEachOtherAndRespringRestartsTheOneOfTheHomeScreen) {
   XSetErrorHandler(pass_over);
-  for (const char* const layout : {"rootless"}) {
-    start(layout);
-    const Frame pages = frame_of(window_named("Wispen"));
-    const Frame home = frame_of(window_named("Home Screen"));
-    EXPECT_LE(pages.x + pages.width, home.x);
-    const pid_t old_home = process("SpringBoard");
-    const pid_t old_below = process("backboardd");
-    ASSERT_GT(old_home, 0);
-    ASSERT_GT(old_below, 0);
-    const ::Window old_window = window_named("Home Screen");
-    click_respring_until([&] { return process("backboardd") != old_below && process("backboardd") != 0; });
-    until([&] { return process("SpringBoard") != 0 && process("SpringBoard") != old_home; });
-    until([&] { return window_named("Home Screen") != 0 && window_named("Home Screen") != old_window; });
-    EXPECT_NE(window_named("Wispen"), 0u);
-  }
+  start("rootless");
+  const Frame pages = frame_of(window_named("Wispen"));
+  const Frame home = frame_of(window_named("Home Screen"));
+  EXPECT_LE(pages.x + pages.width, home.x);
+  const pid_t old_home = process("SpringBoard");
+  const pid_t old_below = process("backboardd");
+  ASSERT_GT(old_home, 0);
+  ASSERT_GT(old_below, 0);
+  const ::Window old_window = window_named("Home Screen");
+  click_respring_until([&] { return process("backboardd") != old_below && process("backboardd") != 0; });
+  until([&] { return process("SpringBoard") != 0 && process("SpringBoard") != old_home; });
+  until([&] { return window_named("Home Screen") != 0 && window_named("Home Screen") != old_window; });
+  EXPECT_NE(window_named("Wispen"), 0u);
+}
+
+TEST_F(TwoWindows, ShowAChangeAtOnce) {
+  XSetErrorHandler(pass_over);
+  start("rootless");
+  // Below the icon of the notification there is nothing but its ground.
+  const auto ground = [this] {
+    const ::Window home = window_named("Home Screen");
+    const double scale = frame_of(home).width / 375.0;
+    XImage* const image = XGetImage(display_, home, static_cast<int>(35 * scale),
+                                    30 + static_cast<int>(104 * scale), 1, 1, AllPlanes, ZPixmap);
+    if (image == nullptr) return 0UL;
+    const unsigned long value = XGetPixel(image, 0, 0) & 0xFFFFFFU;
+    XDestroyImage(image);
+    return value;
+  };
+  const auto is_green = [&] {
+    const unsigned long now = ground();
+    return ((now >> 8U) & 0xFFU) > ((now >> 16U) & 0xFFU) + 40;
+  };
+  until(is_green);
+  const Running writing({"wispen", "defaults", "write", "enabled", "no", "--root", folder_ / "root"});
+  until([&] { return ground() > 0xE00000U; });  // the system's own, which is nearly white
 }
 
 TEST_F(TwoWindows, BothGoWhenTheProgramIsKilled) {
