@@ -61,6 +61,10 @@ Result<void> start_home_screen(const CommonOptions& options, const LookOptions& 
   return {};
 }
 
+void tell_without_home_screen(const std::string& why) {
+  std::fprintf(stderr, "wispen: there is no home screen, for %s\n", why.c_str());
+}
+
 Result<void> await_home_screen_picture() {
   bool painted = false;
   const int listening = wispen_host_listen(kPainted, note_painted, &painted);

@@ -14,6 +14,9 @@ namespace wispen::program {
 Result<void> start_home_screen(const CommonOptions& options, const LookOptions& look,
                                const std::string& picture);
 
+/// Says why there is none, for whoever can do without.
+void tell_without_home_screen(const std::string& why);
+
 /// Lets the session run until the home screen's picture shows what is stored now.
 Result<void> await_home_screen_picture();
 

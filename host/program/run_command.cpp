@@ -49,10 +49,8 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
   std::fflush(stdout);
   bool beside = !what.without_home_screen;
   if (beside) {
-    // The pages are of use without it.
     const auto home = start_home_screen(options, what.look, "");
-    if (!home)
-      std::fprintf(stderr, "wispen: there is no home screen, for %s\n", home.error().message.c_str());
+    if (!home) tell_without_home_screen(home.error().message);
     beside = home.ok();
   }
   if (wispen_host_run_window_at("Wispen", "en,de",

@@ -112,9 +112,11 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
                 page.all_specifiers().count(), page.controller.specifiers().count(), page.cls.c_str());
   }
 
-  if (!what.without_home_screen) {
-    if (const auto shown = show_home_screen(options, what.look, folder); !shown)
-      return fail(shown.error().message);
+  bool with_home_screen = !what.without_home_screen;
+  if (with_home_screen) {
+    const auto shown = show_home_screen(options, what.look, folder);
+    if (!shown) tell_without_home_screen(shown.error().message);
+    with_home_screen = shown.ok();
   }
   const std::vector<Step> steps = steps_of(pages);
   auto listener = WatchingProcess::start(root, common_name(steps), steps.size(), kListenerTimeout);
@@ -143,7 +145,7 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
   std::fflush(stdout);
   const std::vector<std::string> heard = listener->finish();
   for (const std::string& line : heard) std::printf("  %s\n", line.c_str());
-  if (!what.without_home_screen) {
+  if (with_home_screen) {
     if (const auto painted = await_home_screen_picture(); !painted) return fail(painted.error().message);
     std::printf("\nThe home screen, which heard it too: %s\n", (folder / "home-screen.png").c_str());
   }
