@@ -31,7 +31,7 @@ inline int difference(std::uint32_t a, std::uint32_t b) {
 }
 
 /// Leaves expected, actual and difference side by side for whoever looks, and gives the file.
-inline std::string leave_beside(const std::string& name, const graphics::Image& expected,
+inline std::string leave_beside(const std::filesystem::path& file, const graphics::Image& expected,
                                 const graphics::Image& actual) {
   const auto a = expected.pixels()->view();
   const auto b = actual.pixels()->view();
@@ -46,19 +46,24 @@ inline std::string leave_beside(const std::string& name, const graphics::Image& 
       out.row(y)[2 * b.width + x] = 0xFF000000U | (static_cast<std::uint32_t>(off) << 16U);
     }
   }
-  const std::filesystem::path folder = WISPEN_GOLDEN_FAILURES;
-  std::filesystem::create_directories(folder);
-  const std::string file = folder / (name + ".png");
-  return graphics::write_png(sheet->view(), file) ? file : std::string();
+  std::filesystem::create_directories(file.parent_path());
+  return graphics::write_png(sheet->view(), file) ? file.string() : std::string();
 }
 
 /// What lies between two heights of the picture, for the message.
 using WhatIsBetween = std::function<std::string(double top, double bottom)>;
 
+/// Where a test program keeps its pictures.
+struct GoldenFolders {
+  std::filesystem::path goldens;
+  std::filesystem::path failures;
+};
+
 /// Whether the file looks as the golden picture of that name.
-inline ::testing::AssertionResult looks_like(const std::string& name, const std::string& file,
+inline ::testing::AssertionResult looks_like(const GoldenFolders& folders, const std::string& name,
+                                             const std::string& file,
                                              const WhatIsBetween& what_is_between = {}) {
-  const std::string golden = std::filesystem::path(WISPEN_GOLDENS) / (name + ".png");
+  const std::string golden = folders.goldens / (name + ".png");
   if (std::getenv("WISPEN_ACCEPT_GOLDENS") != nullptr) {
     std::filesystem::copy_file(file, golden, std::filesystem::copy_options::overwrite_existing);
     return ::testing::AssertionSuccess();
@@ -86,7 +91,8 @@ inline ::testing::AssertionResult looks_like(const std::string& name, const std:
   return ::testing::AssertionFailure()
          << share << " of it differs, between " << first << " and " << last
          << (what_is_between ? what_is_between(first, last) : std::string())
-         << "; expected, actual and difference are in " << leave_beside(name, *expected, *actual);
+         << "; expected, actual and difference are in "
+         << leave_beside(folders.failures / (name + ".png"), *expected, *actual);
 }
 
 }  // namespace wispen::testing
