@@ -48,6 +48,9 @@ typedef struct wispen_host_options {
   const char* rpath;
   /** Non-zero: time is the wall clock's. Zero: the clock stands still and moves by wispen_host_advance. */
   int wall_clock;
+  /** Non-zero: the screen shows windows that the program makes, and the Settings application never comes up.
+   */
+  int own_windows;
 } wispen_host_options;
 
 /** Starts the host. Fails while one runs, and for options that cannot be used; nothing is running then. */
@@ -117,6 +120,21 @@ typedef void (*wispen_host_listener)(const char* name, unsigned long long posts,
 int wispen_host_listen(const char* name, wispen_host_listener listener, void* context);
 /** Ends a listening; unknown numbers are harmless. */
 void wispen_host_stop_listening(int listening);
+
+/* The phone's own processes. */
+
+/** Called on the main thread, from within the run functions, when one of the processes below has ended and is
+ * not started again: `why` is one sentence. */
+typedef void (*wispen_host_process_listener)(const char* why, void* context);
+/** Puts the stand-ins of SpringBoard and backboardd, and the killall that restarts them, into the device root
+ * and starts them; they are started again when they end, and end with the host. They are taken from the
+ * folder `programs`; null: "stand-ins" beside libwispenhost.so. `home_screen_arguments` are SpringBoard's,
+ * ended by null; null for none. Fails where somebody else's program has the place of one of them in the root.
+ */
+int wispen_host_start_processes(const char* programs, const char* const* home_screen_arguments,
+                                wispen_host_process_listener listener, void* context);
+/** The id of the process of that name (SpringBoard, backboardd) that lives; 0 where none does. */
+int wispen_host_process(const char* name);
 
 /* The screen. Places and sizes are in points from the top left corner, as the device is held. The Settings
  * application comes up with the first of these calls. */
@@ -196,6 +214,16 @@ int wispen_host_frame_stale(void);
  * those that the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no
  * display. */
 int wispen_host_run_window(const char* title, const char* languages);
+
+/** Where on the desktop a window opens. */
+enum wispen_host_window_place {
+  WISPEN_HOST_WINDOW_CENTRE,
+  WISPEN_HOST_WINDOW_LEFT,
+  /** The right half, beside another window to which it leaves the keyboard. */
+  WISPEN_HOST_WINDOW_RIGHT
+};
+/** The same, at a place. */
+int wispen_host_run_window_at(const char* title, const char* languages, enum wispen_host_window_place place);
 
 /** What is on the screen, as JSON: every window as a tree of views with "class", "frame", "text", "value" and
  *  more, and the row beside each cell. Null on failure. Valid until the next call of this library. */

@@ -97,9 +97,23 @@ template <class Body>
 int on_screen(Body body) {
   if (!is_running()) return 0;
   const objc::AutoreleasePool pool;
-  host().settings();
+  if (!host().options().own_windows) host().settings();
   uikit::Application::shared().lay_out_windows();
   return body();
+}
+
+/// The same, with the Settings application on it.
+template <class Body>
+int on_settings(Body body) {
+  if (is_running() && host().options().own_windows)
+    return failed("this host shows windows of its own program");
+  return on_screen(body);
+}
+
+Result<graphics::Image> picture(double scale, bool whole_page) {
+  if (!host().options().own_windows) return host().settings().picture(scale, whole_page);
+  if (whole_page) return Error{"only pages of Settings have a length"};
+  return uikit::take_picture(host().session(), scale);
 }
 
 bool is_place(double x, double y) { return std::isfinite(x) && std::isfinite(y); }
@@ -129,16 +143,16 @@ extern "C" {
 }
 
 [[gnu::visibility("default")]] int wispen_host_offer_bundle(const char* path) {
-  return on_screen([&] { return done_or_failed(host().settings().offer(text(path))); });
+  return on_settings([&] { return done_or_failed(host().settings().offer(text(path))); });
 }
 
 [[gnu::visibility("default")]] int wispen_host_show_page(const char* page) {
-  return on_screen([&] { return done_or_failed(host().settings().show(text(page))); });
+  return on_settings([&] { return done_or_failed(host().settings().show(text(page))); });
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_shown_page(void) {
   const char* name = nullptr;
-  on_screen([&] {
+  on_settings([&] {
     name = give(objc::class_of(host().settings().top()).name());
     return done();
   });
@@ -146,19 +160,19 @@ extern "C" {
 }
 
 [[gnu::visibility("default")]] int wispen_host_reload_pages(void) {
-  return on_screen([] {
+  return on_settings([] {
     host().settings().reload();
     return done();
   });
 }
 
 [[gnu::visibility("default")]] int wispen_host_follow_files(const char* bundle) {
-  return on_screen([&] { return done_or_failed(host().follow_files(text(bundle))); });
+  return on_settings([&] { return done_or_failed(host().follow_files(text(bundle))); });
 }
 
 [[gnu::visibility("default")]] int wispen_host_settle(double at_most) {
   if (!(at_most >= 0 && at_most <= 3600)) return failed("settling takes between 0 and 3600 seconds");
-  return on_screen([&] { return done_or_failed(host().settings().settle(at_most)); });
+  return on_settings([&] { return done_or_failed(host().settings().settle(at_most)); });
 }
 
 [[gnu::visibility("default")]] int wispen_host_touch(enum wispen_host_touch_phase phase, double x, double y) {
@@ -225,9 +239,9 @@ extern "C" {
   if (scale != 0 && !(scale >= 0.5 && scale <= 4)) return failed("a picture's scale is 0.5 to 4");
   if (path == nullptr || *path == '\0') return failed("a picture needs a file to be written to");
   return on_screen([&] {
-    const auto picture = host().settings().picture(scale, whole_page != 0);
-    if (!picture) return failed(picture.error().message);
-    return done_or_failed(graphics::write_png(picture->upright_pixels()->view(), path));
+    const auto taken = picture(scale, whole_page != 0);
+    if (!taken) return failed(taken.error().message);
+    return done_or_failed(graphics::write_png(taken->upright_pixels()->view(), path));
   });
 }
 

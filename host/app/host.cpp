@@ -139,6 +139,7 @@ Host::~Host() { stop(); }
 
 bool Host::stop() {
   if (std::exchange(stopped_, true)) return true;
+  processes_.reset();
   while (!listenings_.empty()) stop_listening(listenings_.begin()->first);
   {
     const objc::AutoreleasePool pool;
@@ -194,6 +195,15 @@ Result<void> Host::follow_files(const std::string& folder) {
   auto live = LiveReload::start(*loop_, settings(), folder);
   if (!live) return live.error();
   live_reload_ = *std::move(live);
+  return {};
+}
+
+Result<void> Host::start_processes(DeviceProcesses::Options options) {
+  if (processes_) return Error{"the device's processes are running already"};
+  if (options.programs.empty()) options.programs = host_library_folder() + "/stand-ins";
+  auto started = DeviceProcesses::start(*loop_, *root_, std::move(options));
+  if (!started) return started.error();
+  processes_ = *std::move(started);
   return {};
 }
 

@@ -12,6 +12,7 @@
 #include "host/core/main_loop.hpp"
 #include "host/core/notification_listener.hpp"
 #include "host/core/result.hpp"
+#include "host/processes/device_processes.hpp"
 #include "host/uikit/painting/frame_buffer.hpp"
 #include "host/uikit/session.hpp"
 #include "platform/Foundation.hpp"
@@ -33,6 +34,7 @@ struct HostOptions {
   std::optional<bool> right_to_left;             // as the first language is read, where it is not said
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
+  bool own_windows = false;  // of the program that runs the host: Settings is not to come up
 };
 
 /// Splits "de,en" at commas; blanks around the parts and empty parts are dropped.
@@ -70,6 +72,12 @@ class Host {
   /// A new page; with no name the principal class of the bundle loaded last.
   Result<NSObject> open_page(const std::string& class_name);
 
+  /// Starts the home screen and what belongs to it. From the folder "stand-ins" beside the host library where
+  /// `options` name none.
+  Result<void> start_processes(DeviceProcesses::Options options);
+  /// Null before.
+  const DeviceProcesses* processes() const { return processes_.get(); }
+
   using Listener = std::function<void(const std::string& name, unsigned long long posts)>;
   /// An empty name is every name.
   Result<int> listen(const std::string& name, Listener listener);
@@ -85,6 +93,7 @@ class Host {
   std::unique_ptr<uikit::FrameBuffer> frame_buffer_;
   std::unique_ptr<SettingsApp> settings_;
   std::unique_ptr<LiveReload> live_reload_;
+  std::unique_ptr<DeviceProcesses> processes_;
   objc::ClassRef principal_class_;
   bool stopped_ = false;
 

@@ -165,6 +165,18 @@ Result<DeviceRoot> DeviceRoot::open(const std::string& folder, std::optional<Lay
   return root;
 }
 
+Result<DeviceRoot> DeviceRoot::around(const std::string& file) {
+  std::error_code error;
+  fs::path folder = fs::canonical(file, error);
+  while (!error && folder.has_relative_path()) {
+    folder = folder.parent_path();
+    const auto layout = remembered_layout(folder.string());
+    if (!layout) return layout.error();
+    if (*layout) return DeviceRoot(folder.string(), **layout);
+  }
+  return Error{"'" + file + "' lies in no device root"};
+}
+
 Result<std::string> DeviceRoot::default_folder() {
   // A relative XDG_DATA_HOME counts as unset, as XDG has it.
   if (const char* data = std::getenv("XDG_DATA_HOME"); data && data[0] == '/') {

@@ -30,6 +30,10 @@ class DeviceRoot {
   /// written, and a path that leaves too little room in the platform's buffers.
   static Result<DeviceRoot> open(const std::string& folder, std::optional<Layout> layout = std::nullopt);
 
+  /// The device root that a file lies in, for the programs that run in one: the nearest folder above it that
+  /// was opened as one before. Nothing is made.
+  static Result<DeviceRoot> around(const std::string& file);
+
   /// $XDG_DATA_HOME/wispen/root, else ~/.local/share/wispen/root. Only computed, nothing is made.
   static Result<std::string> default_folder();
 

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <utility>
 
+#include "host/core/current_root.hpp"
 #include "host/core/spawn.hpp"
 
 namespace wispen {
@@ -33,6 +34,12 @@ std::vector<char*> pointers(std::vector<std::string>& words) {
   return result;
 }
 
+/// Ends a process of ours for good and waits for it.
+void end_at_once(pid_t process) {
+  kill(process, SIGKILL);
+  reap(process, nullptr, 0);
+}
+
 }  // namespace
 
 ProcessTable::~ProcessTable() { stop(); }
@@ -49,10 +56,17 @@ Result<void> ProcessTable::launch(std::size_t number, Entry& entry) {
   entry.handle.reset(open_handle(entry.process));
   if (!entry.handle) {
     const std::string reason = std::strerror(errno);
-    kill(entry.process, SIGKILL);
-    reap(entry.process, nullptr, 0);
+    end_at_once(entry.process);
     return Error{"cannot watch over '" + entry.name + "': " + reason};
   }
+  const auto root = current_root();
+  auto record = root ? ProcessRecordFile::write(*root, entry.name, entry.process)
+                     : Result<ProcessRecordFile>(Error{"there is no device root"});
+  if (!record) {
+    end_at_once(entry.process);
+    return record.error();
+  }
+  entry.record = *std::move(record);
   entry.started = Clock::steady_now();
   entry.watch = loop_.watch(entry.handle.get(), POLLIN, [this, number](short) { ended(number); });
   return {};
@@ -79,13 +93,26 @@ void ProcessTable::ended(std::size_t number) {
   if (place == entries_.end()) return;
   Entry& entry = place->second;
   loop_.unwatch(entry.watch);
+  entry.record = ProcessRecordFile();
   // Foundation may have collected it already; the handle says that it has ended, and that is enough.
-  reap(entry.process, nullptr, WNOHANG);
-  const bool quick = Clock::steady_now() - entry.started < kQuick;
+  int status = 0;
+  const bool asked = reap(entry.process, &status, WNOHANG) == entry.process && WIFSIGNALED(status) &&
+                     WTERMSIG(status) == SIGTERM;
+  const bool quick = !asked && Clock::steady_now() - entry.started < kQuick;
   entry.quick_restarts = quick ? entry.quick_restarts + 1 : 0;
-  const bool again =
-      entry.when_it_ends == WhenItEnds::StartAgain && entry.quick_restarts <= kMaxQuickRestarts;
-  if (!again || !launch(number, entry)) entries_.erase(place);
+  ProcessEnd end{entry.name, {}, {}};
+  if (entry.when_it_ends == WhenItEnds::StartAgain) {
+    if (entry.quick_restarts > kMaxQuickRestarts) {
+      end.why_not =
+          "'" + entry.name + "' ended at once each time that it was started, and is not started again";
+    } else if (const auto launched = launch(number, entry); !launched) {
+      end.why_not = launched.error().message;
+    } else {
+      end.again = entry.process;
+    }
+  }
+  if (!end.again) entries_.erase(place);
+  if (observer_) observer_(end);
 }
 
 std::size_t ProcessTable::end_by_name(const std::string& name, int signal) {

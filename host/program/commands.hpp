@@ -34,6 +34,7 @@ struct RunOptions {
   std::string page;      // empty: the root page
   std::string pictures;  // where a tour leaves its pictures
   bool without_window = false;
+  bool without_home_screen = false;
 };
 /// The main job. With a display, a window on the pages that follows their files; without one, a tour.
 int run(const CommonOptions& options, const RunOptions& what);
@@ -52,8 +53,9 @@ struct SnapshotOptions {
   double scale = 0;    // 0: the device's
   bool all = false;
   bool whole_page = false;
+  bool home = false;  // the home screen in place of a page
 };
-/// Pictures of one page or of all of them.
+/// Pictures of one page or of all of them, or of the home screen.
 int snapshot(const CommonOptions& options, const SnapshotOptions& what);
 
 struct InspectOptions {

@@ -68,6 +68,8 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   running
       ->add_option("--pictures", run_options.pictures, "Where the tour leaves its pictures (wispen-pictures)")
       ->type_name("DIR");
+  running->add_flag("--no-home-screen", run_options.without_home_screen,
+                    "Without the home screen that shows what the settings do");
   running->footer(
       "In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
       "with shift backwards; control and Q closes.");
@@ -89,6 +91,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
       ->add_option("-o,--output", snapshot_options.output, "The file (page.png), or the folder with --all")
       ->type_name("PATH");
   pictures->add_flag("--all", snapshot_options.all, "Every page, each into a file of its own");
+  pictures->add_flag("--home", snapshot_options.home, "The home screen as the stored settings make it");
   pictures->add_flag("--full-length", snapshot_options.whole_page, "As high as the page is long");
   pictures->add_option("--scale", snapshot_options.scale, "Pixels a point, 0.5 to 4 (the device's)")
       ->type_name("SCALE");

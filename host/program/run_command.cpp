@@ -6,6 +6,7 @@
 #include "host/core/device_root.hpp"
 #include "host/package/installer.hpp"
 #include "host/program/commands.hpp"
+#include "host/program/home_screen.hpp"
 #include "host/program/output.hpp"
 #include "host/program/screen.hpp"
 #include "host/wispen_host.h"
@@ -46,7 +47,15 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
   std::printf("The phone's file system is played by %s.\nThe pages follow the files in %s.\n",
               wispen_host_root(), bundle.c_str());
   std::fflush(stdout);
-  if (wispen_host_run_window("Wispen", "en,de") == 0) return fail(wispen_host_last_error());
+  bool beside = !what.without_home_screen;
+  if (beside) {
+    const auto home = start_home_screen(options, what.look, "");
+    if (!home) tell_without_home_screen(home.error().message);
+    beside = home.ok();
+  }
+  if (wispen_host_run_window_at("Wispen", "en,de",
+                                beside ? WISPEN_HOST_WINDOW_LEFT : WISPEN_HOST_WINDOW_CENTRE) == 0)
+    return fail(wispen_host_last_error());
   print_problems();
   return kDone;
 }

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "host/program/commands.hpp"
+#include "host/program/home_screen.hpp"
 #include "host/program/output.hpp"
 #include "host/program/screen.hpp"
 #include "host/wispen_host.h"
@@ -41,6 +42,7 @@ int take_all(const CommonOptions& options, const SnapshotOptions& what, const Se
 }  // namespace
 
 int snapshot(const CommonOptions& options, const SnapshotOptions& what) {
+  if (what.home) return snapshot_home_screen(options, what);
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_screen(options, what.look);
   if (!session) return kFailed;

@@ -1,10 +1,12 @@
 // host/program/tour_command.cpp: wispen run, without a display: a short tour, in text and pictures.
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "host/program/commands.hpp"
+#include "host/program/home_screen.hpp"
 #include "host/program/line_diff.hpp"
 #include "host/program/output.hpp"
 #include "host/program/watching_process.hpp"
@@ -66,7 +68,37 @@ std::vector<Step> steps_of(const std::vector<Page>& pages) {
   return steps;
 }
 
-int set_values(const CommonOptions& options) {
+/// The notification that all of the rows post, so that what else is posted meanwhile is not counted; "" where
+/// they differ.
+std::string common_name(const std::vector<Step>& steps) {
+  std::string name;
+  for (const Step& step : steps) {
+    const std::string own =
+        objc::cast_or_nil<NSString>(step.specifier.propertyForKey("PostNotification"_ns)).utf8();
+    if (!name.empty() && own != name) return {};
+    name = own;
+  }
+  return name;
+}
+
+/// Starts the home screen with a picture in the folder, and keeps how it looks before anything is set.
+Result<void> show_home_screen(const CommonOptions& options, const LookOptions& look,
+                              const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) return Error{"the folder " + folder.string() + " cannot be made: " + error.message()};
+  const auto picture = folder / "home-screen.png";
+  if (auto started = start_home_screen(options, look, picture); !started) return started;
+  if (auto painted = await_home_screen_picture(); !painted) return painted;
+  const auto before = folder / "home-screen-before.png";
+  std::filesystem::copy_file(picture, before, std::filesystem::copy_options::overwrite_existing, error);
+  if (error) return Error{"the picture " + before.string() + " cannot be written: " + error.message()};
+  std::printf("\nThe home screen (process %d), as it was before: %s\n", wispen_host_process("SpringBoard"),
+              before.c_str());
+  return {};
+}
+
+int set_values(const CommonOptions& options, const RunOptions& what, const std::filesystem::path& folder) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
@@ -80,8 +112,14 @@ int set_values(const CommonOptions& options) {
                 page.all_specifiers().count(), page.controller.specifiers().count(), page.cls.c_str());
   }
 
+  bool with_home_screen = !what.without_home_screen;
+  if (with_home_screen) {
+    const auto shown = show_home_screen(options, what.look, folder);
+    if (!shown) tell_without_home_screen(shown.error().message);
+    with_home_screen = shown.ok();
+  }
   const std::vector<Step> steps = steps_of(pages);
-  auto listener = WatchingProcess::start(root, steps.size(), kListenerTimeout);
+  auto listener = WatchingProcess::start(root, common_name(steps), steps.size(), kListenerTimeout);
   if (!listener) return fail("the listening process could not be started");
   std::printf(
       "\nAnother process (%d) listens for notifications. Setting a value on each page, as a user would:\n",
@@ -107,6 +145,10 @@ int set_values(const CommonOptions& options) {
   std::fflush(stdout);
   const std::vector<std::string> heard = listener->finish();
   for (const std::string& line : heard) std::printf("  %s\n", line.c_str());
+  if (with_home_screen) {
+    if (const auto painted = await_home_screen_picture(); !painted) return fail(painted.error().message);
+    std::printf("\nThe home screen, which heard it too: %s\n", (folder / "home-screen.png").c_str());
+  }
   print_problems();
   if (heard.empty()) return fail("the other process heard nothing");
   return kDone;
@@ -115,8 +157,8 @@ int set_values(const CommonOptions& options) {
 }  // namespace
 
 int tour(const CommonOptions& options, const RunOptions& what) {
-  if (const int status = set_values(options); status != kDone) return status;
   const std::string folder = what.pictures.empty() ? "wispen-pictures" : what.pictures;
+  if (const int status = set_values(options, what, folder); status != kDone) return status;
   std::printf("\nPictures of every page, as it is now, light and dark:\n");
   std::fflush(stdout);
   for (const char* const appearance : {"light", "dark"}) {

@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <sstream>
@@ -32,8 +31,8 @@ std::string read_text(int fd, bool one_line) {
 
 }  // namespace
 
-std::optional<WatchingProcess> WatchingProcess::start(const std::string& root, unsigned long long posts,
-                                                      double timeout) {
+std::optional<WatchingProcess> WatchingProcess::start(const std::string& root, const std::string& name,
+                                                      unsigned long long posts, double timeout) {
   int output[2];
   int ready[2];
   if (::pipe2(output, O_CLOEXEC) != 0) return std::nullopt;
@@ -47,15 +46,16 @@ std::optional<WatchingProcess> WatchingProcess::start(const std::string& root, u
   ::posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
   ::posix_spawn_file_actions_adddup2(&actions, ready[1], STDERR_FILENO);
 
-  std::array<std::string, 9> words{"wispen",
-                                   "notify",
-                                   "watch",
-                                   "--root",
-                                   root,
-                                   "--count",
-                                   std::to_string(posts),
-                                   "--timeout",
-                                   std::to_string(timeout)};
+  std::vector<std::string> words{"wispen",
+                                 "notify",
+                                 "watch",
+                                 "--root",
+                                 root,
+                                 "--count",
+                                 std::to_string(posts),
+                                 "--timeout",
+                                 std::to_string(timeout)};
+  if (!name.empty()) words.push_back(name);
   std::vector<char*> arguments;
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);

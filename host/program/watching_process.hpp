@@ -12,9 +12,10 @@ namespace wispen::program {
 /// This program again, as `wispen notify watch`, in a process of its own.
 class WatchingProcess {
  public:
-  /// Starts it on a device root and returns when it is listening; nothing where it cannot be started.
-  static std::optional<WatchingProcess> start(const std::string& root, unsigned long long posts,
-                                              double timeout);
+  /// Starts it on a device root and returns when it is listening; nothing where it cannot be started. An
+  /// empty name is every name.
+  static std::optional<WatchingProcess> start(const std::string& root, const std::string& name,
+                                              unsigned long long posts, double timeout);
   WatchingProcess(WatchingProcess&& other) noexcept;
   WatchingProcess& operator=(WatchingProcess&&) = delete;
   /// Ends the process if it has not ended.

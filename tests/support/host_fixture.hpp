@@ -39,7 +39,8 @@ inline std::string item(std::initializer_list<std::pair<const char*, const char*
 /// Starts a host on a fresh device root for each test, with a clock that stands still.
 class HostTest : public ::testing::Test {
  protected:
-  explicit HostTest(const char* layout = "rootless") : layout_(layout) {}
+  explicit HostTest(const char* layout = "rootless", bool own_windows = false)
+      : layout_(layout), own_windows_(own_windows) {}
 
   void SetUp() override { start(); }
   void TearDown() override { EXPECT_EQ(wispen_host_stop(), 1) << wispen_host_last_error(); }
@@ -51,6 +52,7 @@ class HostTest : public ::testing::Test {
     options.root = root.c_str();
     options.layout = layout_;
     options.languages = languages;
+    options.own_windows = own_windows_ ? 1 : 0;
     ASSERT_EQ(wispen_host_start(&options), 1) << wispen_host_last_error();
   }
 
@@ -107,6 +109,7 @@ class HostTest : public ::testing::Test {
   const objc::AutoreleasePool pool_;
   const TemporaryFolder folder_;
   const char* layout_;
+  const bool own_windows_;
 };
 
 }  // namespace wispen::testing

@@ -54,6 +54,7 @@ struct Window::State {
   void mouse_down(Point mouse, bool backwards);
   void switch_look(std::size_t index, bool forward);
   Size desktop_size() const;
+  SDL_Rect desktop_bounds() const;
 
   void place();
   void show();
@@ -68,6 +69,7 @@ struct Window::State {
   SDL_Window* window = nullptr;
   SDL_Surface* surface = nullptr;  // the window's own; asked for anew when its size changed
   const double zoom = desktop_zoom();
+  WindowPlace place_on_desktop = WindowPlace::Centre;
   ScreenPlacement placement;
   std::optional<WatchId> watch;
   std::optional<TimerId> looking;
@@ -91,18 +93,30 @@ Window::State::~State() {
   sdl.QuitSubSystem(SDL_INIT_VIDEO);
 }
 
-Size Window::State::desktop_size() const {
+SDL_Rect Window::State::desktop_bounds() const {
   SDL_Rect bounds{0, 0, 1280, 1024};
   const int display = window != nullptr ? std::max(0, sdl.GetWindowDisplayIndex(window)) : 0;
   sdl.GetDisplayUsableBounds(display, &bounds);
-  return size_of(bounds);
+  return bounds;
+}
+
+Size Window::State::desktop_size() const {
+  Size size = size_of(desktop_bounds());
+  if (place_on_desktop != WindowPlace::Centre) size.width /= 2;
+  return size;
 }
 
 Result<void> Window::State::open(const WindowOptions& options) {
+  place_on_desktop = options.place;
   const Size size = window_size_for(host.session().device().size(), desktop_size(), zoom);
-  window = sdl.CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                            static_cast<int>(size.width), static_cast<int>(size.height),
-                            SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+  int left = SDL_WINDOWPOS_CENTERED;
+  if (options.place != WindowPlace::Centre) {
+    const SDL_Rect bounds = desktop_bounds();
+    const int half = options.place == WindowPlace::RightHalf ? bounds.x + bounds.w / 2 : bounds.x;
+    left = half + std::max(0, (bounds.w / 2 - static_cast<int>(size.width)) / 2);
+  }
+  window = sdl.CreateWindow(options.title.c_str(), left, SDL_WINDOWPOS_CENTERED, static_cast<int>(size.width),
+                            static_cast<int>(size.height), SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
   if (window == nullptr) return Error{std::string("no window can be opened: ") + sdl.GetError()};
   sdl.SetWindowMinimumSize(window, kSmallestSide, kSmallestSide);
   sdl.StartTextInput();
@@ -341,6 +355,7 @@ Result<std::unique_ptr<Window>> Window::open(Host& host, WindowOptions options) 
   sdl.SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   sdl.SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+  if (options.place == WindowPlace::RightHalf) sdl.SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "1");
   if (sdl.InitSubSystem(SDL_INIT_VIDEO) != 0) {
     return Error{std::string("no window can be opened: ") + sdl.GetError()};
   }

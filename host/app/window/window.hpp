@@ -11,10 +11,18 @@
 
 namespace wispen {
 
+enum class WindowPlace {
+  Centre,
+  LeftHalf,
+  /// Beside another window, to which it leaves the keyboard.
+  RightHalf,
+};
+
 struct WindowOptions {
   std::string title = "Wispen";
   /// Those that the toolbar offers; the host's own are the first.
   std::vector<std::string> languages = {};
+  WindowPlace place = WindowPlace::Centre;
 };
 
 /// Shows what the host's windows show, and brings mouse and keyboard to them. The screen is as large as the

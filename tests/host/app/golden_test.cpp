@@ -1,13 +1,9 @@
 // tests/host/app/golden_test.cpp: every page as it is to look, in a few devices, languages and appearances.
-//
-// A picture may differ by a little, because another version of the text library sets a glyph a fraction of a
-// pixel aside: kUsual in most places, and by more in no more than kSpoiltShare of its pixels. To accept new
-// pictures, run with WISPEN_ACCEPT_GOLDENS=1 and look at each before committing it.
+
+#include "tests/support/golden.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 
-#include "host/graphics/image_file.hpp"
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
@@ -52,23 +48,8 @@ std::string list_of_cells() {
           "<string>blur-thick</string></array><key>default</key><string>regular</string>"));
 }
 
-constexpr int kUsual = 24;  // of 255, in any channel
-constexpr double kSpoiltShare = 0.004;
-
-int difference(std::uint32_t a, std::uint32_t b) {
-  int most = 0;
-  for (const unsigned shift : {0U, 8U, 16U, 24U}) {
-    most = std::max(most,
-                    std::abs(static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF)));
-  }
-  return most;
-}
-
 class GoldenTest : public PageTest, public ::testing::WithParamInterface<Look> {
  protected:
-  static std::filesystem::path golden() {
-    return std::filesystem::path(WISPEN_GOLDENS) / (std::string(GetParam().name) + ".png");
-  }
   /// One row of every class, with the shipped pictures.
   void show_cells() {
     for (const auto& file : std::filesystem::directory_iterator(WISPEN_TEST_BUNDLE)) {
@@ -94,26 +75,6 @@ class GoldenTest : public PageTest, public ::testing::WithParamInterface<Look> {
     };
     for (const Json& window : tree()) walk(window);
     return names.empty() ? " none" : names;
-  }
-  /// Leaves expected, actual and difference side by side for whoever looks.
-  static std::string leave_beside(const graphics::Image& expected, const graphics::Image& actual) {
-    const auto a = expected.pixels()->view();
-    const auto b = actual.pixels()->view();
-    auto sheet = graphics::Pixels::create(std::int64_t{3} * b.width, std::max(a.height, b.height));
-    if (!sheet) return {};
-    const auto out = sheet->mutable_view();
-    for (int y = 0; y < b.height && y < a.height; ++y) {
-      for (int x = 0; x < b.width && x < a.width; ++x) {
-        out.row(y)[x] = a.at(x, y);
-        out.row(y)[b.width + x] = b.at(x, y);
-        const int off = std::min(255, difference(a.at(x, y), b.at(x, y)) * 4);
-        out.row(y)[2 * b.width + x] = 0xFF000000U | (static_cast<std::uint32_t>(off) << 16U);
-      }
-    }
-    const std::filesystem::path folder = WISPEN_GOLDEN_FAILURES;
-    std::filesystem::create_directories(folder);
-    const std::string file = folder / (std::string(GetParam().name) + ".png");
-    return graphics::write_png(sheet->view(), file) ? file : std::string();
   }
 };
 
@@ -182,33 +143,8 @@ TEST_P(GoldenTest, LooksAsItIsToLook) {
   }
   const std::string file = folder_ / "actual.png";
   ASSERT_EQ(wispen_host_snapshot(file.c_str(), 1, 0), 1) << wispen_host_last_error();
-  if (std::getenv("WISPEN_ACCEPT_GOLDENS") != nullptr) {
-    std::filesystem::copy_file(file, golden(), std::filesystem::copy_options::overwrite_existing);
-    return;
-  }
-  const auto expected = graphics::load_image(golden());
-  ASSERT_TRUE(expected) << expected.error().message;
-  const auto actual = graphics::load_image(file);
-  ASSERT_TRUE(actual) << actual.error().message;
-  ASSERT_EQ(actual->size(), expected->size());
-  const auto a = expected->pixels()->view();
-  const auto b = actual->pixels()->view();
-  long spoilt = 0;
-  int first = b.height;
-  int last = 0;
-  for (int y = 0; y < b.height; ++y) {
-    for (int x = 0; x < b.width; ++x) {
-      if (difference(a.at(x, y), b.at(x, y)) <= kUsual) continue;
-      ++spoilt;
-      first = std::min(first, y);
-      last = std::max(last, y);
-    }
-  }
-  const double share = static_cast<double>(spoilt) / (static_cast<double>(b.width) * b.height);
-  EXPECT_LE(share, kSpoiltShare) << "between " << first << " and " << last
-                                 << ", rows:" << rows_between(first, last)
-                                 << "; expected, actual and difference are in "
-                                 << leave_beside(*expected, *actual);
+  EXPECT_TRUE(looks_like({WISPEN_GOLDENS, WISPEN_GOLDEN_FAILURES}, look.name, file,
+                         [](double top, double bottom) { return ", rows:" + rows_between(top, bottom); }));
 }
 
 }  // namespace

@@ -4,13 +4,14 @@ import json
 import os
 import pathlib
 import plistlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
 
-PROGRAM = sys.argv.pop(1)
+PROGRAM = os.path.abspath(sys.argv.pop(1))
 BUNDLE = pathlib.Path(PROGRAM).parent / "3dvitrelleprefs.bundle"
 NOTIFICATION = "com.m0rrow5.vitrelle3dtouch/prefschanged"
 
@@ -25,7 +26,8 @@ class ProgramTest(unittest.TestCase):
 
     def run_program(self, *words, root=True):
         words = list(words) + (["--root", self.root] if root else [])
-        return subprocess.run([PROGRAM, *words], capture_output=True, text=True, timeout=120, env=self.environment)
+        return subprocess.run([PROGRAM, *words], capture_output=True, text=True, timeout=120, env=self.environment,
+                              cwd=self.folder.name)
 
     def succeed(self, *words, **more):
         done = self.run_program(*words, **more)
@@ -157,6 +159,48 @@ class ProgramTest(unittest.TestCase):
             self.assertIn("+ \t" + expected, output)
             self.assertIn(NOTIFICATION, output)
         self.assertEqual(len(self.domain()), 6)
+
+    def test_run_leaves_the_home_screen_before_and_after_and_no_process(self):
+        output = self.succeed("run")
+        pictures = pathlib.Path(self.folder.name, "wispen-pictures")
+        before, after = ((pictures / name).read_bytes() for name in ("home-screen-before.png", "home-screen.png"))
+        self.assertNotEqual(before, after)
+        for picture in before, after:
+            self.assertEqual(picture[:8], b"\x89PNG\r\n\x1a\n")
+        process = re.search(r"The home screen \(process (\d+)\)", output).group(1)
+        self.assertFalse(os.path.exists(f"/proc/{process}"))
+        self.assertEqual(os.listdir(os.path.join(self.root, "var/run/wispen-processes")), [])
+        # What came of the settings is what a picture of its own shows.
+        self.succeed("snapshot", "--home", "-o", "again.png")
+        self.assertEqual(pathlib.Path(self.folder.name, "again.png").read_bytes(), after)
+
+    def test_run_does_without_the_home_screen_where_it_is_told_to(self):
+        output = self.succeed("run", "--no-home-screen")
+        self.assertNotIn("The home screen", output)
+        self.assertFalse(os.path.exists(os.path.join(self.root, "System")))
+
+    def test_run_leaves_the_program_of_somebody_else_alone_and_says_so(self):
+        self.succeed("pages")
+        killall = pathlib.Path(self.root, "var/jb/usr/bin/killall")
+        killall.write_text("somebody's own")
+        done = self.run_program("run")
+        self.assertEqual(done.returncode, 0)  # the pages are of use without it
+        self.assertIn("'/var/jb/usr/bin/killall' cannot be put into the device root: somebody else's is there", done.stderr)
+        self.assertEqual(killall.read_text(), "somebody's own")
+
+    def test_snapshot_paints_the_home_screen_in_a_look(self):
+        sizes = {}
+        for device in ("phone", "pad"):
+            answer = json.loads(self.succeed("snapshot", "--home", "--device", device, "--scale", "1", "--appearance", "dark",
+                                             "-o", f"{device}.png", "--json"))
+            self.assertEqual(answer, {"page": "home-screen", "file": f"{device}.png"})
+            header = pathlib.Path(self.folder.name, f"{device}.png").read_bytes()
+            sizes[device] = (int.from_bytes(header[16:20], "big"), int.from_bytes(header[20:24], "big"))
+        self.assertEqual(sizes["phone"], (390, 844))
+        self.assertGreater(sizes["pad"][0], 700)
+        done = self.run_program("snapshot", "--home", "--device", "toaster")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("toaster", done.stderr)
 
     def test_run_works_on_both_layouts_and_a_root_keeps_its_layout(self):
         self.succeed("run", "--layout", "rootful")
