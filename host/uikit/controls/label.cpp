@@ -192,8 +192,18 @@ struct LabelMethods {
     UIColor colour = self.textColor();
     if (state.highlighted && state.highlighted_colour) colour = state.highlighted_colour;
     if (!state.enabled) colour = UIColor::tertiaryLabelColor();
+    const Size size = text->size();
+    // A line that is higher than its label is cut off, as on the platform; the letters' own reach is not.
+    const bool cut = size.height > bounds.height() || size.width > bounds.width();
+    if (cut) {
+      canvas.save();
+      canvas.clip(reach(self, bounds));
+    }
     canvas.draw(*text, self.text_origin(*text, bounds), colour_of(colour));
+    if (cut) canvas.restore();
   }
+  /// Slanted letters and marks may stand a little out of the line's box.
+  static Rect reach(const View&, const Rect& bounds) { return bounds.inset(-2, -2); }
 };
 
 void Label::define() {
@@ -234,7 +244,7 @@ void Label::define() {
       .method<"_baselineOffsetFromBottom", &M::lastBaseline>()
       .method<"accessibilityLabel", &M::accessibilityLabel>()
       .register_class();
-  set_painter(objc::class_for<Label>(), &M::paint);
+  set_painter(objc::class_for<Label>(), &M::paint, &M::reach);
 }
 
 }  // namespace wispen::uikit
