@@ -10,7 +10,7 @@ namespace wispen::bench {
 
 namespace {
 
-double timed(const Way& way) {
+double timed_way(const Way& way) {
   if (way.prepare) way.prepare();
   const double seconds = timed(way.run);
   if (way.clean) way.clean();
@@ -46,8 +46,8 @@ void side_by_side(benchmark::State& state, const Way& ours, const Way& peer, dou
   std::vector<double> own;
   std::vector<double> other;
   for (auto _ : state) {
-    other.push_back(timed(peer));
-    own.push_back(timed(ours));
+    other.push_back(timed_way(peer));
+    own.push_back(timed_way(ours));
     state.SetIterationTime(own.back());
   }
   const double peers = median(other);

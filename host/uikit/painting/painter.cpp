@@ -70,6 +70,19 @@ void paint_shadow(graphics::Canvas& canvas, const graphics::Path& path, const La
       {.colour = colour.with_alpha(alpha), .sigma = style.shadow_radius, .offset = style.shadow_offset});
 }
 
+void paint_border(graphics::Canvas& canvas, const Rect& bounds, const LayerStyle& style) {
+  const auto colour = style.border_colour ? colour_of(style.border_colour) : graphics::Colour::grey(0);
+  // The two sides of a small view's border meet, and reach no further.
+  if (style.border_width * 2 >= std::min(bounds.width(), bounds.height())) {
+    canvas.fill(outline(bounds, style), colour);
+    return;
+  }
+  LayerStyle inner = style;
+  inner.corner_radius = std::max(0.0, style.corner_radius - style.border_width / 2);
+  const Rect line = bounds.inset(style.border_width / 2, style.border_width / 2);
+  canvas.stroke(outline(line, inner), colour, {.width = style.border_width});
+}
+
 /// Around the view's own and all in it, in its coordinates.
 Rect whole_extent(const View& view, const Rect& bounds) {
   const ViewState& state = view.parts();
@@ -108,13 +121,7 @@ void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds
   for (const View& subview : state.subviews) paint_view(subview, canvas, part);
   if (painters.overlay != nullptr) painters.overlay(view, canvas, bounds);
   if (clips) canvas.restore();
-  if (style.border_width > 0) {
-    LayerStyle inner = style;
-    inner.corner_radius = std::max(0.0, style.corner_radius - style.border_width / 2);
-    const Rect line = bounds.inset(style.border_width / 2, style.border_width / 2);
-    const auto colour = style.border_colour ? colour_of(style.border_colour) : graphics::Colour::grey(0);
-    canvas.stroke(outline(line, inner), colour, {.width = style.border_width});
-  }
+  if (style.border_width > 0) paint_border(canvas, bounds, style);
 }
 
 }  // namespace
