@@ -71,6 +71,11 @@ void BarePage::take(const UIView& view, CGPoint origin) {
   if (const UIColor background = view.backgroundColor()) {
     const Shape shape{place, colour_from(background), layer.cornerRadius(), layer.maskedCorners(),
                       layer.shadowOpacity() > 0};
+    // What is covered whole nobody would draw.
+    const bool covers = shape.colour.alpha == 1 && shape.radius == 0 && place.origin.x <= 0 &&
+                        place.origin.y <= 0 && place.origin.x + place.size.width >= 390 &&
+                        place.origin.y + place.size.height >= 844;
+    if (covers) shapes_.clear();
     if (shape.colour.alpha > 0) shapes_.push_back(shape);
   }
   if (const auto label = objc::cast_or_nil<UILabel>(view)) take_text(label, place.origin);

@@ -3,26 +3,32 @@
 #include "bench/side_by_side.hpp"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace wispen::bench {
 
 namespace {
 
-double timed_way(const Way& way) {
+double now(Clock clock) {
+  timespec time{};
+  ::clock_gettime(clock == Clock::Processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+double timed_way(const Way& way, Clock clock) {
   if (way.prepare) way.prepare();
-  const double seconds = timed(way.run);
+  const double seconds = timed(way.run, clock);
   if (way.clean) way.clean();
   return seconds;
 }
 
 }  // namespace
 
-double timed(const std::function<void()>& run) {
-  const auto start = std::chrono::steady_clock::now();
+double timed(const std::function<void()>& run, Clock clock) {
+  const double start = now(clock);
   run();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return now(clock) - start;
 }
 
 double median(std::vector<double> values) {
@@ -42,12 +48,12 @@ void judge(benchmark::State& state, double ratio, Goal kind, double goal, const 
 }
 
 void side_by_side(benchmark::State& state, const Way& ours, const Way& peer, double goal,
-                  const std::string& what) {
+                  const std::string& what, Clock clock) {
   std::vector<double> own;
   std::vector<double> other;
   for (auto _ : state) {
-    other.push_back(timed_way(peer));
-    own.push_back(timed_way(ours));
+    other.push_back(timed_way(peer, clock));
+    own.push_back(timed_way(ours, clock));
     state.SetIterationTime(own.back());
   }
   const double peers = median(other);

@@ -17,8 +17,12 @@ struct Way {
   std::function<void()> clean = nullptr;
 };
 
-/// Seconds of a run on the wall's clock.
-double timed(const std::function<void()>& run);
+/// The processor's time of this process does not depend on who else wants it; programs that are started have
+/// none here, and take the wall's.
+enum class Clock { Processor, Wall };
+
+/// Seconds of a run.
+double timed(const std::function<void()>& run, Clock clock = Clock::Processor);
 double median(std::vector<double> values);
 
 /// How a ratio is held to its goal.
@@ -30,6 +34,6 @@ void judge(benchmark::State& state, double ratio, Goal kind, double goal, const 
 /// Times `ours` and `peer` in turn for every iteration. The time shown is ours, the counter `peer` the peer's
 /// median; the ratio is of the medians.
 void side_by_side(benchmark::State& state, const Way& ours, const Way& peer, double goal,
-                  const std::string& what);
+                  const std::string& what, Clock clock = Clock::Processor);
 
 }  // namespace wispen::bench

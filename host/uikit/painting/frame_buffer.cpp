@@ -16,14 +16,6 @@
 
 namespace wispen::uikit {
 
-namespace {
-
-void paint_windows(graphics::Canvas& canvas, const Rect* part = nullptr) {
-  for (const Window& window : Application::shared().windows()) paint_view(window, canvas, part);
-}
-
-}  // namespace
-
 bool FrameBuffer::stale() const {
   if (!canvas_ || session_.animations().active()) return true;
   return std::ranges::any_of(Application::shared().windows(), [](const Window& window) {
@@ -70,7 +62,8 @@ Result<std::vector<Rect>> FrameBuffer::update() {
   session_.animations().mark_moving_views();
   DamageList damage(canvas_->scale(), screen);
   std::vector<Rect> panes;
-  for (const Window& window : Application::shared().windows()) {
+  const std::vector<Window> windows = Application::shared().windows();
+  for (const Window& window : windows) {
     collect_damage(window, damage);
     std::ranges::copy(panes_in(window), std::back_inserter(panes));
   }
@@ -78,13 +71,7 @@ Result<std::vector<Rect>> FrameBuffer::update() {
   const bool stacked = stacking_changed();
   if (!*fits || stacked) damage.add(screen);
   damage.grow_around(panes);
-  for (const Rect& rect : damage.rects()) {
-    canvas_->save();
-    canvas_->clip(rect);
-    canvas_->clear();
-    paint_windows(*canvas_, &rect);
-    canvas_->restore();
-  }
+  for (const Rect& rect : damage.rects()) paint_part(windows, *canvas_, rect);
   return damage.rects();
 }
 
@@ -94,7 +81,7 @@ Result<graphics::Image> take_picture(Session& session, double scale) {
                                          settings.appearance);
   if (!canvas) return canvas.error();
   Application::shared().lay_out_windows();
-  paint_windows(*canvas);
+  for (const Window& window : Application::shared().windows()) paint_view(window, *canvas);
   return canvas->make_image();
 }
 

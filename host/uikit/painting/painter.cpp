@@ -8,6 +8,7 @@
 
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
@@ -17,6 +18,12 @@ struct Painters {
   ContentPainter content = nullptr;
   ContentPainter overlay = nullptr;
   ContentExtent extent = nullptr;
+};
+
+/// A rectangle of the screen that is painted, from the view on that covers what is painted before it.
+struct PaintedPart {
+  Rect rect;
+  const ViewState* cover;  // none once it is reached, or where there is none
 };
 
 /// What was set for a class itself.
@@ -100,28 +107,81 @@ Rect whole_extent(const View& view, const Rect& bounds) {
   return all.united(painted_extent(view, bounds));
 }
 
+void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part);
+
 /// The view's own, and all in it, with the canvas in its coordinates.
-void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds, const Rect* part) {
+void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds, PaintedPart* part) {
   const ViewState& state = view.parts();
+  const bool covered = part != nullptr && part->cover != nullptr;  // until the cover is reached
   const LayerStyle& style = style_of(state);
   const Painters& painters = painters_of(view);
   const bool plain = style.corner_radius <= 0 && style.shadow_opacity <= 0 && style.border_width <= 0;
   const graphics::Path path = plain ? graphics::Path() : outline(bounds, style);
-  paint_shadow(canvas, path, style);
+  if (!covered) paint_shadow(canvas, path, style);
   const bool clips = state.clips;
   if (clips) {
     canvas.save();
     style.corner_radius > 0 ? canvas.clip(path) : canvas.clip(bounds);
   }
-  if (const UIColor background = view.presented_background()) {
+  if (const UIColor background = covered ? UIColor() : view.presented_background()) {
     const graphics::Colour colour = colour_of(background);
     style.corner_radius > 0 ? canvas.fill(path, colour) : canvas.fill(bounds, colour);
   }
-  if (painters.content != nullptr) painters.content(view, canvas, bounds);
-  for (const View& subview : state.subviews) paint_view(subview, canvas, part);
-  if (painters.overlay != nullptr) painters.overlay(view, canvas, bounds);
+  if (painters.content != nullptr && !covered) painters.content(view, canvas, bounds);
+  for (const View& subview : state.subviews) paint(subview, canvas, part);
+  const bool still_covered = part != nullptr && part->cover != nullptr;
+  if (painters.overlay != nullptr && !still_covered) painters.overlay(view, canvas, bounds);
   if (clips) canvas.restore();
-  if (style.border_width > 0) paint_border(canvas, bounds, style);
+  if (style.border_width > 0 && !still_covered) paint_border(canvas, bounds, style);
+}
+
+/// The last view that is painted over all of the part, as an opaque rectangle: what comes before is not seen.
+const ViewState* cover_in(const View& view, const Rect& rect, graphics::Appearance appearance) {
+  const ViewState& state = view.parts();
+  const PaintRecord& record = state.record;
+  if (!record.shown || record.alpha < 1 || !record.around.contains(rect)) return nullptr;
+  const bool upright = record.place.b == 0 && record.place.c == 0;
+  const bool rounded = style_of(state).corner_radius > 0;
+  // Corners that are cut off, and slanted edges, might let something through.
+  if (state.clips && (rounded || !upright)) return nullptr;
+  for (auto subview = state.subviews.rbegin(); subview != state.subviews.rend(); ++subview) {
+    if (const ViewState* const cover = cover_in(*subview, rect, appearance)) return cover;
+  }
+  if (rounded || !upright || !state.background || (state.animations && state.animations->background)) {
+    return nullptr;
+  }
+  // Whole pixels of the part, so that no soft edge of the view lies in it.
+  if (!record.seen.contains(rect) || !record.place.apply(record.bounds).contains(rect)) return nullptr;
+  return colour_of(state.background).rgba(appearance).alpha >= 1 ? &state : nullptr;
+}
+
+void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part) {
+  const ViewState& state = view.parts();
+  if (state.hidden) return;
+  if (part != nullptr) {
+    if (!state.record.around.intersects(part->rect)) return;
+    if (part->cover == &state) part->cover = nullptr;
+  }
+  const double alpha = view.presented_alpha();
+  if (alpha < kInvisibleAlpha) return;
+  const Rect bounds = view.presented_bounds();
+  const Point center = view.presented_center();
+  const AffineTransform transform = view.presented_transform();
+
+  canvas.save();
+  canvas.translate(center.x, center.y);
+  if (!transform.is_identity()) canvas.transform(transform);
+  canvas.translate(-bounds.mid_x(), -bounds.mid_y());
+  // What lies outside of the clip is skipped with all in it, if nothing can stick out.
+  const bool contained = state.clips && style_of(state).shadow_opacity <= 0;
+  if (!contained || canvas.shows(bounds)) {
+    // Under a cover there is no group of its own: what covers does not lie in a faint view.
+    const bool apart = alpha < 1 && (part == nullptr || part->cover == nullptr);
+    if (apart) canvas.begin_group(whole_extent(view, bounds));
+    paint_inside(view, canvas, bounds, part);
+    if (apart) canvas.end_group(alpha);
+  }
+  canvas.restore();
 }
 
 }  // namespace
@@ -159,28 +219,17 @@ Rect painted_extent(const View& view, const Rect& bounds) {
   return all;
 }
 
-void paint_view(const View& view, graphics::Canvas& canvas, const Rect* part) {
-  const ViewState& state = view.parts();
-  if (state.hidden) return;
-  if (part != nullptr && !state.record.around.intersects(*part)) return;
-  const double alpha = view.presented_alpha();
-  if (alpha < kInvisibleAlpha) return;
-  const Rect bounds = view.presented_bounds();
-  const Point center = view.presented_center();
-  const AffineTransform transform = view.presented_transform();
+void paint_view(const View& view, graphics::Canvas& canvas) { paint(view, canvas, nullptr); }
 
-  canvas.save();
-  canvas.translate(center.x, center.y);
-  if (!transform.is_identity()) canvas.transform(transform);
-  canvas.translate(-bounds.mid_x(), -bounds.mid_y());
-  // What lies outside of the clip is skipped with all in it, if nothing can stick out.
-  const bool contained = state.clips && style_of(state).shadow_opacity <= 0;
-  if (!contained || canvas.shows(bounds)) {
-    const bool apart = alpha < 1;
-    if (apart) canvas.begin_group(whole_extent(view, bounds));
-    paint_inside(view, canvas, bounds, part);
-    if (apart) canvas.end_group(alpha);
+void paint_part(const std::vector<Window>& windows, graphics::Canvas& canvas, const Rect& rect) {
+  PaintedPart part{rect, nullptr};
+  for (auto window = windows.rbegin(); window != windows.rend() && part.cover == nullptr; ++window) {
+    part.cover = cover_in(*window, rect, canvas.appearance());
   }
+  canvas.save();
+  canvas.clip(rect);
+  if (part.cover == nullptr) canvas.clear();
+  for (const Window& window : windows) paint(window, canvas, &part);
   canvas.restore();
 }
 

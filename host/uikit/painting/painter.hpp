@@ -1,10 +1,14 @@
 // host/uikit/painting/painter.hpp: draws a tree of views.
 #pragma once
 
+#include <vector>
+
 #include "host/graphics/canvas.hpp"
 #include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
+
+class Window;
 
 /// Draws what is a class's own, over its background and below its subviews. `bounds` is the view's, as it is
 /// seen at this moment; the canvas stands in its coordinates.
@@ -26,8 +30,11 @@ void set_overlay_painter(objc::ClassRef cls, ContentPainter painter);
 /// shadow and content, but not its subviews. Empty where that is nothing.
 Rect painted_extent(const View& view, const Rect& bounds);
 
-/// Draws the view, and all in it, where it lies in its superview's coordinates. With `part`, views that were
-/// recorded as seen outside of that rectangle of the screen are left out.
-void paint_view(const View& view, graphics::Canvas& canvas, const Rect* part = nullptr);
+/// Draws the view, and all in it, where it lies in its superview's coordinates.
+void paint_view(const View& view, graphics::Canvas& canvas);
+
+/// Draws a rectangle of the screen anew, of whole pixels: only what collect_damage() has recorded as seen
+/// there, and nothing that something opaque covers.
+void paint_part(const std::vector<Window>& windows, graphics::Canvas& canvas, const Rect& rect);
 
 }  // namespace wispen::uikit

@@ -373,7 +373,7 @@ TEST_P(RandomDamageTest, LooksLikeAWholePicture) {
   // The drawing library cuts an edge at the clip before it finds what the edge covers: where a part is
   // painted of what is soft or slanted, it comes out as much different.
   const bool turns = GetParam() % 2 == 1;
-  const int rounding = turns ? 24 : 12;
+  const int rounding = turns ? 24 : 16;
   double painted = 0;
   for (int i = 0; i < kSeeds; ++i) {
     const auto seed = static_cast<unsigned>(GetParam() * kSeeds + i);
