@@ -165,17 +165,20 @@ void slider_drag(benchmark::State& state) {
   SettingsScreen::settle();
   SettingsScreen::frame();
   const UITableViewCell cell = SettingsScreen::cell(5);
-  const CGPoint middle = SettingsScreen::middle_of(objc::send<"slider", UIView>(cell));
+  const auto slider = objc::send<"control", UISlider>(cell);
+  objc::send<"setValue:animated:">(slider, 5.0F, false);
+  SettingsScreen::frame();
+  const CGPoint middle = SettingsScreen::middle_of(slider);
   const CGSize size = cell.bounds().size;
-  wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, middle.x - 60, middle.y);
+  wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, middle.x, middle.y);
   double x = 0;
   long most = 0;
   side_by_side(state,
                {.run = [&] { most = std::max(most, SettingsScreen::frame()); },
                 .prepare =
                     [&] {
-                      x = x > 100 ? 0 : x + 7;
-                      wispen_host_touch(WISPEN_HOST_TOUCH_MOVED, middle.x - 60 + x, middle.y);
+                      x = x > 60 ? 0 : x + 7;
+                      wispen_host_touch(WISPEN_HOST_TOUCH_MOVED, middle.x + x, middle.y);
                     }},
                {.run = [] { SettingsScreen::frame(); }, .prepare = [] { SettingsScreen::damage_all(); }}, 0.1,
                "of the whole page");

@@ -80,6 +80,12 @@ SettingsScreen::SettingsScreen(bool wall_clock) : folder_("/dev/shm") {
   options.wall_clock = wall_clock ? 1 : 0;
   must(wispen_host_start(&options) != 0, "the host");
   must(wispen_host_set_frame_scale(kScale) != 0, "the scale");
+  // Rows name their pictures by where the package puts them.
+  const std::filesystem::path installed =
+      wispen_host_jailbreak_path("/Library/PreferenceBundles/3dvitrelleprefs.bundle");
+  std::filesystem::create_directories(installed);
+  std::filesystem::copy(std::filesystem::path(kBundle) / "Assets", installed / "Assets",
+                        std::filesystem::copy_options::recursive);
   PlainPage::define();
 }
 
@@ -91,8 +97,7 @@ void SettingsScreen::offer_shipped() const {
 
 void SettingsScreen::offer(const std::string& name, const std::string& list, bool plain) {
   const std::filesystem::path bundle = folder_of(name);
-  std::filesystem::create_directories(bundle);
-  std::filesystem::copy_file(std::filesystem::path(kBundle) / "3dvitrelleprefs", bundle / "3dvitrelleprefs");
+  std::filesystem::copy(kBundle, bundle, std::filesystem::copy_options::recursive);
   testing::write_file(
       bundle / "Info.plist",
       property_list("<dict><key>CFBundleExecutable</key><string>3dvitrelleprefs</string>"
@@ -102,11 +107,19 @@ void SettingsScreen::offer(const std::string& name, const std::string& list, boo
                     (plain ? "WispenBenchPlainPage" : "WispRootListController") + "</string></dict>"));
   testing::write_file(bundle / "Root.plist", list);
   if (plain) PlainPage::set_bundle(bundle);
+  // A page's own class is not the code's: it is loaded for the cells.
+  must(wispen_host_load_bundle(kBundle) != nullptr, "the shipped code");
   must(wispen_host_offer_bundle(bundle.c_str()) != 0, "a bundle of the benchmark's own");
 }
 
 void SettingsScreen::show(const char* page) { must(wispen_host_show_page(page) != 0, page); }
-void SettingsScreen::settle() { must(wispen_host_settle(20) != 0, "settling"); }
+void SettingsScreen::settle() {
+  must(wispen_host_settle(20) != 0, "settling");
+  const char* const problem = wispen_host_next_problem();
+  if (problem == nullptr) return;
+  std::fprintf(stderr, "a page that is not what it should be: %s\n", problem);
+  std::abort();
+}
 void SettingsScreen::advance(double seconds) { must(wispen_host_advance(seconds) != 0, "time"); }
 
 long SettingsScreen::frame() {
