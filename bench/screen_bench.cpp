@@ -182,7 +182,9 @@ void slider_drag(benchmark::State& state) {
                     }},
                {.run = [] { SettingsScreen::frame(); }, .prepare = [] { SettingsScreen::damage_all(); }}, 0.1,
                "of the whole page");
-  state.counters["pixels_of_row"] = static_cast<double>(most) / (size.width * size.height * 4);
+  state.counters["to_page"] = state.counters["ratio"];
+  judge(state, static_cast<double>(most) / (size.width * size.height * 4), Goal::AtMost, 1,
+        "of its row's pixels");
   wispen_host_touch(WISPEN_HOST_TOUCH_CANCELLED, middle.x, middle.y);
 }
 

@@ -17,8 +17,8 @@ struct Way {
   std::function<void()> clean = nullptr;
 };
 
-/// The processor's time of this process does not depend on who else wants it; programs that are started have
-/// none here, and take the wall's.
+/// The processor's time of the one thread that all of a screen happens on does not depend on who else wants
+/// it; programs that are started have none here, and take the wall's.
 enum class Clock { Processor, Wall };
 
 /// Seconds of a run.

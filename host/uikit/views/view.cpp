@@ -3,6 +3,7 @@
 #include "host/uikit/views/view.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/uikit/layout/layout_system.hpp"
 #include "host/uikit/painting/damage.hpp"
@@ -130,8 +131,10 @@ void View::setClipsToBounds(bool clips) const {
 ContentMode View::contentMode() const { return parts().content_mode; }
 void View::setContentMode(NSInteger mode) const {
   if (mode < 0 || mode > static_cast<NSInteger>(ContentMode::BottomRight)) return;
-  parts().content_mode = static_cast<ContentMode>(mode);
-  setNeedsDisplay();
+  if (std::exchange(parts().content_mode, static_cast<ContentMode>(mode)) != static_cast<ContentMode>(mode)) {
+    place_changed();  // what it shows may reach elsewhere out of it
+    setNeedsDisplay();
+  }
 }
 
 void View::setHidden(bool hidden) const {
@@ -149,6 +152,7 @@ UIColor View::tintColor() const {
 }
 
 void View::setTintColor(const UIColor& colour) const {
+  if (parts().tint == colour) return;
   parts().tint = colour;
   tint_changed();
 }
