@@ -1,6 +1,8 @@
 // bench/colour_bench.cpp: the colour operations against plain code, and against a well-known image library
 // where it is installed, in one run.
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cmath>
@@ -152,11 +154,21 @@ std::string png_file(Kind kind) {
   return path;
 }
 
+/// Makes a file of another moment, or its pixels would be remembered.
+void change(const std::string& file) {
+  static long moment = 0;
+  const timespec when{.tv_sec = 1, .tv_nsec = ++moment % 1'000'000'000};
+  const timespec both[]{when, when};
+  ::utimensat(AT_FDCWD, file.c_str(), both, 0);
+}
+
 void png_file_to_colour(benchmark::State& state, Kind kind) {
   const objc::AutoreleasePool outer;
-  const NSString path(png_file(kind).c_str());
+  const std::string file = png_file(kind);
+  const NSString path(file.c_str());
   for (auto _ : state) {
     const objc::AutoreleasePool pool;
+    change(file);
     const UIImage image = UIImage::imageWithContentsOfFile(path);
     benchmark::DoNotOptimize(objc::send<"wispDominantColor", UIColor>(image));
   }
@@ -164,9 +176,11 @@ void png_file_to_colour(benchmark::State& state, Kind kind) {
 
 void png_file_decoded(benchmark::State& state, Kind kind) {
   const objc::AutoreleasePool outer;
-  const NSString path(png_file(kind).c_str());
+  const std::string file = png_file(kind);
+  const NSString path(file.c_str());
   for (auto _ : state) {
     const objc::AutoreleasePool pool;
+    change(file);
     benchmark::DoNotOptimize(UIImage::imageWithContentsOfFile(path));
   }
 }

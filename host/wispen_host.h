@@ -207,6 +207,9 @@ typedef struct wispen_host_frame_pixels {
 } wispen_host_frame_pixels;
 /** Paints what changed. */
 int wispen_host_frame(wispen_host_frame_pixels* frame);
+/** Pixels a point of the frames from now on, 0.5 to 4, for a window that shows the screen larger or smaller
+ * than the device's own; 0 for the device's. The views stay where the device has them. */
+int wispen_host_set_frame_scale(double scale);
 /** Whether the next frame differs from the last: something was changed, or moves. */
 int wispen_host_frame_stale(void);
 /** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do

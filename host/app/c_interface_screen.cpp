@@ -275,6 +275,14 @@ extern "C" {
   });
 }
 
+[[gnu::visibility("default")]] int wispen_host_set_frame_scale(double scale) {
+  if (scale != 0 && !(scale >= 0.5 && scale <= 4)) return failed("a frame's scale is 0.5 to 4");
+  return on_screen([&] {
+    host().frame_buffer().set_scale(scale);
+    return done();
+  });
+}
+
 [[gnu::visibility("default")]] int wispen_host_frame_stale(void) {
   return on_screen([] { return host().frame_buffer().stale() ? 1 : 0; });
 }

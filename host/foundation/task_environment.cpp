@@ -2,7 +2,14 @@
 
 #include "host/foundation/task_environment.hpp"
 
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 #include "host/core/current_root.hpp"
+#include "host/core/unique_fd.hpp"
 #include "platform/Foundation/NSTask.hpp"
 
 namespace wispen {
@@ -18,6 +25,7 @@ class WorkingTask : public NSTask {
 
 objc::Original<NSDictionary()> task_environment;
 objc::Original<void()> task_launch;
+objc::Original<void()> task_wait;
 
 /// Foundation keeps the environment as it was when it was loaded, before there was a root.
 NSDictionary environment(const NSTask& task) {
@@ -39,11 +47,27 @@ void launch(const WorkingTask& task) {
   task_launch(task);
 }
 
+/// Foundation's own looks every tenth of a second; a version that is asked for is there after a few
+/// milliseconds.
+void wait_until_exit(const WorkingTask& task) {
+  // By its number: the library declares this call for C alone.
+  const UniqueFd process(
+      static_cast<int>(::syscall(SYS_pidfd_open, objc::send<"processIdentifier", int>(task), 0)));
+  pollfd ended{.fd = process.get(), .events = POLLIN, .revents = 0};
+  if (process) {
+    while (::poll(&ended, 1, -1) < 0 && errno == EINTR) {
+    }
+  }
+  task_wait(task);  // notes how it ended, at once
+}
+
 }  // namespace
 
 void install_task_environment() {
   objc::Category<NSTask>().method<"environment", &environment>(task_environment);
-  objc::Category<WorkingTask>().method<"launch", &launch>(task_launch);
+  objc::Category<WorkingTask>()
+      .method<"launch", &launch>(task_launch)
+      .method<"waitUntilExit", &wait_until_exit>(task_wait);
 }
 
 }  // namespace wispen

@@ -129,6 +129,18 @@ void Canvas::begin_group() {
   cairo_push_group(native());
 }
 
+void Canvas::begin_group(const Rect& around) {
+  save();
+  // Whole pixels, and one to spare: the clip must not soften an edge.
+  const Rect pixels = device_bounds(native(), around).inset(-1, -1).pixel_aligned();
+  cairo_matrix_t matrix;
+  cairo_get_matrix(native(), &matrix);
+  cairo_identity_matrix(native());
+  clip(pixels);
+  cairo_set_matrix(native(), &matrix);
+  cairo_push_group(native());
+}
+
 void Canvas::end_group(double alpha) {
   cairo_pop_group_to_source(native());
   cairo_paint_with_alpha(native(), std::clamp(alpha, 0.0, 1.0));

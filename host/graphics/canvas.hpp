@@ -71,6 +71,8 @@ class Canvas {
 
   /// What follows is drawn apart, and laid over the rest with this opacity at end_group(). Groups nest.
   void begin_group();
+  /// The same for drawing that stays within that rectangle: the group is no larger.
+  void begin_group(const Rect& around);
   void end_group(double alpha);
 
   /// Makes the clip transparent.

@@ -1,4 +1,4 @@
-// host/graphics/canvas_effects.cpp: shadows, and panes that blur what lies behind them.
+// host/graphics/canvas_effects.cpp: panes that blur what lies behind them.
 #include <cairo.h>
 
 #include <algorithm>
@@ -14,6 +14,8 @@ namespace {
 
 // Three box passes reach no further than this from a pixel.
 constexpr double kReach = 3;
+
+}  // namespace
 
 double device_scale(cairo_t* cairo) {
   cairo_matrix_t matrix;
@@ -41,36 +43,6 @@ void paint_pixels_at(cairo_t* cairo, const PixelView& pixels, double x, double y
   cairo_restore(cairo);
   // The state may still name the surface, whose pixels are about to go.
   cairo_set_source_rgba(cairo, 0, 0, 0, 0);
-}
-
-}  // namespace
-
-void Canvas::draw_shadow(const Path& path, const Shadow& shadow) {
-  cairo_t* cairo = native();
-  const double sigma = shadow.sigma * device_scale(cairo);
-  const Path moved =
-      path.transformed(AffineTransform::translation(shadow.offset.width, shadow.offset.height));
-  const double margin = std::ceil(sigma * kReach) + 1;
-  const Rect visible = device_clip(cairo).inset(-margin, -margin);
-  const Rect area =
-      device_bounds(cairo, moved.bounds()).inset(-margin, -margin).intersection(visible).pixel_aligned();
-  auto pixels = Pixels::create(std::llround(area.width()), std::llround(area.height()));
-  if (!pixels) return;
-  auto soft = Canvas::over(pixels->mutable_view(), 1, state_->appearance);
-  if (!soft) return;
-  cairo_matrix_t matrix;
-  cairo_get_matrix(cairo, &matrix);
-  soft->translate(-area.min_x(), -area.min_y());
-  soft->transform({matrix.xx, matrix.yx, matrix.xy, matrix.yy, matrix.x0, matrix.y0});
-  soft->fill(moved, shadow.colour);
-  cairo_surface_flush(cairo_get_target(soft->native()));
-  blur(pixels->mutable_view(), sigma);
-  cairo_save(cairo);
-  cairo_identity_matrix(cairo);
-  cairo_rectangle(cairo, area.min_x(), area.min_y(), area.width(), area.height());
-  cairo_clip(cairo);
-  paint_pixels_at(cairo, pixels->view(), area.min_x(), area.min_y());
-  cairo_restore(cairo);
 }
 
 void Canvas::draw_material(const Path& path, const Material& material) {

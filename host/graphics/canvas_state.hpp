@@ -30,6 +30,13 @@ struct DrawTarget {
 };
 DrawTarget draw_target(cairo_t* cairo);
 
+/// Pixels a unit of the current user space, by area.
+double device_scale(cairo_t* cairo);
+/// The clip in device pixels.
+Rect device_clip(cairo_t* cairo);
+/// Lays pixels over what is there, with their corner at that device pixel. They may go afterwards.
+void paint_pixels_at(cairo_t* cairo, const PixelView& pixels, double x, double y);
+
 /// The bounds of a rectangle of the current user space in device pixels.
 Rect device_bounds(cairo_t* cairo, const Rect& rect);
 

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "host/graphics/image_file.hpp"
+#include "host/graphics/image_memory.hpp"
 
 namespace wispen::graphics {
 
@@ -113,7 +114,7 @@ Result<Image> load_image_variant(const std::string& path, double scale, Idiom id
   const std::size_t slash = path.rfind('/');
   if (slash == std::string::npos) return load_named_image(".", path, scale, idiom);
   const auto best = find_image(path.substr(0, slash), std::string_view{path}.substr(slash + 1), scale, idiom);
-  return load_image(best ? *best : path);
+  return remembered_image(best ? *best : path);
 }
 
 }  // namespace wispen::graphics

@@ -54,6 +54,11 @@ struct ImageViewMethods {
   static void paint(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
     paint_image(shown(view.as<ImageView>()), canvas, bounds, view.contentMode(), view.tintColor());
   }
+  static Rect extent(const View& view, const Rect& bounds) {
+    const graphics::Image* const image = image_of(shown(view.as<ImageView>()));
+    if (image == nullptr || image->empty()) return bounds;
+    return bounds.united(content_rect(view.contentMode(), image->size(), bounds));
+  }
 };
 
 ImageView ImageView::make(const UIImage& image) { return alloc().initialize<"initWithImage:">(image); }
@@ -89,7 +94,7 @@ void ImageView::define() {
       .method<"sizeThatFits:", &M::sizeThatFits>()
       .method<"intrinsicContentSize", &M::intrinsicContentSize>()
       .register_class();
-  set_painter(objc::class_for<ImageView>(), &M::paint);
+  set_painter(objc::class_for<ImageView>(), &M::paint, &M::extent);
 }
 
 }  // namespace wispen::uikit

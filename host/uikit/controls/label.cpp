@@ -2,6 +2,9 @@
 
 #include "host/uikit/controls/label.hpp"
 
+#include <algorithm>
+#include <utility>
+
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/values/attributed_text.hpp"
 #include "host/uikit/values/color.hpp"
@@ -47,8 +50,11 @@ UIFont Label::font() const {
 }
 
 void Label::setFont(const UIFont& font) const {
-  label().font = font;
-  content_changed();
+  UIFont& own = label().font;
+  // A control that sets its labels whenever it is laid out must not have itself laid out again by that.
+  const bool same = own && font && font_of(own) == font_of(font);
+  own = font;
+  if (!same) content_changed();
 }
 
 UIColor Label::textColor() const {
@@ -58,27 +64,30 @@ UIColor Label::textColor() const {
 }
 
 void Label::setTextColor(const UIColor& colour) const {
+  if (label().colour == colour) return;
   label().colour = colour;
   setNeedsDisplay();
 }
 
 void Label::setTextAlignment(NSInteger alignment) const {
-  label().alignment = alignment >= 0 && alignment <= 4 ? alignment : 4;
+  alignment = alignment >= 0 && alignment <= 4 ? alignment : 4;
+  if (std::exchange(label().alignment, alignment) == alignment) return;
   setNeedsDisplay();
 }
 
 void Label::setNumberOfLines(NSInteger lines) const {
-  label().lines = std::max<NSInteger>(lines, 0);
+  lines = std::max<NSInteger>(lines, 0);
+  if (std::exchange(label().lines, lines) == lines) return;
   content_changed();
 }
 
 void Label::setHighlighted(bool highlighted) const {
-  label().highlighted = highlighted;
+  if (std::exchange(label().highlighted, highlighted) == highlighted) return;
   setNeedsDisplay();
 }
 
 void Label::setEnabled(bool enabled) const {
-  label().enabled = enabled;
+  if (std::exchange(label().enabled, enabled) == enabled) return;
   setNeedsDisplay();
 }
 
@@ -192,8 +201,18 @@ struct LabelMethods {
     UIColor colour = self.textColor();
     if (state.highlighted && state.highlighted_colour) colour = state.highlighted_colour;
     if (!state.enabled) colour = UIColor::tertiaryLabelColor();
+    const Size size = text->size();
+    // A line that is higher than its label is cut off, as on the platform; the letters' own reach is not.
+    const bool cut = size.height > bounds.height() || size.width > bounds.width();
+    if (cut) {
+      canvas.save();
+      canvas.clip(reach(self, bounds));
+    }
     canvas.draw(*text, self.text_origin(*text, bounds), colour_of(colour));
+    if (cut) canvas.restore();
   }
+  /// Slanted letters and marks may stand a little out of the line's box.
+  static Rect reach(const View&, const Rect& bounds) { return bounds.inset(-2, -2); }
 };
 
 void Label::define() {
@@ -234,7 +253,7 @@ void Label::define() {
       .method<"_baselineOffsetFromBottom", &M::lastBaseline>()
       .method<"accessibilityLabel", &M::accessibilityLabel>()
       .register_class();
-  set_painter(objc::class_for<Label>(), &M::paint);
+  set_painter(objc::class_for<Label>(), &M::paint, &M::reach);
 }
 
 }  // namespace wispen::uikit

@@ -30,6 +30,18 @@ Rect visible_part(const View& view, const Window& window) {
 
 }  // namespace
 
+Rect focus_ring_place() {
+  const View focused = focused_view();
+  if (!focused) return {};
+  const Window window = focused.window();
+  if (!window || window.isHidden()) return {};
+  const Rect frame = window.frame();
+  return focused.convertRectToView(focused.bounds(), window)
+      .inset(-kFocusRingReach, -kFocusRingReach)
+      .intersection(visible_part(focused, window))
+      .offset(frame.min_x(), frame.min_y());
+}
+
 void paint_focus_ring(const View& view, graphics::Canvas& canvas, const Rect&) {
   const View focused = focused_view();
   const Window window = view.as<Window>();

@@ -8,6 +8,9 @@ namespace wispen::uikit {
 /// How far a ring can reach beyond its view, in points.
 inline constexpr double kFocusRingReach = 6;
 
+/// Around the ring, in the screen's coordinates; empty where none is shown.
+Rect focus_ring_place();
+
 /// Over all else in the window that holds the view with the focus.
 void paint_focus_ring(const View& window, graphics::Canvas& canvas, const Rect& bounds);
 

@@ -3,7 +3,11 @@
 #include "host/uikit/painting/frame_buffer.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
+#include "host/uikit/painting/damage.hpp"
+#include "host/uikit/painting/focus_ring.hpp"
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/painting/panes.hpp"
 #include "host/uikit/values/display_settings.hpp"
@@ -12,66 +16,63 @@
 
 namespace wispen::uikit {
 
-namespace {
-
-void paint_windows(graphics::Canvas& canvas) {
-  for (const Window& window : Application::shared().windows()) paint_view(window, canvas);
-}
-
-void add(std::vector<Rect>& all, const Rect& rect) {
-  for (auto known = all.begin(); known != all.end();) {
-    if (known->contains(rect)) return;
-    known = rect.contains(*known) ? all.erase(known) : known + 1;
-  }
-  all.push_back(rect);
-}
-
-}  // namespace
-
 bool FrameBuffer::stale() const {
   if (!canvas_ || session_.animations().active()) return true;
   return std::ranges::any_of(Application::shared().windows(), [](const Window& window) {
     const ViewState& state = window.View::parts();
-    return !state.hidden && (window.damaged() || state.needs_layout || state.subtree_needs_layout);
+    return has_marks(window) || (!state.hidden && (state.needs_layout || state.subtree_needs_layout));
   });
 }
 
-Result<std::vector<Rect>> FrameBuffer::update() {
+Result<bool> FrameBuffer::fit(const Rect& screen) {
   const DisplaySettings settings = display_settings();
-  const Rect screen{{0, 0}, session_.device().size()};
   const double scale = wanted_scale_ > 0 ? wanted_scale_ : settings.scale;
-  const bool fits = canvas_ && painted_size_ == screen.size && canvas_->scale() == scale &&
-                    canvas_->appearance() == settings.appearance;
-  if (!fits) {
-    auto canvas = graphics::Canvas::create(screen.size, scale, settings.appearance);
-    if (!canvas) return canvas.error();
-    canvas_ = *std::move(canvas);
-    painted_size_ = screen.size;
+  if (canvas_ && painted_size_ == screen.size && canvas_->scale() == scale &&
+      canvas_->appearance() == settings.appearance) {
+    return true;
   }
-  Application::shared().lay_out_windows();
-  std::vector<Rect> changed;
-  // What moves now was somewhere else in the last frame; where, only that frame knew.
-  const bool moving = session_.animations().active();
-  session_.animations().mark_moving_views();
+  auto canvas = graphics::Canvas::create(screen.size, scale, settings.appearance);
+  if (!canvas) return canvas.error();
+  canvas_ = *std::move(canvas);
+  painted_size_ = screen.size;
+  return false;
+}
+
+bool FrameBuffer::stacking_changed() {
+  std::vector<objc::abi::id> order;
   for (const Window& window : Application::shared().windows()) {
-    const Rect frame = window.frame();
-    const std::vector<Rect> panes = panes_in(window);
-    for (const Rect& rect : window.take_damage()) {
-      add(changed, around_panes(rect, panes)
-                       .offset(frame.min_x(), frame.min_y())
-                       .pixel_aligned(scale)
-                       .intersection(screen));
-    }
+    if (!window.isHidden()) order.push_back(objc::borrow(window));
   }
-  if (!fits || moving) changed = {screen};
-  for (const Rect& rect : changed) {
-    canvas_->save();
-    canvas_->clip(rect);
-    canvas_->clear();
-    paint_windows(*canvas_);
-    canvas_->restore();
+  return std::exchange(stacking_, order) != order;
+}
+
+void FrameBuffer::add_ring(DamageList& damage) {
+  const Rect ring = focus_ring_place();
+  if (ring == ring_) return;
+  damage.add(ring_);
+  damage.add(ring);
+  ring_ = ring;
+}
+
+Result<std::vector<Rect>> FrameBuffer::update() {
+  const Rect screen{{0, 0}, session_.device().size()};
+  const auto fits = fit(screen);
+  if (!fits) return fits.error();
+  Application::shared().lay_out_windows();
+  session_.animations().mark_moving_views();
+  DamageList damage(canvas_->scale(), screen);
+  std::vector<Rect> panes;
+  const std::vector<Window> windows = Application::shared().windows();
+  for (const Window& window : windows) {
+    collect_damage(window, damage);
+    std::ranges::copy(panes_in(window), std::back_inserter(panes));
   }
-  return changed;
+  add_ring(damage);
+  const bool stacked = stacking_changed();
+  if (!*fits || stacked) damage.add(screen);
+  damage.grow_around(panes);
+  for (const Rect& rect : damage.rects()) paint_part(windows, *canvas_, rect);
+  return damage.rects();
 }
 
 Result<graphics::Image> take_picture(Session& session, double scale) {
@@ -80,7 +81,7 @@ Result<graphics::Image> take_picture(Session& session, double scale) {
                                          settings.appearance);
   if (!canvas) return canvas.error();
   Application::shared().lay_out_windows();
-  paint_windows(*canvas);
+  for (const Window& window : Application::shared().windows()) paint_view(window, *canvas);
   return canvas->make_image();
 }
 

@@ -6,6 +6,7 @@
 
 #include "host/core/result.hpp"
 #include "host/graphics/canvas.hpp"
+#include "host/uikit/painting/damage.hpp"
 #include "host/uikit/session.hpp"
 
 namespace wispen::uikit {
@@ -29,10 +30,17 @@ class FrameBuffer {
   double scale() const { return canvas_ ? canvas_->scale() : 1; }
 
  private:
+  /// Whether the canvas is what it was; makes a new one otherwise.
+  Result<bool> fit(const Rect& screen);
+  bool stacking_changed();
+  void add_ring(DamageList& damage);
+
   Session& session_;
   double wanted_scale_ = 0;
   std::optional<graphics::Canvas> canvas_;
-  Size painted_size_;  // points; the canvas's own is rounded up to whole pixels
+  Size painted_size_;                    // points; the canvas's own is rounded up to whole pixels
+  std::vector<objc::abi::id> stacking_;  // of the windows that were shown; only compared
+  Rect ring_;                            // around the focus, where it was shown
 };
 
 /// One picture of the screen as it is now, at the device's scale or another (0.5 to 4). Nothing that a window

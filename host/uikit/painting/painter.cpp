@@ -2,48 +2,62 @@
 
 #include "host/uikit/painting/painter.hpp"
 
+#include <algorithm>
 #include <array>
 #include <unordered_map>
 
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-// Less than this is not seen, and on the platform not touched either.
-constexpr double kInvisible = 0.01;
+struct Painters {
+  ContentPainter content = nullptr;
+  ContentPainter overlay = nullptr;
+  ContentExtent extent = nullptr;
+};
 
-using Painters = std::unordered_map<objc::abi::Class, ContentPainter>;
+/// A rectangle of the screen that is painted, from the view on that covers what is painted before it.
+struct PaintedPart {
+  Rect rect;
+  const ViewState* cover;  // none once it is reached, or where there is none
+};
 
-Painters& painters() {
-  static Painters all;
+/// What was set for a class itself.
+std::unordered_map<objc::abi::Class, Painters>& set_painters() {
+  static std::unordered_map<objc::abi::Class, Painters> all;
   return all;
 }
 
-Painters& overlay_painters() {
-  static Painters all;
+/// The same with what classes have from those above them, found once for each.
+std::unordered_map<objc::abi::Class, Painters>& found_painters() {
+  static std::unordered_map<objc::abi::Class, Painters> all;
   return all;
 }
 
-ContentPainter painter_of(const View& view, Painters& known) {
+const Painters& painters_of(const View& view) {
   const objc::ClassRef own = objc::class_of(view);
+  auto& all = found_painters();
+  if (const auto found = all.find(own.borrow()); found != all.end()) return found->second;
+  Painters painters;
   for (objc::ClassRef cls = own; cls; cls = cls.superclass()) {
-    const auto found = known.find(cls.borrow());
-    if (found == known.end()) continue;
-    const ContentPainter painter = found->second;
-    if (cls != own) known.emplace(own.borrow(), painter);
-    return painter;
+    const auto set = set_painters().find(cls.borrow());
+    if (set == set_painters().end()) continue;
+    if (!painters.content) {
+      painters.content = set->second.content;
+      painters.extent = set->second.extent;
+    }
+    if (!painters.overlay) painters.overlay = set->second.overlay;
   }
-  known.emplace(own.borrow(), nullptr);
-  return nullptr;
+  return all[own.borrow()] = painters;
 }
 
-void set(Painters& all, objc::ClassRef cls, ContentPainter painter) {
-  // What subclasses found before may not hold any more.
-  std::erase_if(all, [](const auto& entry) { return entry.second == nullptr; });
-  all[cls.borrow()] = painter;
+const LayerStyle& style_of(const ViewState& state) {
+  static const LayerStyle kPlain;
+  return state.layer ? state.layer.style() : kPlain;
 }
 
 graphics::Path outline(const Rect& bounds, const LayerStyle& style) {
@@ -63,46 +77,93 @@ void paint_shadow(graphics::Canvas& canvas, const graphics::Path& path, const La
       {.colour = colour.with_alpha(alpha), .sigma = style.shadow_radius, .offset = style.shadow_offset});
 }
 
-void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
-  static const LayerStyle kPlain;
+void paint_border(graphics::Canvas& canvas, const Rect& bounds, const LayerStyle& style) {
+  const auto colour = style.border_colour ? colour_of(style.border_colour) : graphics::Colour::grey(0);
+  // The two sides of a small view's border meet, and reach no further.
+  if (style.border_width * 2 >= std::min(bounds.width(), bounds.height())) {
+    canvas.fill(outline(bounds, style), colour);
+    return;
+  }
+  LayerStyle inner = style;
+  inner.corner_radius = std::max(0.0, style.corner_radius - style.border_width / 2);
+  const Rect line = bounds.inset(style.border_width / 2, style.border_width / 2);
+  canvas.stroke(outline(line, inner), colour, {.width = style.border_width});
+}
+
+/// Around the view's own and all in it, in its coordinates.
+Rect whole_extent(const View& view, const Rect& bounds) {
   const ViewState& state = view.parts();
-  const LayerStyle& style = state.layer ? state.layer.style() : kPlain;
-  const graphics::Path path = outline(bounds, style);
-  paint_shadow(canvas, path, style);
+  Rect all;
+  for (const View& subview : state.subviews) {
+    if (subview.parts().hidden) continue;
+    const Rect inner = subview.presented_bounds();
+    const Point center = subview.presented_center();
+    all = all.united(AffineTransform::translation(-inner.mid_x(), -inner.mid_y())
+                         .then(subview.presented_transform())
+                         .then(AffineTransform::translation(center.x, center.y))
+                         .apply(whole_extent(subview, inner)));
+  }
+  if (state.clips) all = all.intersection(bounds);
+  return all.united(painted_extent(view, bounds));
+}
+
+void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part);
+
+/// The view's own, and all in it, with the canvas in its coordinates.
+void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds, PaintedPart* part) {
+  const ViewState& state = view.parts();
+  const bool covered = part != nullptr && part->cover != nullptr;  // until the cover is reached
+  const LayerStyle& style = style_of(state);
+  const Painters& painters = painters_of(view);
+  const bool plain = style.corner_radius <= 0 && style.shadow_opacity <= 0 && style.border_width <= 0;
+  const graphics::Path path = plain ? graphics::Path() : outline(bounds, style);
+  if (!covered) paint_shadow(canvas, path, style);
   const bool clips = state.clips;
   if (clips) {
     canvas.save();
     style.corner_radius > 0 ? canvas.clip(path) : canvas.clip(bounds);
   }
-  if (const UIColor background = view.presented_background()) {
+  if (const UIColor background = covered ? UIColor() : view.presented_background()) {
     const graphics::Colour colour = colour_of(background);
     style.corner_radius > 0 ? canvas.fill(path, colour) : canvas.fill(bounds, colour);
   }
-  if (const ContentPainter painter = painter_of(view, painters())) painter(view, canvas, bounds);
-  for (const View& subview : view.subviews()) paint_view(subview, canvas);
-  if (const ContentPainter painter = painter_of(view, overlay_painters())) painter(view, canvas, bounds);
+  if (painters.content != nullptr && !covered) painters.content(view, canvas, bounds);
+  for (const View& subview : state.subviews) paint(subview, canvas, part);
+  const bool still_covered = part != nullptr && part->cover != nullptr;
+  if (painters.overlay != nullptr && !still_covered) painters.overlay(view, canvas, bounds);
   if (clips) canvas.restore();
-  if (style.border_width > 0) {
-    LayerStyle inner = style;
-    inner.corner_radius = std::max(0.0, style.corner_radius - style.border_width / 2);
-    const Rect line = bounds.inset(style.border_width / 2, style.border_width / 2);
-    const auto colour = style.border_colour ? colour_of(style.border_colour) : graphics::Colour::grey(0);
-    canvas.stroke(outline(line, inner), colour, {.width = style.border_width});
+  if (style.border_width > 0 && !still_covered) paint_border(canvas, bounds, style);
+}
+
+/// The last view that is painted over all of the part, as an opaque rectangle: what comes before is not seen.
+const ViewState* cover_in(const View& view, const Rect& rect, graphics::Appearance appearance) {
+  const ViewState& state = view.parts();
+  const PaintRecord& record = state.record;
+  if (!record.shown || record.alpha < 1 || !record.around.contains(rect)) return nullptr;
+  const bool upright = record.place.b == 0 && record.place.c == 0;
+  const bool rounded = style_of(state).corner_radius > 0;
+  // Corners that are cut off, and slanted edges, might let something through.
+  if (state.clips && (rounded || !upright)) return nullptr;
+  for (auto subview = state.subviews.rbegin(); subview != state.subviews.rend(); ++subview) {
+    if (const ViewState* const cover = cover_in(*subview, rect, appearance)) return cover;
   }
+  if (rounded || !upright || !state.background || (state.animations && state.animations->background)) {
+    return nullptr;
+  }
+  // Whole pixels of the part, so that no soft edge of the view lies in it.
+  if (!record.seen.contains(rect) || !record.place.apply(record.bounds).contains(rect)) return nullptr;
+  return colour_of(state.background).rgba(appearance).alpha >= 1 ? &state : nullptr;
 }
 
-}  // namespace
-
-void set_painter(objc::ClassRef cls, ContentPainter painter) { set(painters(), cls, painter); }
-void set_overlay_painter(objc::ClassRef cls, ContentPainter painter) {
-  set(overlay_painters(), cls, painter);
-}
-
-void paint_view(const View& view, graphics::Canvas& canvas) {
+void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part) {
   const ViewState& state = view.parts();
   if (state.hidden) return;
+  if (part != nullptr) {
+    if (!state.record.around.intersects(part->rect)) return;
+    if (part->cover == &state) part->cover = nullptr;
+  }
   const double alpha = view.presented_alpha();
-  if (alpha < kInvisible) return;
+  if (alpha < kInvisibleAlpha) return;
   const Rect bounds = view.presented_bounds();
   const Point center = view.presented_center();
   const AffineTransform transform = view.presented_transform();
@@ -113,13 +174,63 @@ void paint_view(const View& view, graphics::Canvas& canvas) {
   canvas.translate(-bounds.mid_x(), -bounds.mid_y());
   if (state.elevated) canvas.set_appearance(graphics::elevated(canvas.appearance()));
   // What lies outside of the clip is skipped with all in it, if nothing can stick out.
-  const bool contained = state.clips && !(state.layer && state.layer.style().shadow_opacity > 0);
+  const bool contained = state.clips && style_of(state).shadow_opacity <= 0;
   if (!contained || canvas.shows(bounds)) {
-    const bool apart = alpha < 1;
-    if (apart) canvas.begin_group();
-    paint_inside(view, canvas, bounds);
+    // Under a cover there is no group of its own: what covers does not lie in a faint view.
+    const bool apart = alpha < 1 && (part == nullptr || part->cover == nullptr);
+    if (apart) canvas.begin_group(whole_extent(view, bounds));
+    paint_inside(view, canvas, bounds, part);
     if (apart) canvas.end_group(alpha);
   }
+  canvas.restore();
+}
+
+}  // namespace
+
+void set_painter(objc::ClassRef cls, ContentPainter painter, ContentExtent extent) {
+  found_painters().clear();
+  Painters& painters = set_painters()[cls.borrow()];
+  painters.content = painter;
+  painters.extent = extent;
+}
+void set_overlay_painter(objc::ClassRef cls, ContentPainter painter) {
+  found_painters().clear();
+  set_painters()[cls.borrow()].overlay = painter;
+}
+
+Rect painted_extent(const View& view, const Rect& bounds) {
+  const ViewState& state = view.parts();
+  const LayerStyle& style = style_of(state);
+  const Painters& painters = painters_of(view);
+  Rect all;
+  if (state.background || (state.animations && state.animations->background) || painters.content != nullptr ||
+      painters.overlay != nullptr || style.border_width > 0) {
+    all = bounds;
+  }
+  if (painters.extent != nullptr && !bounds.empty()) {
+    const Rect content = painters.extent(view, bounds);
+    all = all.united(state.clips ? content.intersection(bounds) : content);
+  }
+  if (style.shadow_opacity > 0) {
+    // As far as the blur reaches, and what it may be rounded up by on a screen with one pixel a point.
+    const double reach = 3 * style.shadow_radius + 2;
+    all = all.united(
+        bounds.offset(style.shadow_offset.width, style.shadow_offset.height).inset(-reach, -reach));
+  }
+  return all;
+}
+
+void paint_view(const View& view, graphics::Canvas& canvas) { paint(view, canvas, nullptr); }
+
+void paint_part(const std::vector<Window>& windows, graphics::Canvas& canvas, const Rect& rect) {
+  PaintedPart part{rect, nullptr};
+  for (auto window = windows.rbegin(); window != windows.rend() && part.cover == nullptr; ++window) {
+    part.cover = cover_in(*window, rect, canvas.appearance());
+  }
+  canvas.save();
+  canvas.clip(rect);
+  if (part.cover == nullptr) canvas.clear();
+  for (const Window& window : windows) paint(window, canvas, &part);
   canvas.restore();
 }
 

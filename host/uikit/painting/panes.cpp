@@ -14,13 +14,6 @@ std::vector<objc::Unowned<View>>& all_panes() {
   return all;
 }
 
-bool is_shown(View view) {
-  for (; view; view = view.superview()) {
-    if (view.isHidden() || view.alpha() <= 0) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 void paint_pane(const View& view, graphics::Canvas& canvas, const Rect& bounds,
@@ -43,8 +36,9 @@ std::vector<Rect> panes_in(const Window& window) {
   std::vector<Rect> found;
   for (const objc::Unowned<View>& pane : all_panes()) {
     const View view = pane.get();
-    if (view.window() == window && is_shown(view)) {
-      found.push_back(view.convertRectToView(view.bounds(), window));
+    const PaintRecord& record = view.parts().record;
+    if (view.window() == window && record.shown && !record.seen.empty()) {
+      found.push_back(record.place.apply(record.bounds));
     }
   }
   return found;

@@ -15,7 +15,8 @@ void paint_pane(const View& view, graphics::Canvas& canvas, const Rect& bounds,
 /// To be said whenever such a view has come into a window or left it.
 void note_pane(const View& view);
 
-/// Where such views are seen now, in their window's coordinates.
+/// Where such views were in the last frame that was collected, in the screen's coordinates: all of each, also
+/// what something around it hides, since what lies behind that shows in the rest.
 std::vector<Rect> panes_in(const Window& window);
 
 /// The rectangle, grown until it holds every pane that it touches whole.

@@ -1,4 +1,4 @@
-// host/uikit/tables/table_methods.hpp: a table's inner workings, shared by its two sources.
+// host/uikit/tables/table_methods.hpp: a table's inner workings, shared by its sources.
 #pragma once
 
 #include "host/uikit/controls/label.hpp"

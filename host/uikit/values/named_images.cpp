@@ -1,13 +1,11 @@
 // host/uikit/values/named_images.cpp: images by name, remembered while their files stay as they are.
 
-#include <sys/stat.h>
-
-#include <cstdint>
 #include <map>
 #include <mutex>
 #include <utility>
 
 #include "host/foundation/problems.hpp"
+#include "host/graphics/file_state.hpp"
 #include "host/graphics/image_file.hpp"
 #include "host/graphics/image_name.hpp"
 #include "host/uikit/values/display_settings.hpp"
@@ -17,23 +15,8 @@ namespace wispen::uikit {
 
 namespace {
 
-/// A file as it was read. An editor that saves may write into the file or put another in its place.
-struct FileState {
-  std::int64_t seconds = 0;
-  std::int64_t nanoseconds = 0;
-  std::int64_t bytes = 0;
-  std::uint64_t number = 0;
-  friend bool operator==(const FileState&, const FileState&) = default;
-};
-
-FileState state_of(const std::string& path) {
-  struct stat found {};
-  if (::stat(path.c_str(), &found) != 0) return {};
-  return {found.st_mtim.tv_sec, found.st_mtim.tv_nsec, found.st_size, found.st_ino};
-}
-
 struct Remembered {
-  FileState state;
+  graphics::FileState state;
   Image image;
 };
 
@@ -60,7 +43,7 @@ Image named_image(const std::string& folder, const std::string& name) {
     report_problem("there is no image named \"" + name + "\" in " + folder);
     return {};
   }
-  const FileState state = state_of(*path);
+  const auto state = graphics::FileState::of(*path);
   {
     const std::lock_guard lock(cache().mutex);
     const auto found = cache().by_path.find(*path);

@@ -76,7 +76,11 @@ bool AnimationEngine::active() { return !moving_.empty(); }
 
 void AnimationEngine::mark_moving_views() {
   const Nanoseconds time = now();
-  for (const Moving& moving : std::vector<Moving>(moving_)) moving.view.get().setNeedsDisplay();
+  for (const Moving& moving : std::vector<Moving>(moving_)) {
+    const View view = moving.view.get();
+    view.place_changed();
+    view.setNeedsDisplay();  // its background may be on its way
+  }
   std::erase_if(moving_, [&](const Moving& moving) { return moving.group->over(time); });
 }
 
@@ -92,6 +96,7 @@ void AnimationEngine::remove_all(const View& view) {
   interrupt(animations->transform);
   interrupt(animations->background);
   animations.reset();
+  view.place_changed();
   view.setNeedsDisplay();
   if (current_engine != nullptr) current_engine->forget(view);
 }

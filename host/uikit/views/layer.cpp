@@ -29,8 +29,12 @@ View Layer::view() const { return state<LayerState>().view.get(); }
 
 template <auto Member, class V>
 void Layer::set(const V& value) const {
-  state<LayerState>().style.*Member = value;
-  view().setNeedsDisplay();
+  auto& kept = state<LayerState>().style.*Member;
+  if (kept == value) return;
+  kept = value;
+  const View shown = view();
+  if (!shown) return;
+  shown.clipsToBounds() ? shown.look_changed_inside() : shown.setNeedsDisplay();
 }
 
 void Layer::setCornerRadius(double radius) const { set<&LayerStyle::corner_radius>(radius); }

@@ -3,8 +3,10 @@
 #include "host/uikit/views/view.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/uikit/layout/layout_system.hpp"
+#include "host/uikit/painting/damage.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/views/view_state.hpp"
 #include "host/uikit/views/window.hpp"
@@ -57,7 +59,7 @@ void View::move_to(const View& superview, const std::function<void()>& change) c
   const View kept = *this;
   objc::send<"willMoveToSuperview:">(kept, superview);
   if (const View old = kept.superview()) {
-    kept.setNeedsDisplay();
+    leave_picture(kept);
     objc::send<"willRemoveSubview:">(old, kept);
     LayoutSystem::drop_crossing_constraints(kept);
     auto& siblings = old.parts().subviews;
@@ -75,7 +77,7 @@ void View::move_to(const View& superview, const std::function<void()>& change) c
     superview.setNeedsLayout();
     // Through its own flag: a view that asked for layout while it stood alone is reached again.
     kept.setNeedsLayout();
-    kept.setNeedsDisplay();
+    kept.place_changed();
     if (!kept.parts().tint) kept.tint_changed();
   }
   objc::send<"didMoveToSuperview">(kept);
@@ -122,21 +124,23 @@ bool View::isHidden() const { return parts().hidden; }
 UIColor View::backgroundColor() const { return parts().background; }
 bool View::clipsToBounds() const { return parts().clips; }
 void View::setClipsToBounds(bool clips) const {
+  if (parts().clips == clips) return;
   parts().clips = clips;
-  setNeedsDisplay();
+  look_changed_inside();
 }
 ContentMode View::contentMode() const { return parts().content_mode; }
 void View::setContentMode(NSInteger mode) const {
   if (mode < 0 || mode > static_cast<NSInteger>(ContentMode::BottomRight)) return;
-  parts().content_mode = static_cast<ContentMode>(mode);
-  setNeedsDisplay();
+  if (std::exchange(parts().content_mode, static_cast<ContentMode>(mode)) != static_cast<ContentMode>(mode)) {
+    place_changed();  // what it shows may reach elsewhere out of it
+    setNeedsDisplay();
+  }
 }
 
 void View::setHidden(bool hidden) const {
   if (parts().hidden == hidden) return;
-  if (hidden) setNeedsDisplay();
   parts().hidden = hidden;
-  setNeedsDisplay();
+  place_changed();
   if (const View above = superview()) LayoutSystem::invalidate(above);  // a stack view closes the gap
 }
 
@@ -148,6 +152,7 @@ UIColor View::tintColor() const {
 }
 
 void View::setTintColor(const UIColor& colour) const {
+  if (parts().tint == colour) return;
   parts().tint = colour;
   tint_changed();
 }
@@ -183,9 +188,18 @@ bool View::is_right_to_left() const {
   }
 }
 
-void View::setNeedsDisplay() const {
-  if (parts().hidden) return;
-  if (const Window window = this->window()) window.add_damage(*this);
+void View::mark(bool PaintRecord::*what) const {
+  parts().record.*what = true;
+  for (View above = superview(); above && !above.parts().record.inside; above = above.superview()) {
+    above.parts().record.inside = true;
+  }
+}
+
+void View::setNeedsDisplay() const { mark(&PaintRecord::look); }
+void View::place_changed() const { mark(&PaintRecord::moved); }
+void View::look_changed_inside() const {
+  mark(&PaintRecord::moved);
+  mark(&PaintRecord::whole);
 }
 
 View View::hitTest(const Point& point) const {

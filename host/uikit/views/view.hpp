@@ -15,6 +15,7 @@
 
 namespace wispen::uikit {
 
+struct PaintRecord;
 struct ViewState;
 class GestureRecognizer;
 class LayoutConstraint;
@@ -105,8 +106,12 @@ class View : public objc::Authored<View, Responder> {
   double presented_alpha() const;
   AffineTransform presented_transform() const;
   UIColor presented_background() const;
-  /// To be painted again.
+  /// What it paints itself is to be painted again.
   void setNeedsDisplay() const;
+  /// Its place, its opacity or its clip has changed: all in it is seen elsewhere, or otherwise.
+  void place_changed() const;
+  /// Everything in it is to be painted again, where it is.
+  void look_changed_inside() const;
 
   // Touches.
   View hitTest(const Point& point) const;
@@ -121,6 +126,7 @@ class View : public objc::Authored<View, Responder> {
   void move_to(const View& superview, const std::function<void()>& change) const;
   void set_window(const View& window) const;
   void tint_changed() const;
+  void mark(bool PaintRecord::*what) const;
 };
 
 inline constexpr double kNoIntrinsicMetric = -1;

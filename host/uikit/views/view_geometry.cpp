@@ -135,7 +135,6 @@ void View::set_place(const Rect& bounds, const Point& center) const {
   const bool moved = !(state.center == center);
   const bool reshaped = !(state.bounds == bounds);
   if (!moved && !reshaped) return;
-  setNeedsDisplay();
   if (moved) {
     change(*this, &ViewAnimations::center, state.center, center);
   }
@@ -147,7 +146,7 @@ void View::set_place(const Rect& bounds, const Point& center) const {
       setNeedsLayout();
     }
   }
-  setNeedsDisplay();
+  place_changed();
 }
 
 void View::setBounds(const Rect& bounds) const { set_place(bounds, parts().center); }
@@ -158,16 +157,15 @@ AffineTransform View::transform() const { return parts().transform; }
 
 void View::setTransform(const AffineTransform& transform) const {
   if (parts().transform == transform) return;
-  setNeedsDisplay();
   change(*this, &ViewAnimations::transform, parts().transform, transform);
-  setNeedsDisplay();
+  place_changed();
 }
 
 void View::setAlpha(double alpha) const {
   alpha = std::isfinite(alpha) ? std::clamp(alpha, 0.0, 1.0) : 1.0;
   // Also when nothing changes inside an animation block: an animation that runs the other way is taken over.
   change(*this, &ViewAnimations::alpha, parts().alpha, alpha);
-  setNeedsDisplay();
+  place_changed();
 }
 
 void View::setBackgroundColor(const UIColor& colour) const {

@@ -8,6 +8,7 @@
 #include "host/uikit/events/gesture_recognizer.hpp"
 #include "host/uikit/layout/layout_constraint.hpp"
 #include "host/uikit/views/animation.hpp"
+#include "host/uikit/views/paint_record.hpp"
 #include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
@@ -59,6 +60,7 @@ struct ViewState {
   std::unique_ptr<LayoutSystem> system;  // when this view's own frame is the outermost known one
 
   std::unique_ptr<ViewAnimations> animations;  // none while nothing moves
+  PaintRecord record;
 
   NSString accessibility_label;
   NSString accessibility_identifier;

@@ -2,9 +2,6 @@
 
 #include "host/uikit/views/window.hpp"
 
-#include <algorithm>
-#include <cmath>
-
 #include "host/uikit/controllers/view_controller.hpp"
 #include "host/uikit/painting/focus_ring.hpp"
 #include "host/uikit/session.hpp"
@@ -15,8 +12,7 @@ namespace wispen::uikit {
 
 namespace {
 
-// More rectangles than this are painted as the one around them.
-constexpr std::size_t kMostRectangles = 8;
+constexpr std::size_t kMostRectangles = 64;
 
 }  // namespace
 
@@ -78,41 +74,19 @@ EdgeInsets Window::device_insets() const {
   return session != nullptr ? session->device().safe_area() : EdgeInsets{};
 }
 
-void Window::add_damage(const View& view) const {
-  Rect rect = view.bounds();
-  if (const Layer layer = view.parts().layer) {
-    const LayerStyle& style = layer.style();
-    if (style.shadow_opacity > 0) {
-      const double reach = 3 * style.shadow_radius;
-      rect = rect.inset(-reach - std::abs(style.shadow_offset.width),
-                        -reach - std::abs(style.shadow_offset.height));
-    }
-  }
-  add_damage(view.convertRectToView(rect, *this));
-}
-
 void Window::add_damage(const Rect& rect) const {
   const Rect part = rect.intersection(bounds());
-  if (part.empty()) return;
+  const Rect frame = this->frame();
+  if (!part.empty()) uncovered(part.offset(frame.min_x(), frame.min_y()));
+}
+
+void Window::uncovered(const Rect& rect) const {
   auto& damage = parts().damage;
-  for (const Rect& known : damage) {
-    if (known.contains(part)) return;
-  }
-  Rect grown = part;
-  // Rectangles that meet become one, so that nothing is painted twice.
-  for (bool merged = true; merged;) {
-    merged = false;
-    for (auto known = damage.begin(); known != damage.end(); ++known) {
-      if (!known->intersects(grown)) continue;
-      grown = grown.united(*known);
-      damage.erase(known);
-      merged = true;
-      break;
-    }
-  }
-  damage.push_back(grown);
+  if (rect.empty()) return;
+  damage.push_back(rect);
   if (damage.size() <= kMostRectangles) return;
-  Rect all = damage.front();
+  // Nobody may ever paint: what is noted must not grow for ever.
+  Rect all;
   for (const Rect& one : damage) all = all.united(one);
   damage = {all};
 }

@@ -29,10 +29,11 @@ class Window : public objc::Authored<Window, View> {
 
   EdgeInsets device_insets() const;
 
-  /// What the view covers is to be painted again.
-  void add_damage(const View& view) const;
+  /// This part of it is to be painted again, whatever its views know of that.
   void add_damage(const Rect& rect) const;
-  /// Disjoint rectangles, none when nothing changed; asked once, they are forgotten.
+  /// The same in the screen's coordinates: a view has left that was seen there.
+  void uncovered(const Rect& rect) const;
+  /// All of these, in the screen's coordinates; asked once, they are forgotten.
   std::vector<Rect> take_damage() const;
   bool damaged() const;
 
