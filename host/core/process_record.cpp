@@ -108,7 +108,8 @@ std::optional<KernelProcess> look_up_process(pid_t process) {
   // The name may hold anything, also blanks and brackets; what follows the last one does not.
   const std::size_t end_of_name = text.rfind(')');
   if (end_of_name == std::string::npos || end_of_name + 2 >= text.size()) return std::nullopt;
-  std::string_view rest = std::string_view(text).substr(end_of_name + 2);
+  std::string_view rest(text);
+  rest.remove_prefix(end_of_name + 2);
   KernelProcess result;
   result.user = status.st_uid;
   constexpr int kState = 3, kParent = 4, kStarted = 22;
