@@ -336,6 +336,7 @@ void ScrollView::setContentSize(const Size& size) const {
   if (scroll().content_size == size) return;
   scroll().content_size = size;
   setNeedsLayout();
+  if (is_moving()) setNeedsDisplay();  // its indicator is as long as the content says
 }
 
 EdgeInsets ScrollView::adjustedContentInset() const {
