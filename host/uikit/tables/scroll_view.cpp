@@ -100,6 +100,7 @@ struct ScrollMethods {
       case GestureState::Began:
         self.stop();
         state.dragging = true;
+        self.setNeedsDisplay();  // its indicator is seen from now on
         state.drag_start = self.contentOffset();
         tell<"scrollViewWillBeginDragging:">(self);
         break;
