@@ -59,6 +59,21 @@ void BM_MessageSend(benchmark::State& state) {
 }
 BENCHMARK(BM_MessageSend);
 
+/// The runtime alone: its look-up of the method, and the call. What a send cannot be faster than.
+void BM_BareLookupAndCall(benchmark::State& state) {
+  Answering::define();
+  const Answering object = objc::make<Answering>();
+  const objc::abi::id receiver = objc::borrow(object);
+  const auto selector = objc::selector<"number:">().borrow();
+  int value = 0;
+  for (auto _ : state) {
+    const auto method = reinterpret_cast<int (*)(objc::abi::id, objc::abi::SEL, int)>(
+        objc::abi::objc_msg_lookup(receiver, selector));
+    benchmark::DoNotOptimize(value = method(receiver, selector, value));
+  }
+}
+BENCHMARK(BM_BareLookupAndCall);
+
 // ---- values
 
 /// A host on a root in memory, with a domain of some keys.

@@ -16,8 +16,12 @@
 
 namespace wispen::uikit {
 
+double FrameBuffer::pixels_a_point() const {
+  return wanted_scale_ > 0 ? wanted_scale_ : display_settings().scale;
+}
+
 bool FrameBuffer::stale() const {
-  if (!canvas_ || session_.animations().active()) return true;
+  if (!canvas_ || canvas_->scale() != pixels_a_point() || session_.animations().active()) return true;
   return std::ranges::any_of(Application::shared().windows(), [](const Window& window) {
     const ViewState& state = window.View::parts();
     return has_marks(window) || (!state.hidden && (state.needs_layout || state.subtree_needs_layout));
@@ -26,7 +30,7 @@ bool FrameBuffer::stale() const {
 
 Result<bool> FrameBuffer::fit(const Rect& screen) {
   const DisplaySettings settings = display_settings();
-  const double scale = wanted_scale_ > 0 ? wanted_scale_ : settings.scale;
+  const double scale = pixels_a_point();
   if (canvas_ && painted_size_ == screen.size && canvas_->scale() == scale &&
       canvas_->appearance() == settings.appearance) {
     return true;

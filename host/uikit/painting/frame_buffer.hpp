@@ -32,6 +32,7 @@ class FrameBuffer {
  private:
   /// Whether the canvas is what it was; makes a new one otherwise.
   Result<bool> fit(const Rect& screen);
+  double pixels_a_point() const;
   bool stacking_changed();
   void add_ring(DamageList& damage);
 

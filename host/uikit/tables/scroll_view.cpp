@@ -100,6 +100,7 @@ struct ScrollMethods {
       case GestureState::Began:
         self.stop();
         state.dragging = true;
+        self.setNeedsDisplay();  // its indicator is seen from now on
         state.drag_start = self.contentOffset();
         tell<"scrollViewWillBeginDragging:">(self);
         break;
@@ -336,6 +337,7 @@ void ScrollView::setContentSize(const Size& size) const {
   if (scroll().content_size == size) return;
   scroll().content_size = size;
   setNeedsLayout();
+  if (is_moving()) setNeedsDisplay();  // its indicator is as long as the content says
 }
 
 EdgeInsets ScrollView::adjustedContentInset() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "host/uikit/tables/header_footer_view.hpp"
 #include "host/uikit/tables/table_methods.hpp"
@@ -60,7 +61,8 @@ void TableMethods::place_cell(const Self& self, std::size_t item) {
   const Rect frame = item_rect(self, item);
   const bool first = state.items[item - 1].row == TableItem::kHeader;
   const bool last = state.items[item + 1].row == TableItem::kFooter;
-  cell.cell().last_in_section = (last && state.style != TableStyle::Plain) || state.separator_style == 0;
+  const bool without_line = (last && state.style != TableStyle::Plain) || state.separator_style == 0;
+  if (std::exchange(cell.cell().last_in_section, without_line) != without_line) cell.setNeedsDisplay();
   if (state.style == TableStyle::InsetGrouped) {
     cell.layer().setCornerRadius(first || last ? kCornerRadius : 0);
     objc::send<"setMaskedCorners:">(cell.layer(), NSUInteger{(first ? 3U : 0U) | (last ? 12U : 0U)});

@@ -200,6 +200,50 @@ TEST(Canvases, CastASoftShadowBesideTheShape) {
   EXPECT_EQ(canvas.pixels().at(2, 2), 0u);
 }
 
+TEST(Canvases, CastTheSameShadowElsewhereAndAnotherOfAnotherColour) {
+  const auto shadow_at = [](Point place, const Colour& colour) {
+    Canvas canvas = make(200, 200);
+    canvas.draw_shadow(Path::rounded_rect(Rect{place, {30, 30}}, 8), {colour, 4, {0, 3}});
+    std::vector<std::uint32_t> around;
+    for (int y = -15; y < 50; ++y) {
+      for (int x = -15; x < 50; ++x) {
+        around.push_back(canvas.pixels().at(static_cast<int>(place.x) + x, static_cast<int>(place.y) + y));
+      }
+    }
+    return around;
+  };
+  const auto first = shadow_at({20, 20}, Colour::grey(0, 0.5));
+  EXPECT_EQ(shadow_at({20, 20}, Colour::grey(0, 0.5)), first);
+  EXPECT_EQ(shadow_at({120, 97}, Colour::grey(0, 0.5)), first);
+  EXPECT_NE(shadow_at({20, 20}, Colour::rgb(1, 0, 0, 0.5)), first);
+}
+
+TEST(Canvases, CastAsMuchOfAShadowAsTheClipShows) {
+  const auto cast = [](bool clipped) {
+    Canvas canvas = make(100, 100);
+    if (clipped) canvas.clip(Rect::make(40, 40, 30, 30));
+    canvas.draw_shadow(Path::rect(Rect::make(30, 30, 40, 40)), {Colour::grey(0, 0.5), 5, {0, 10}});
+    std::vector<std::uint32_t> inside;
+    for (int y = 40; y < 70; ++y) {
+      for (int x = 40; x < 70; ++x) inside.push_back(canvas.pixels().at(x, y));
+    }
+    return inside;
+  };
+  EXPECT_EQ(cast(true), cast(false));
+}
+
+TEST(Canvases, DrawGroupsAlikeThatAreToldHowLargeTheyAre) {
+  const auto draw = [](bool told) {
+    Canvas canvas = make(60, 60, 2);
+    canvas.transform(AffineTransform::rotation(0.3));
+    told ? canvas.begin_group(Rect::make(10.3, 5.7, 30, 20)) : canvas.begin_group();
+    canvas.fill(Path::rounded_rect(Rect::make(10.3, 5.7, 30, 20), 6), Colour::rgb(1, 0, 0));
+    canvas.end_group(0.5);
+    return *encode_png(canvas.pixels());
+  };
+  EXPECT_EQ(draw(true), draw(false));
+}
+
 TEST(Canvases, GiveTheSameBytesTwice) {
   const auto draw = [] {
     Canvas canvas = make(120, 60, 2, Appearance::Dark);

@@ -159,6 +159,18 @@ TEST_F(SegmentedControlTest, MarksTheChosenSegment) {
   EXPECT_EQ(ground(0), 0xFFFF0000U);
 }
 
+TEST_F(SegmentedControlTest, RestsOnceItIsShown) {
+  // A width from constraints is asked for again whenever a label says that it has changed.
+  control_.setTranslatesAutoresizingMask(false);
+  control_.setSelectedSegmentIndex(1);
+  FrameBuffer buffer(session());
+  ASSERT_TRUE(buffer.update());
+  EXPECT_FALSE(buffer.stale());
+  const auto again = buffer.update();
+  ASSERT_TRUE(again);
+  EXPECT_TRUE(again->empty());
+}
+
 TEST_F(SegmentedControlTest, LiesTheOtherWayRoundFromRightToLeft) {
   set_right_to_left(true);
   EXPECT_EQ(control_.segment_rect(0).min_x(), 200);
