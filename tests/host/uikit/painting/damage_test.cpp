@@ -5,15 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 #include <string>
 
 #include "host/uikit/controllers/navigation_controller.hpp"
 #include "host/uikit/controls/label.hpp"
 #include "host/uikit/controls/slider.hpp"
 #include "host/uikit/controls/switch.hpp"
-#include "host/uikit/effects/visual_effect_view.hpp"
-#include "host/uikit/tables/scroll_view.hpp"
+#include "tests/host/uikit/painting/random_tree.hpp"
 #include "tests/host/uikit/screen_fixture.hpp"
 
 namespace wispen::uikit {
@@ -238,132 +236,6 @@ TEST_F(DamageTest, PaintsAPushedPageAsItComesIn) {
     ASSERT_EQ(difference(), "") << "frame " << i << " of the way back";
   }
 }
-
-/// A tree of views of all kinds, changed at random: the picture that is kept must stay what a new one would
-/// be.
-class RandomTree {
- public:
-  RandomTree(const Window& window, unsigned seed, bool turns)
-      : window_(window), random_(seed), turns_(turns) {
-    for (int i = 0; i < 12; ++i) insert();
-  }
-
-  void change() {
-    AnimationEngine& animations = Session::current()->animations();
-    if (one_in(3)) {
-      animations.animate({.duration = number(0.05, 0.4), .delay = one_in(4) ? 0.05 : 0.0}, [&] { step(); });
-    } else {
-      step();
-    }
-  }
-
- private:
-  bool one_in(int count) { return std::uniform_int_distribution<>(1, count)(random_) == 1; }
-  double number(double least, double most) { return std::uniform_real_distribution<>(least, most)(random_); }
-  /// On whole points mostly, where neighbours meet.
-  double place(double most) { return one_in(3) ? number(-20, most) : std::round(number(-20, most)); }
-  Rect frame() { return {{place(300), place(600)}, {std::abs(place(200)), std::abs(place(200))}}; }
-  UIColor colour() {
-    switch (std::uniform_int_distribution<>(0, 5)(random_)) {
-      case 0:
-        return UIColor::redColor();
-      case 1:
-        return UIColor::blueColor();
-      case 2:
-        return UIColor::yellowColor();
-      case 3:
-        return UIColor::greenColor();
-      case 4:
-        return UIColor::tertiarySystemFillColor();  // half transparent
-      default:
-        return UIColor();
-    }
-  }
-  View any() { return views_[std::uniform_int_distribution<std::size_t>(0, views_.size() - 1)(random_)]; }
-
-  View made() {
-    switch (std::uniform_int_distribution<>(0, 9)(random_)) {
-      case 0: {
-        const Label label = Label::make();
-        label.setText("Some words of some length"_ns);
-        label.setNumberOfLines(one_in(2) ? 0 : 1);
-        return label;
-      }
-      case 1:
-        return Switch::make();
-      case 2:
-        return VisualEffectView::make(BlurEffect::make(6));
-      case 3:
-        return ScrollView::alloc().initialize<"initWithFrame:">(Rect{});
-      default:
-        return View::make();
-    }
-  }
-  void insert() {
-    const View view = made();
-    view.setFrame(frame());
-    if (!objc::cast_or_nil<VisualEffectView>(view)) view.setBackgroundColor(colour());
-    if (one_in(4)) view.layer().setCornerRadius(number(1, 40));
-    if (one_in(4)) view.setClipsToBounds(true);
-    put(view);
-    views_.push_back(view);
-  }
-  void put(const View& view) {
-    const View above = views_.empty() || one_in(2) ? View(window_) : any();
-    const View place = above.isDescendantOfView(view) ? View(window_) : above;
-    place.insertSubviewAtIndex(view, std::uniform_int_distribution<>(0, 5)(random_));
-  }
-  AffineTransform turned() {
-    if (one_in(3)) return {};
-    if (!turns_) return AffineTransform::scaling(number(0.5, 1.5), number(0.5, 1.5));
-    return AffineTransform::rotation(number(-1, 1)).then(AffineTransform::scaling(number(0.5, 1.5), 1));
-  }
-
-  void step() {
-    const View view = any();
-    switch (std::uniform_int_distribution<>(0, 14)(random_)) {
-      case 0:
-      case 1:
-        return view.setFrame(frame());
-      case 2:
-        return view.setAlpha(one_in(3) ? 1 : number(0, 1));
-      case 3:
-        return view.setHidden(!view.isHidden());
-      case 4:
-        return view.setBackgroundColor(colour());
-      case 5:
-        return view.setTransform(turned());
-      case 6:
-        return view.setClipsToBounds(!view.clipsToBounds());
-      case 7:
-        return view.layer().setCornerRadius(one_in(2) ? 0 : number(1, 40));
-      case 8:
-        objc::send<"setShadowOpacity:">(view.layer(), one_in(2) ? 0.0F : 0.5F);
-        return;
-      case 9:
-        return view.removeFromSuperview();
-      case 10:
-        return put(view);
-      case 11:
-        return view.setBounds({{place(40), place(40)}, view.bounds().size});
-      case 12:
-        objc::send<"setBorderWidth:">(view.layer(), one_in(2) ? 0.0 : 3.0);
-        return;
-      case 13:
-        if (const auto label = objc::cast_or_nil<Label>(view)) {
-          return label.setText(one_in(2) ? "Others"_ns : "Some words, and some that are quite long"_ns);
-        }
-        return AnimationEngine::remove_all(view);
-      default:
-        return view.setCenter({place(300), place(600)});
-    }
-  }
-
-  Window window_;
-  std::mt19937 random_;
-  bool turns_;
-  std::vector<View> views_;
-};
 
 class RandomDamageTest : public DamageTest, public ::testing::WithParamInterface<int> {};
 
