@@ -68,7 +68,7 @@ class WindowUseTest(unittest.TestCase):
         self.inspect(page)  # makes the root, so that the watcher finds it
         watcher = self.start("notify", "watch", CHANGED, bundle=False)
         threading.Thread(target=self.listen, args=[watcher.stdout], daemon=True).start()
-        self.application = self.start("run", page, "--device", DEVICE)
+        self.application = self.start("run", page, "--device", DEVICE, "--no-home-screen")
         self.window = self.wait_for("the window", lambda: next(iter(self.display.windows()), None))
         for line in self.application.stdout:
             if line.startswith("The pages follow"):

@@ -18,7 +18,8 @@
 
 /// The window system's libraries are unloaded with what they still hold, and a library that is gone has no
 /// name that a suppression could say.
-extern "C" int __lsan_is_turned_off() { return 1; }  // NOLINT(bugprone-reserved-identifier)
+extern "C" [[gnu::visibility("default")]] int __lsan_is_turned_off();  // NOLINT(bugprone-reserved-identifier)
+int __lsan_is_turned_off() { return 1; }
 
 namespace wispen {
 namespace {
