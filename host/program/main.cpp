@@ -72,7 +72,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
                     "Without the home screen that shows what the settings do");
   running->footer(
       "In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
-      "with shift backwards; control and Q closes.");
+      "with shift backwards; control with A, C, X and V as everywhere; control and Q closes.");
   add_look(*running, run_options.look);
   add_common(*running, options);
   on(running, [&] { return run(options, run_options); });

@@ -44,6 +44,7 @@ Result<SdlLibrary> resolve() {
   find(all.CaptureMouse, "SDL_CaptureMouse");
   find(all.StartTextInput, "SDL_StartTextInput");
   find(all.GetClipboardText, "SDL_GetClipboardText");
+  find(all.SetClipboardText, "SDL_SetClipboardText");
   find(all.free, "SDL_free");
   if (!missing.empty())
     return Error{std::string("the library ") + kFile + " is too old: it has no " + missing};

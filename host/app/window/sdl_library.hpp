@@ -36,6 +36,7 @@ struct SdlLibrary {
   decltype(&SDL_CaptureMouse) CaptureMouse;
   decltype(&SDL_StartTextInput) StartTextInput;
   decltype(&SDL_GetClipboardText) GetClipboardText;
+  decltype(&SDL_SetClipboardText) SetClipboardText;
   decltype(&SDL_free) free;
 
   /// Loaded once and kept. Fails where the library is not installed or too old.

@@ -15,6 +15,7 @@
 #include "host/app/window/toolbar.hpp"
 #include "host/app/window/window_input.hpp"
 #include "host/graphics/canvas.hpp"
+#include "host/uikit/controls/text_field.hpp"
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/tables/scroll_view.hpp"
 
@@ -50,6 +51,7 @@ struct Window::State {
   void take_events();
   void handle(const SDL_Event& event);
   void handle_key(const SDL_KeyboardEvent& event);
+  void copy_text(bool cut);
   void paste();
   void mouse_down(Point mouse, bool backwards);
   void switch_look(std::size_t index, bool forward);
@@ -322,7 +324,15 @@ void Window::State::handle_key(const SDL_KeyboardEvent& event) {
     return host.loop().stop();
   }
   if (key->command && key->text == "v") return paste();
+  if (key->command && (key->text == "c" || key->text == "x")) return copy_text(key->text == "x");
   uikit::press_key(*key);
+}
+
+void Window::State::copy_text(bool cut) {
+  const auto field = objc::cast_or_nil<uikit::TextField>(uikit::Responder::first());
+  if (!field || field.selected_text().length() == 0) return;
+  sdl.SetClipboardText(field.selected_text().utf8().c_str());
+  if (cut) field.insert(u"");
 }
 
 void Window::State::paste() {

@@ -180,6 +180,12 @@ void TextEditing::selectAll(const Self& self, const NSObject&) {
   TextEditing::move_caret(self, self.field().text.size(), true);
 }
 
+NSString TextField::selected_text() const {
+  const TextFieldState& state = field();
+  const auto [low, high] = std::minmax(state.anchor, state.caret);
+  return string_of(state.secure ? u"" : state.text.substr(low, high - low));
+}
+
 bool TextField::insert(const std::u16string& added) const {
   TextFieldState& state = field();
   std::u16string clean;

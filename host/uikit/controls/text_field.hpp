@@ -24,6 +24,8 @@ class TextField : public objc::Authored<TextField, Control> {
   void set_text(const NSString& text) const;
   void set_font(const graphics::Font& font) const;
   bool is_editing() const;
+  /// What copying takes: empty where nothing is selected, and where the text is a secret.
+  NSString selected_text() const;
   /// Replaces the selection as the keyboard does: the delegate may refuse, and is told.
   bool insert(const std::u16string& text) const;
 

@@ -152,6 +152,33 @@ TEST_F(WindowTest, ShowsTheScreenAndTakesTheMouseAndTheKeyboard) {
   EXPECT_THAT(field_.text().utf8(), ::testing::StartsWith("hell "));
 }
 
+TEST_F(WindowTest, CopiesCutsAndPastes) {
+  open();
+  click({100, 217});
+  run_until([this] { return field_.is_editing(); });
+  hand_->type("one");
+  run_until([this] { return field_.text().utf8() == "one"; });
+  const auto command = [this](KeySym letter) { hand_->press(letter, XK_Control_L); };
+  command(XK_a);
+  command(XK_c);
+  hand_->press(XK_End);
+  command(XK_v);
+  run_until([this] { return field_.text().utf8() == "oneone"; });
+  command(XK_a);
+  command(XK_x);
+  run_until([this] { return field_.text().length() == 0; });
+  command(XK_v);
+  run_until([this] { return field_.text().utf8() == "oneone"; });
+  // A secret is not given away.
+  field_.set_text("two"_ns);
+  objc::send<"setSecureTextEntry:">(field_, true);
+  command(XK_a);
+  command(XK_c);
+  hand_->press(XK_End);
+  command(XK_v);
+  run_until([this] { return field_.text().utf8() == "twooneone"; });
+}
+
 TEST_F(WindowTest, DragsAndTurnsTheWheel) {
   open();
   const Point thumb = at({64, 315});

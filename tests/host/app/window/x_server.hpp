@@ -100,10 +100,14 @@ class XHand {
     button(number, true);
     button(number, false);
   }
-  void press(KeySym key) const {
+  /// A key, while another is held down if one is named.
+  void press(KeySym key, KeySym held = NoSymbol) const {
     const KeyCode code = XKeysymToKeycode(display_.get(), key);
+    const KeyCode holding = held != NoSymbol ? XKeysymToKeycode(display_.get(), held) : KeyCode{0};
+    if (holding != 0) XTestFakeKeyEvent(display_.get(), holding, True, 0);
     XTestFakeKeyEvent(display_.get(), code, True, 0);
     XTestFakeKeyEvent(display_.get(), code, False, 0);
+    if (holding != 0) XTestFakeKeyEvent(display_.get(), holding, False, 0);
     XSync(display_.get(), False);
   }
   void type(const std::string& letters) const {
