@@ -137,8 +137,15 @@ void decoded_icon_to_colour(benchmark::State& state, Kind kind) {
   }
 }
 
+/// Where the pictures are left for other programs to be measured on; nothing where nobody asked for them.
+const char* kept_folder() { return std::getenv("WISPEN_BENCH_ICONS"); }
+
 const std::string& folder() {
   static const std::string path = [] {
+    if (const char* const kept = kept_folder()) {
+      std::filesystem::create_directories(kept);
+      return std::string(kept);
+    }
     std::string name = (std::filesystem::temp_directory_path() / "wispen-bench-XXXXXX").string();
     return std::string(::mkdtemp(name.data()));
   }();
@@ -279,6 +286,6 @@ int main(int argc, char** argv) {
   benchmark::RunSpecifiedBenchmarks();
   wispen_host_stop();
   std::error_code ignored;
-  std::filesystem::remove_all(folder(), ignored);
+  std::filesystem::remove_all(kept_folder() != nullptr ? root : folder(), ignored);
   return 0;
 }
