@@ -37,12 +37,15 @@ bool is_set(const char* variable) {
   return value != nullptr && *value != '\0';
 }
 
-Size size_of(const SDL_Rect& rect) { return {double(rect.w), double(rect.h)}; }
+// The window system counts in whole numbers.
+Size size_of(int width, int height) { return {static_cast<double>(width), static_cast<double>(height)}; }
+Size size_of(const SDL_Rect& rect) { return size_of(rect.w, rect.h); }
+Point place_of(int x, int y) { return {static_cast<double>(x), static_cast<double>(y)}; }
 
 }  // namespace
 
 struct Window::State {
-  State(Host& shown, const SdlLibrary& library, std::vector<std::string> languages)
+  State(Host& shown, const SdlLibrary& library, const std::vector<std::string>& languages)
       : host(shown), sdl(library), toolbar(look_switches(languages)) {}
   ~State();
 
@@ -149,8 +152,8 @@ void Window::State::place() {
   sdl.GetWindowSize(window, &width, &height);
   sdl.GetWindowSizeInPixels(window, &pixel_width, &pixel_height);
   const double density = width > 0 ? static_cast<double>(pixel_width) / width : 1;
-  placement = ScreenPlacement::fit({double(pixel_width), double(pixel_height)}, density,
-                                   host.session().device().size(), zoom);
+  placement =
+      ScreenPlacement::fit(size_of(pixel_width, pixel_height), density, host.session().device().size(), zoom);
   host.frame_buffer().set_scale(placement.scale);
   surface = nullptr;
   all_dirty = true;
@@ -189,7 +192,7 @@ Result<void> Window::State::paint() {
     all_dirty = true;
   }
   const graphics::PixelView screen = host.frame_buffer().pixels();
-  const Rect whole{{0, 0}, {double(screen.width), double(screen.height)}};
+  const Rect whole{{0, 0}, size_of(screen.width, screen.height)};
   if (std::exchange(all_dirty, false)) {
     paint_surround();
     copy(screen, whole, placement.origin);
@@ -207,7 +210,7 @@ Result<void> Window::State::paint() {
 }
 
 void Window::State::paint_surround() {
-  const Size size{double(surface->w), double(surface->h)};
+  const Size size = size_of(surface->w, surface->h);
   auto canvas = graphics::Canvas::create(size, 1);
   if (!canvas) return;
   canvas->fill(Rect{{0, 0}, size}, kSurround);
@@ -216,7 +219,7 @@ void Window::State::paint_surround() {
 }
 
 void Window::State::copy(const graphics::PixelView& from, const Rect& part, Point origin) {
-  const Rect room{{-origin.x, -origin.y}, {double(surface->w), double(surface->h)}};
+  const Rect room{{-origin.x, -origin.y}, size_of(surface->w, surface->h)};
   const Rect seen = part.intersection(room);
   if (seen.empty()) return;
   const int x = static_cast<int>(seen.min_x());
@@ -250,20 +253,20 @@ void Window::State::handle(const SDL_Event& event) {
       if (event.window.event == SDL_WINDOWEVENT_EXPOSED) all_dirty = true;
       break;
     case SDL_MOUSEBUTTONDOWN:
-      mouse_down({double(event.button.x), double(event.button.y)}, event.button.button == SDL_BUTTON_RIGHT);
+      mouse_down(place_of(event.button.x, event.button.y), event.button.button == SDL_BUTTON_RIGHT);
       break;
     case SDL_MOUSEMOTION:
-      if (pressed) touches.moved(placement.to_screen({double(event.motion.x), double(event.motion.y)}));
+      if (pressed) touches.moved(placement.to_screen(place_of(event.motion.x, event.motion.y)));
       break;
     case SDL_MOUSEBUTTONUP:
       if (event.button.button != SDL_BUTTON_LEFT || !std::exchange(pressed, false)) break;
       sdl.CaptureMouse(SDL_FALSE);
       // Whatever the window system left out on the way, the finger goes up where the button did.
-      touches.moved(placement.to_screen({double(event.button.x), double(event.button.y)}));
-      touches.ended(placement.to_screen({double(event.button.x), double(event.button.y)}));
+      touches.moved(placement.to_screen(place_of(event.button.x, event.button.y)));
+      touches.ended(placement.to_screen(place_of(event.button.x, event.button.y)));
       break;
     case SDL_MOUSEWHEEL: {
-      const Point place = placement.to_screen({double(event.wheel.mouseX), double(event.wheel.mouseY)});
+      const Point place = placement.to_screen(place_of(event.wheel.mouseX, event.wheel.mouseY));
       if (const auto scroll = uikit::scroll_view_at(place)) scroll.wheel(wheel_points(event.wheel));
       break;
     }
@@ -347,7 +350,7 @@ void Window::State::paste() {
 Window::Window(std::unique_ptr<State> state) : state_(std::move(state)) {}
 Window::~Window() = default;
 
-Result<std::unique_ptr<Window>> Window::open(Host& host, WindowOptions options) {
+Result<std::unique_ptr<Window>> Window::open(Host& host, const WindowOptions& options) {
   if (host.loop().clock().driven()) return Error{"a window needs a host whose time is the wall clock's"};
   const bool has_x = is_set("DISPLAY");
   if (!has_x && !is_set("WAYLAND_DISPLAY")) {

@@ -33,7 +33,7 @@ struct WindowOptions {
 class Window {
  public:
   /// Fails, with one sentence, without a display or without the library for windows.
-  static Result<std::unique_ptr<Window>> open(Host& host, WindowOptions options = {});
+  static Result<std::unique_ptr<Window>> open(Host& host, const WindowOptions& options = {});
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
   ~Window();
