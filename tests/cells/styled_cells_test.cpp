@@ -1,5 +1,7 @@
 // tests/cells/styled_cells_test.cpp: button, slider and toggle rows in the bundle's colours.
 
+#include <cstdlib>
+
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
@@ -79,8 +81,11 @@ TEST_F(StyledCellsTest, AThousandOfEachClassLeaveNothingBehind) {
     const bool header = std::string(cls) == "WispHeader";
     ASSERT_TRUE(objc::ClassRef::named(cls)) << cls;
     std::vector<objc::Weak<NSObject>> made;
-    // Each banner asks the package manager, which is another process: fewer of those, one after the other.
-    for (int i = 0; i < (header ? 5 : 1000); ++i) {
+    // Each banner asks the package manager, which is another process: fewer of those, one after the other,
+    // unless somebody has the time.
+    const char* const wanted = std::getenv("WISPEN_TEST_BANNERS");
+    const int banners = wanted != nullptr ? std::atoi(wanted) : 10;
+    for (int i = 0; i < (header ? banners : 1000); ++i) {
       const objc::AutoreleasePool pool;
       const PSSpecifier specifier = plain_specifier();
       const PSTableCell cell = header ? allocate<PSTableCell>(cls).initialize<"initWithSpecifier:">(specifier)

@@ -3,6 +3,7 @@
 #include "host/uikit/controllers/presentation.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/uikit/controllers/alert_controller.hpp"
 #include "host/uikit/controllers/view_controller_state.hpp"
@@ -79,8 +80,8 @@ class PresentationArea : public objc::Authored<PresentationArea, View> {
 
 void define_presentation() { PresentationArea::define(); }
 
-Presentation::Presentation(const ViewController& presenter, const ViewController& presented)
-    : presenter_(presenter), presented_(presented), kind_(kind_of()) {
+Presentation::Presentation(const ViewController& presenter, ViewController presented)
+    : presenter_(presenter), presented_(std::move(presented)), kind_(kind_of()) {
   area_ = PresentationArea::of(this);
   area_.setAutoresizingMask(18);
   dim_ = View::make();

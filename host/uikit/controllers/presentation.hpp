@@ -17,7 +17,7 @@ enum class PresentationKind {
 /// Owned by the presenter while it presents.
 class Presentation {
  public:
-  Presentation(const ViewController& presenter, const ViewController& presented);
+  Presentation(const ViewController& presenter, ViewController presented);
   Presentation(const Presentation&) = delete;
   Presentation& operator=(const Presentation&) = delete;
   ~Presentation();
