@@ -83,10 +83,10 @@ WispHeader WispHeader::initWithSpecifier(objc::Allocated<WispHeader> self, const
   const UILabel version = make_version({{x, 55}, {cell.frame().size.width, 5}});
   cell.addSubview(version);
   // Both blocks keep the label: it may outlive the cell, and is let go on the main queue.
-  dispatch_async(dispatch_get_global_queue(0, 0), [version]() mutable {
+  dispatch_async(dispatch_get_global_queue(0, 0), [label = version]() mutable {
     const NSString output = ask_package_manager();
     dispatch_async(dispatch_get_main_queue(),
-                   [output, label = std::move(version)] { show_version(label, output); });
+                   [output, label = std::move(label)] { show_version(label, output); });
   });
   return cell;
 }

@@ -79,8 +79,8 @@ void add_title_pill(const UIView& header, std::int32_t width, const NSString& te
   pill.setBackgroundColor(UIColor::clearColor());
   pill.layer().setCornerRadius(10);
   pill.setClipsToBounds(true);
-  // Halved as a whole number.
-  pill.setCenter({static_cast<CGFloat>(width / 2), kHeaderHeight / 2});
+  const auto middle = width / 2;  // a whole number
+  pill.setCenter({static_cast<CGFloat>(middle), kHeaderHeight / 2});
   label.setCenter({pill.frame().size.width / 2, kHeaderHeight / 2});
   pill.addSubview(label);
   header.addSubview(pill);

@@ -40,7 +40,8 @@ int wispen_platform_snprintf_l(char* text, std::size_t size, void* /*locale*/, c
   const locale_t before = ::uselocale(c_locale());
   va_list arguments;
   va_start(arguments, format);
-  const int length = ::vsnprintf(text, size, format, arguments);
+  const int length =                               // the analyser does not see that they are started
+      ::vsnprintf(text, size, format, arguments);  // NOLINT(clang-analyzer-valist.Uninitialized)
   va_end(arguments);
   ::uselocale(before);
   return length;

@@ -46,6 +46,8 @@ void add_look(CLI::App& command, LookOptions& look) {
       ->type_name("ltr|rtl|natural");
 }
 
+constexpr const char* kPageHelp = R"(A class, a list, "root" (default) or "settings")";
+
 }  // namespace
 
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only memory can run out
@@ -63,7 +65,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   auto* running = app.add_subcommand("run",
                                      "The main job: the pages in a window that follows their files; without "
                                      "a display, a tour in text and pictures");
-  running->add_option("PAGE", run_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  running->add_option("PAGE", run_options.page, kPageHelp);
   running->add_flag("--no-window", run_options.without_window, "The tour, also where there is a display");
   running
       ->add_option("--pictures", run_options.pictures, "Where the tour leaves its pictures (wispen-pictures)")
@@ -86,7 +88,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
 
   SnapshotOptions snapshot_options;
   auto* pictures = app.add_subcommand("snapshot", "Write a picture of a page, or of all pages, as PNG");
-  pictures->add_option("PAGE", snapshot_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  pictures->add_option("PAGE", snapshot_options.page, kPageHelp);
   pictures
       ->add_option("-o,--output", snapshot_options.output, "The file (page.png), or the folder with --all")
       ->type_name("PATH");
@@ -102,7 +104,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
 
   InspectOptions inspect_options;
   auto* look_at = app.add_subcommand("inspect", "Print a page's tree of views, and the row beside each cell");
-  look_at->add_option("PAGE", inspect_options.page, "A class, a list, \"root\" (default) or \"settings\"");
+  look_at->add_option("PAGE", inspect_options.page, kPageHelp);
   add_look(*look_at, inspect_options.look);
   add_common(*look_at, options);
   add_json(*look_at, options);

@@ -22,9 +22,9 @@ std::shared_ptr<const graphics::TextLayout> set(const std::string& key, const st
   graphics::TextAttributes attributes;
   attributes.font = graphics::Font::system(kTextSize * density);
   attributes.colour = kKeyText;
-  graphics::AttributedText text(std::string_view(key), attributes);
+  graphics::AttributedText text(std::string_view{key}, attributes);
   attributes.colour = kText;
-  text.append(graphics::AttributedText(std::string_view(" " + value), attributes));
+  text.append(graphics::AttributedText(std::string_view{" " + value}, attributes));
   graphics::TextConstraints one_line;
   one_line.maximum_lines = 1;
   one_line.width = width;

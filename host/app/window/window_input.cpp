@@ -66,7 +66,7 @@ int function_key(const SDL_KeyboardEvent& event) {
 }
 
 double wheel_points(const SDL_MouseWheelEvent& event) {
-  const double turns = event.preciseY != 0 ? double{event.preciseY} : double(event.y);
+  const double turns = event.preciseY != 0 ? double{event.preciseY} : static_cast<double>(event.y);
   return (event.direction == SDL_MOUSEWHEEL_FLIPPED ? -turns : turns) * kPointsPerNotch;
 }
 

@@ -133,20 +133,18 @@ struct LabelMethods {
     if (label) label.setUserInteractionEnabled(false);
     return label;
   }
-  static Size measure(const Label& self, Size room) {
+  /// A width of 0 is no bound.
+  static Size measure(const Label& self, double width) {
     if (!self.text() || self.text().length() == 0) return {0, 0};
-    if (self.label().shrinks) room.width = graphics::kUnbounded;  // it shrinks to fit, and does not ask to
+    Size room{graphics::kUnbounded, graphics::kUnbounded};
+    if (width > 0 && !self.label().shrinks) room.width = width;  // what shrinks to fit does not ask to
     return self.set_in(room)->size_on_grid(display_settings().scale);
   }
   static Size sizeThatFits(const Label& self, const Size& size) {
     const bool one_line = self.label().lines == 1;
-    const double width = one_line || size.width <= 0 ? graphics::kUnbounded : size.width;
-    return measure(self, {width, graphics::kUnbounded});
+    return measure(self, one_line ? 0 : size.width);
   }
-  static Size intrinsicContentSize(const Label& self) {
-    const double width = self.label().preferred_width;
-    return measure(self, {width > 0 ? width : graphics::kUnbounded, graphics::kUnbounded});
-  }
+  static Size intrinsicContentSize(const Label& self) { return measure(self, self.label().preferred_width); }
   static bool heightDependsOnWidth(const Label& self) {
     return self.label().lines != 1 && self.label().preferred_width <= 0;
   }

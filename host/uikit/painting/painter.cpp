@@ -144,8 +144,8 @@ const ViewState* cover_in(const View& view, const Rect& rect, graphics::Appearan
   const bool rounded = style_of(state).corner_radius > 0;
   // Corners that are cut off, and slanted edges, might let something through.
   if (state.clips && (rounded || !upright)) return nullptr;
-  for (auto subview = state.subviews.rbegin(); subview != state.subviews.rend(); ++subview) {
-    if (const ViewState* const cover = cover_in(*subview, rect, appearance)) return cover;
+  for (std::size_t i = state.subviews.size(); i-- > 0;) {
+    if (const ViewState* const cover = cover_in(state.subviews[i], rect, appearance)) return cover;
   }
   if (rounded || !upright || !state.background || (state.animations && state.animations->background)) {
     return nullptr;

@@ -8,7 +8,8 @@ namespace wispen::uikit {
 struct RowPath {
   NSInteger section = 0;
   NSInteger row = 0;
-  friend auto operator<=>(const RowPath&, const RowPath&) = default;
+  friend auto operator<=>(const RowPath&,
+                          const RowPath&) = default;  // NOLINT(modernize-use-nullptr): there is none
 };
 
 /// Adds row, section and indexPathForRow:inSection: to NSIndexPath.

@@ -379,8 +379,8 @@ void ScrollView::wheel(double points) const {
 
 ScrollView scroll_view_at(Point place) {
   const std::vector<Window> windows = Application::shared().windows();
-  for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
-    for (View view = window->hitTest(place); view; view = view.superview()) {
+  for (std::size_t i = windows.size(); i-- > 0;) {
+    for (View view = windows[i].hitTest(place); view; view = view.superview()) {
       const auto scroll = objc::cast_or_nil<ScrollView>(view);
       if (scroll && ScrollMethods::can_bounce(scroll)) return scroll;
     }

@@ -207,9 +207,9 @@ View View::hitTest(const Point& point) const {
   if (state.hidden || !state.interaction || state.alpha < 0.01) return View();
   if (!objc::send<"pointInside:withEvent:", bool>(*this, point, NSObject())) return View();
   const std::vector<View> inside = subviews();
-  for (auto subview = inside.rbegin(); subview != inside.rend(); ++subview) {
-    const Point within = convertPointToView(point, *subview);
-    if (View hit = objc::send<"hitTest:withEvent:", View>(*subview, within, NSObject())) return hit;
+  for (std::size_t i = inside.size(); i-- > 0;) {
+    const Point within = convertPointToView(point, inside[i]);
+    if (View hit = objc::send<"hitTest:withEvent:", View>(inside[i], within, NSObject())) return hit;
   }
   return *this;
 }
