@@ -128,9 +128,9 @@ std::string displayed(const Json& view) {
     if ((*control)["class"] == "UISegmentedControl") {
       const auto index = value.get<int>();
       const Json titles = control->value("segments", Json::array());
-      const bool named = index >= 0 && static_cast<std::size_t>(index) < titles.size() &&
-                         titles[static_cast<std::size_t>(index)] != "";
-      return named ? titles[static_cast<std::size_t>(index)].get<std::string>() : std::to_string(index + 1);
+      const bool known = index >= 0 && static_cast<std::size_t>(index) < titles.size();
+      const auto title = known ? titles[static_cast<std::size_t>(index)].get<std::string>() : std::string();
+      return title.empty() ? std::to_string(index + 1) : title;
     }
     char text[32];
     std::snprintf(text, sizeof text, "%g", value.get<double>());

@@ -19,7 +19,7 @@ struct Form {
 };
 
 constexpr std::array kForms{
-    Form{"show", "w", "show PAGE                    a page by class, \"root\" or \"settings\""},
+    Form{"show", "w", R"(show PAGE                    a page by class, "root" or "settings")"},
     Form{"tap", "w", "tap ROW-OR-TEXT              its switch, field or button, else the row itself"},
     Form{"tap", "n n", "tap X Y                      a place of the screen, in points"},
     Form{"hold", "w n", "hold ROW-OR-TEXT SECONDS     a long press"},
