@@ -40,7 +40,7 @@ void GestureRecognizer::removeTarget(const NSObject& target, objc::Selector acti
 
 Point GestureRecognizer::locationInView(const View& view) const {
   const View own = this->view();
-  const View window = own ? View(objc::send<"window", View>(own)) : View();
+  const View window = own ? objc::send<"window", View>(own) : View();
   const Point place = recognition().location;
   return view && window ? window.convertPointToView(place, view) : place;
 }

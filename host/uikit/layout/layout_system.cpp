@@ -40,7 +40,7 @@ LayoutSystem::LayoutSystem(const View& root) : root_(root) {
   item_of(root);
   // What constraints name may lie behind views that keep their own frames: these come in on the way, with
   // the constraints that they hold.
-  for (std::size_t i = 0; i < gathered_.size(); ++i) {
+  for (std::size_t i = 0; i < gathered_.size(); ++i) {  // NOLINT(modernize-loop-convert): it grows
     const LayoutConstraint constraint = gathered_[i];
     item_of(constraint.first_item());
     if (const NSObject second = constraint.second_item()) item_of(second);
@@ -151,13 +151,13 @@ void LayoutSystem::enter_constraint(const LayoutConstraint& constraint) {
 
 void LayoutSystem::arrange_stacks() {
   // Innermost first: a stack's share may depend on how large the stacks in it want to be.
-  for (auto stack = stacks_.rbegin(); stack != stacks_.rend(); ++stack) {
-    const auto view = stack->first.get().as<StackView>();
+  for (std::size_t i = stacks_.size(); i-- > 0;) {
+    const auto view = stacks_[i].first.get().as<StackView>();
     std::vector<layout::ArrangedItem> items;
     for (const View& arranged : view.arranged()) {
       items.push_back({item_of(arranged), arranged.isHidden(), view.spacing_after(arranged)});
     }
-    stack->second->arrange(view.style(), std::move(items));
+    stacks_[i].second->arrange(view.style(), std::move(items));
   }
 }
 
