@@ -50,6 +50,24 @@ class Killall : public testing::WithStayers {
     EXPECT_EQ(wispen_platform_waitpid(process, &status, 4), process);
     return {WEXITSTATUS(status), written()};
   }
+  std::string stayer() const { return root().path() + "/usr/bin/stayer"; }
+  /// Another process that has started one of the root's programs, and tells which process that is.
+  testing::Child other_host() const {
+    return testing::Child([program = stayer()](int output) {
+      const pid_t child = fork();
+      if (child == 0) {
+        execl(program.c_str(), "stayer", "1000", nullptr);
+        _exit(1);
+      }
+      testing::say(output, std::to_string(child));
+      pause();
+    });
+  }
+  pid_t stayer_of(const testing::Child& host) {
+    const pid_t process = std::stoi(host.line());
+    run_until([&] { return look_up_process(process)->program == stayer(); });
+    return process;
+  }
   void expect_untouched(pid_t process, const std::string& name = "SpringBoard") {
     EXPECT_EQ(signal_named(root(), name, SIGKILL), 0u);
     EXPECT_TRUE(lives(process));
@@ -152,18 +170,8 @@ TEST_F(Killall, LeavesAChildOfTheHostAloneThatRunsAProgramFromOutsideOfTheRoot) 
 
 TEST_F(Killall, LeavesAProcessAloneThatIsNoChildOfTheHostThatIsNamed) {
   start_stayer("other");
-  const std::string stayer = root().path() + "/usr/bin/stayer";
-  const testing::Child parent([&](int output) {
-    const pid_t child = fork();
-    if (child == 0) {
-      execl(stayer.c_str(), "stayer", "1000", nullptr);
-      _exit(1);
-    }
-    testing::say(output, std::to_string(child));
-    pause();
-  });
-  const pid_t grandchild = std::stoi(parent.line());
-  run_until([&] { return look_up_process(grandchild)->program == stayer; });
+  const testing::Child parent = other_host();
+  const pid_t grandchild = stayer_of(parent);
   ProcessRecord record = record_of("SpringBoard", grandchild);
   put_record(record);
   EXPECT_EQ(signal_named(root(), "SpringBoard", SIGKILL), 0u);
@@ -179,18 +187,8 @@ TEST_F(Killall, LeavesAProcessAloneThatIsNoChildOfTheHostThatIsNamed) {
 
 TEST_F(Killall, LeavesAloneWhatAHostThatHasEndedLeftBehind) {
   start_stayer("other");
-  const std::string stayer = root().path() + "/usr/bin/stayer";
-  testing::Child parent([&](int output) {
-    const pid_t child = fork();
-    if (child == 0) {
-      execl(stayer.c_str(), "stayer", "1000", nullptr);
-      _exit(1);
-    }
-    testing::say(output, std::to_string(child));
-    pause();
-  });
-  const pid_t orphan = std::stoi(parent.line());
-  run_until([&] { return look_up_process(orphan)->program == stayer; });
+  testing::Child parent = other_host();
+  const pid_t orphan = stayer_of(parent);
   const auto host = look_up_process(parent.process());
   put_record({"SpringBoard", orphan, look_up_process(orphan)->started, parent.process(), host->started});
   EXPECT_EQ(signal_named(root(), "SpringBoard", 0), 1u);
