@@ -50,6 +50,8 @@ void launch(const WorkingTask& task) {
 /// Foundation's own looks every tenth of a second; a version that is asked for is there after a few
 /// milliseconds.
 void wait_until_exit(const WorkingTask& task) {
+  // The id of one that has been waited for already may be somebody else's by now.
+  if (!objc::send<"isRunning", bool>(task)) return task_wait(task);
   // By its number: the library declares this call for C alone.
   const UniqueFd process(
       static_cast<int>(::syscall(SYS_pidfd_open, objc::send<"processIdentifier", int>(task), 0)));
