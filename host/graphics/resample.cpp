@@ -84,8 +84,11 @@ void resample(const PixelView& source, const Rect& where, const MutablePixelView
                      std::isfinite(where.min_x()) && std::isfinite(where.min_y());
   const AxisFilter columns =
       drawn ? axis_filter(source.width, where.min_x(), where.width(), target.width) : AxisFilter{};
+  const bool square = source.width == source.height && target.width == target.height &&
+                      where.min_x() == where.min_y() && where.width() == where.height();
   const AxisFilter rows =
-      drawn ? axis_filter(source.height, where.min_y(), where.height(), target.height) : AxisFilter{};
+      !drawn ? AxisFilter{}
+             : (square ? columns : axis_filter(source.height, where.min_y(), where.height(), target.height));
 
   int first_column = source.width;
   int end_column = 0;
