@@ -151,34 +151,34 @@ Outcome read_rows(Inflater& packed, int bytes_per_pixel, const MutablePixelView&
 }  // namespace
 
 Result<std::optional<Pixels>> decode_true_colour_png(std::string_view bytes) {
-  constexpr std::optional<Pixels> kNotTaken;
+  const std::optional<Pixels> not_taken;
   constexpr std::string_view kSignature("\x89PNG\r\n\x1A\n", 8);
-  if (!bytes.starts_with(kSignature)) return kNotTaken;
+  if (!bytes.starts_with(kSignature)) return not_taken;
   bytes.remove_prefix(kSignature.size());
 
   auto chunk = next_chunk(bytes);
   const auto shape = chunk ? read_shape(*chunk) : std::nullopt;
-  if (!shape) return kNotTaken;
+  if (!shape) return not_taken;
   std::vector<std::string_view> packed;
   bool was_packed = false;
   while ((chunk = next_chunk(bytes)) && chunk->type != "IEND") {
     const bool is_packed = chunk->type == "IDAT";
     if (is_packed) {
       // The pixels may lie in several chunks, but must lie together.
-      if (!was_packed && !packed.empty()) return kNotTaken;
+      if (!was_packed && !packed.empty()) return not_taken;
       packed.push_back(chunk->data);
     } else {
       // Other chunks with a capital say how pixels are to be read, and one without names a transparent
       // colour.
       const bool can_be_ignored = (chunk->type.front() & 0x20) != 0 && chunk->type != "tRNS";
-      if (!can_be_ignored) return kNotTaken;
+      if (!can_be_ignored) return not_taken;
     }
     was_packed = is_packed;
   }
-  if (!chunk || packed.empty()) return kNotTaken;
+  if (!chunk || packed.empty()) return not_taken;
 
   auto pixels = Pixels::create(shape->width, shape->height);
-  if (!pixels) return kNotTaken;
+  if (!pixels) return not_taken;
   Inflater inflater(std::move(packed));
   switch (read_rows(inflater, shape->bytes_per_pixel, pixels->mutable_view())) {
     case Outcome::Sound:
@@ -188,7 +188,7 @@ Result<std::optional<Pixels>> decode_true_colour_png(std::string_view bytes) {
     case Outcome::Odd:
       break;
   }
-  return kNotTaken;
+  return not_taken;
 }
 
 }  // namespace wispen::graphics

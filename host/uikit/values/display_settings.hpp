@@ -7,7 +7,8 @@
 
 namespace wispen::uikit {
 
-struct DisplaySettings {
+// Aligned to its size, so that every compiler reads and writes it in one piece without a library's help.
+struct alignas(8) DisplaySettings {
   float scale = 2;  ///< pixels a point
   graphics::Idiom idiom = graphics::Idiom::Phone;
   graphics::Appearance appearance = graphics::Appearance::Light;
