@@ -10,6 +10,7 @@
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/session.hpp"
+#include "host/uikit/tables/scroll_motion.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/view_state.hpp"
 
@@ -17,13 +18,7 @@ namespace wispen::uikit {
 
 namespace {
 
-// The platform's normal deceleration keeps this part of the speed every millisecond.
-constexpr double kDeceleration = 0.998;
-constexpr double kSlowest = 15;   // points a second at which it stands still
-constexpr double kRubber = 0.55;  // how much a finger still moves it beyond its ends
-constexpr double kSpringSeconds = 0.4;
 constexpr double kOffsetSeconds = 0.3;
-constexpr double kFrame = 1.0 / 60;
 constexpr double kIndicatorWidth = 3;
 constexpr double kIndicatorMargin = 3;
 constexpr double kShortestIndicator = 36;
@@ -43,11 +38,9 @@ struct ScrollState {
   PanGestureRecognizer pan;
   Point drag_start;
   bool dragging = false;
-  Point velocity;  // of the content's offset
+  ScrollMotion motion;
   TimerId timer{};
   bool moving = false;  // by itself
-  Point spring_from;
-  double spring_elapsed = -1;
   EdgeInsets last_inset;
   bool placed = false;
 };
@@ -106,18 +99,20 @@ struct ScrollMethods {
         break;
       case GestureState::Changed: {
         const double wanted = state.drag_start.y - pan.translationInView(self).y;
-        self.setContentOffset({self.contentOffset().x, with_rubber(self, wanted)});
+        self.setContentOffset(
+            {self.contentOffset().x, offset_under_finger(wanted, range(self), self.bounds().height())});
         break;
       }
       case GestureState::Ended:
       case GestureState::Cancelled: {
         state.dragging = false;
-        state.velocity = {0, -pan.velocityInView(self).y};
-        if (pan.gesture_state() == GestureState::Cancelled) state.velocity = {};
-        const bool goes_on = std::abs(state.velocity.y) > kSlowest || beyond(self) != 0;
+        const bool thrown = pan.gesture_state() == GestureState::Ended;
+        const double velocity = thrown ? -pan.velocityInView(self).y : 0;
+        const bool goes_on =
+            std::abs(velocity) > ScrollMotion::kSlowest || !range(self).holds(self.contentOffset().y);
         self.setNeedsDisplay();
         tell<"scrollViewDidEndDragging:willDecelerate:">(self, goes_on);
-        if (goes_on) start_moving(self);
+        if (goes_on) start_moving(self, velocity);
         break;
       }
       default:
@@ -125,20 +120,10 @@ struct ScrollMethods {
     }
   }
 
-  /// How far the offset is beyond an end; 0 within.
-  static double beyond(const Self& self) {
-    const Point now = self.contentOffset();
-    return now.y - self.nearest_resting_offset(now).y;
-  }
-  static double with_rubber(const Self& self, double wanted) {
-    const ScrollState& state = self.scroll();
-    const double resting = self.nearest_resting_offset({0, wanted}).y;
-    const double over = wanted - resting;
-    if (over == 0) return wanted;
-    if (!state.bounces || !can_bounce(self)) return resting;
-    const double room = std::max(1.0, self.bounds().height());
-    const double given = (1 - 1 / (std::abs(over) * kRubber / room + 1)) * room;
-    return resting + std::copysign(given, over);
+  static ScrollRange range(const Self& self) {
+    constexpr double kFar = 1e9;
+    return {self.nearest_resting_offset({0, -kFar}).y, self.nearest_resting_offset({0, kFar}).y,
+            self.scroll().bounces && can_bounce(self)};
   }
   static bool can_bounce(const Self& self) {
     const EdgeInsets inset = self.adjustedContentInset();
@@ -146,12 +131,12 @@ struct ScrollMethods {
     return taller || self.scroll().always_bounces_vertical;
   }
 
-  static void start_moving(const Self& self) {
+  static void start_moving(const Self& self, double velocity) {
     ScrollState& state = self.scroll();
     if (std::exchange(state.moving, true)) return;
-    state.spring_elapsed = -1;
+    state.motion = ScrollMotion(velocity);
     const objc::Weak<Self> weak(self);
-    const auto frame = Nanoseconds(static_cast<std::int64_t>(kFrame * 1e9));
+    const auto frame = Nanoseconds(static_cast<std::int64_t>(ScrollMotion::kFrame * 1e9));
     state.timer = main_loop().add_timer(
         frame,
         [weak] {
@@ -161,29 +146,10 @@ struct ScrollMethods {
   }
 
   static void step(const Self& self) {
-    ScrollState& state = self.scroll();
     const Point now = self.contentOffset();
-    if (state.spring_elapsed < 0 && beyond(self) != 0) {
-      state.spring_elapsed = 0;
-      state.spring_from = now;
-    }
-    if (state.spring_elapsed >= 0) {
-      state.spring_elapsed += kFrame;
-      const double resting = self.nearest_resting_offset(now).y;
-      static const animation::TimingCurve kEaseOut(animation::NamedCurve::EaseOut);
-      const double progress = kEaseOut.progress(std::min(1.0, state.spring_elapsed / kSpringSeconds));
-      self.setContentOffset({now.x, animation::interpolated(state.spring_from.y, resting, progress)});
-      if (progress >= 1) finish(self);
-      return;
-    }
-    const double kept = std::pow(kDeceleration, kFrame * 1000);
-    double next = now.y + state.velocity.y * kFrame;
-    state.velocity.y *= kept;
-    const double resting = self.nearest_resting_offset({0, next}).y;
-    // Thrown over an end it goes a little beyond, and the spring takes over.
-    if (next != resting && (!state.bounces || !can_bounce(self))) next = resting;
-    self.setContentOffset({now.x, next});
-    if (std::abs(state.velocity.y) <= kSlowest && beyond(self) == 0) finish(self);
+    const ScrollMotion::Step step = self.scroll().motion.step(now.y, range(self));
+    self.setContentOffset({now.x, step.offset});
+    if (step.finished) finish(self);
   }
 
   static void finish(const Self& self) {
