@@ -10,6 +10,7 @@
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/events/touch.hpp"
 #include "host/uikit/painting/painter.hpp"
+#include "host/uikit/tables/table_cell_layout.hpp"
 #include "host/uikit/tables/table_view.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
@@ -21,21 +22,8 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kImageSize = 29;  // an icon's place, whatever its own size
-constexpr double kImageGap = 15;
-constexpr double kLabelGap = 8;
-constexpr double kAccessoryWidth = 8;
-constexpr double kAccessoryMargin = 16;
-constexpr double kAccessoryGap = 8;
-constexpr double kVerticalPadding = 11;
-
 graphics::Font body_font() {
   return graphics::text_style_font(graphics::TextStyle::Body, display_settings().content_size);
-}
-/// At the accessibility sizes words wrap, and a value stands below its title.
-bool wraps() { return graphics::is_accessibility_size(display_settings().content_size); }
-void let_wrap(const Label& label) {
-  if (wraps() && label && label.label().lines != 0) label.setNumberOfLines(0);
 }
 graphics::Font detail_font(CellStyle style) {
   const auto text_style =
@@ -94,22 +82,6 @@ struct TableCellMethods {
     return std::move(self).initialize<"initWithStyle:reuseIdentifier:">(NSInteger{0}, NSString());
   }
 
-  /// Room on the trailing side that is not the content's.
-  static double accessory_room(const Self& self) {
-    const TableCellState& state = self.cell();
-    if (state.accessory_view) return state.accessory_view.bounds().width() + kAccessoryMargin;
-    switch (state.accessory) {
-      case CellAccessory::None:
-        return 0;
-      case CellAccessory::Disclosure:
-        return kAccessoryWidth + kAccessoryMargin;
-      case CellAccessory::Checkmark:
-        return 14 + kAccessoryMargin;
-      default:
-        return 22 + kAccessoryMargin;
-    }
-  }
-
   static void layoutSubviews(const Self& self) {
     objc::send_super<"layoutSubviews">(self, objc::class_for<View>());
     TableCellState& state = self.cell();
@@ -119,88 +91,15 @@ struct TableCellMethods {
     state.content.setFrame({{turned ? room : 0, 0}, {bounds.width() - room, bounds.height()}});
     if (state.accessory_view) {
       const Size size = state.accessory_view.bounds().size;
-      const double x = turned ? kAccessoryMargin : bounds.width() - kAccessoryMargin - size.width;
-      state.accessory_view.setFrame({{x, round(bounds.height() - size.height)}, size});
+      const double x = turned ? kCellAccessoryMargin : bounds.width() - kCellAccessoryMargin - size.width;
+      state.accessory_view.setFrame(
+          {{x, round_to_pixel((bounds.height() - size.height) / 2, display_settings().scale)}, size});
     }
     for (const View& back : {state.background_view, state.selected_background_view}) {
       if (back) back.setFrame(bounds);
     }
-    place_labels(self);
+    place_cell_content(self);
   }
-  static bool is_stacked(const Self& self) {
-    const CellStyle style = self.cell().style;
-    return style == CellStyle::Subtitle || (style == CellStyle::Value1 && wraps());
-  }
-  static double round(double spare) { return round_to_pixel(spare / 2, display_settings().scale); }
-
-  static void place_labels(const Self& self) {
-    TableCellState& state = self.cell();
-    const Rect content = state.content.bounds();
-    const bool turned = self.is_right_to_left();
-    const auto place = [&](const View& view, double leading, double y, Size size) {
-      const double x = turned ? content.width() - leading - size.width : leading;
-      view.setFrame({{x, y}, size});
-    };
-    double leading = kCellMargin;
-    if (state.image_view && state.image_view.image()) {
-      Size size = image_of(state.image_view.image())->size();
-      size = {std::min(size.width, kImageSize), std::min(size.height, kImageSize)};
-      place(state.image_view, leading, round(content.height() - size.height), size);
-      leading += size.width + kImageGap;
-    }
-    const double trailing = accessory_room(self) > 0 ? kAccessoryGap : kCellMargin;
-    const double room = std::max(0.0, content.width() - leading - trailing);
-    if (!state.text_label) return;
-    // Set here as well, since a page may have made the labels its own.
-    let_wrap(state.text_label);
-    const bool has_detail =
-        state.detail_label && state.detail_label.text() && state.detail_label.text().length() > 0;
-    const Size text = state.text_label.sizeThatFits({room, 0});
-    if (is_stacked(self) && has_detail) {
-      const Size detail = state.detail_label.sizeThatFits({room, 0});
-      const double all = text.height + 2 + detail.height;
-      const double y = round(content.height() - all);
-      place(state.text_label, leading, y, {std::min(text.width, room), text.height});
-      place(state.detail_label, leading, y + text.height + 2, {std::min(detail.width, room), detail.height});
-      return;
-    }
-    if (!has_detail) {
-      // Over the whole height, so that a page that aligns the text itself finds all the room.
-      place(state.text_label, leading, 0, {room, content.height()});
-      if (state.detail_label) state.detail_label.setFrame({});
-      return;
-    }
-    Size detail = state.detail_label.sizeThatFits({room, 0});
-    // The title keeps its room as long as the value keeps some too, as on the platform.
-    const double title_width = std::min(text.width, std::max(room - kLabelGap - detail.width, room * 0.6));
-    detail.width = std::min(detail.width, room - kLabelGap - std::min(title_width, text.width));
-    place(state.text_label, leading, round(content.height() - text.height), {title_width, text.height});
-    place(state.detail_label, leading + room - detail.width, round(content.height() - detail.height), detail);
-  }
-
-  static Size sizeThatFits(const Self& self, const Size& size) {
-    const TableCellState& state = self.cell();
-    double height = kDefaultRowHeight;
-    double leading = kCellMargin;
-    if (state.image_view && state.image_view.image()) leading += kImageSize + kImageGap;
-    const double trailing = accessory_room(self) > 0 ? kAccessoryGap : kCellMargin;
-    const double room = std::max(0.0, size.width - leading - trailing - accessory_room(self));
-    let_wrap(state.text_label);
-    double text = 0;
-    if (state.text_label) text += state.text_label.sizeThatFits({room, 0}).height;
-    const bool has_detail =
-        state.detail_label && state.detail_label.text() && state.detail_label.text().length() > 0;
-    if (has_detail && is_stacked(self)) {
-      text += 2 + state.detail_label.sizeThatFits({room, 0}).height;
-    }
-    height = std::max(height, ceil_to_pixel(text, display_settings().scale) + 2 * kVerticalPadding);
-    if (!state.content.parts().constraints.empty()) {
-      const Size fitting = state.content.systemLayoutSizeFitting({size.width, 0}, 1000, 50);
-      height = std::max(height, fitting.height);
-    }
-    return {size.width, height};
-  }
-
   static void paint(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
     const Self self = view.as<Self>();
     const TableCellState& state = self.cell();
@@ -229,11 +128,11 @@ struct TableCellMethods {
       const auto symbol = graphics::symbol_image(name, configuration);
       if (symbol) canvas.draw(symbol->image, where, ContentMode::Centre, colour_of(tint));
     };
-    double edge = kAccessoryMargin;
+    double edge = kCellAccessoryMargin;
     if (state.accessory == CellAccessory::Disclosure || state.accessory == CellAccessory::DetailDisclosure) {
-      draw("chevron.forward", 13.5, graphics::font_weight::kSemibold, box(edge, kAccessoryWidth),
+      draw("chevron.forward", 13.5, graphics::font_weight::kSemibold, box(edge, kCellAccessoryWidth),
            UIColor::tertiaryLabelColor());
-      edge += kAccessoryWidth + 6;
+      edge += kCellAccessoryWidth + 6;
     }
     if (state.accessory == CellAccessory::Checkmark) {
       draw("checkmark", 15, graphics::font_weight::kSemibold, box(edge, 14), self.tintColor());
@@ -373,7 +272,7 @@ double TableCell::separator_start() const {
   const TableCellState& state = cell();
   if (state.separator_inset >= 0) return state.separator_inset;
   const bool has_image = state.image_view && state.image_view.image();
-  return has_image ? kCellMargin + kImageSize + kImageGap : kCellMargin;
+  return has_image ? kCellMargin + kCellImageSize + kCellImageGap : kCellMargin;
 }
 
 void TableCell::set_highlighted(bool highlighted, bool) const {
@@ -419,7 +318,7 @@ void TableCell::define() {
       .method<"separatorInset", &M::separatorInset>()
       .method<"setSeparatorInset:", &M::setSeparatorInset>()
       .method<"layoutSubviews", &M::layoutSubviews>()
-      .method<"sizeThatFits:", &M::sizeThatFits>()
+      .method<"sizeThatFits:", &fitting_cell_size>()
       .method<"touchesBegan:withEvent:", &M::touchesBegan>()
       .method<"touchesMoved:withEvent:", &M::touchesMoved>()
       .method<"touchesEnded:withEvent:", &M::touchesEnded>()
