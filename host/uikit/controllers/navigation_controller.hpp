@@ -17,6 +17,7 @@ class NavigationController : public objc::Authored<NavigationController, ViewCon
   using Authored::Authored;
 
   static void define();
+  NavigationState& navigation() const;
   static NavigationController with_root(const ViewController& root);
 
   NavigationBar bar() const;
@@ -27,10 +28,6 @@ class NavigationController : public objc::Authored<NavigationController, ViewCon
   ViewController pop(bool animated) const;
   NSArray pop_to(const ViewController& controller, bool animated) const;
   void set_stack(std::vector<ViewController> controllers, bool animated) const;
-
- private:
-  friend struct NavigationMethods;
-  NavigationState& navigation() const;
 };
 
 }  // namespace wispen::uikit
