@@ -102,16 +102,18 @@ class Inflater {
   /// Whether another call may bring more. The library holds bytes back when there is no room for them, so
   /// there may be some after the last part.
   bool proceed() {
-    const bool had_parts = next_ < parts_.size();
-    if (state_->avail_in == 0 && had_parts) {
+    const bool fed = state_->avail_in == 0 && next_ < parts_.size();
+    if (fed) {
       const std::string_view part = parts_[next_++];
       state_->next_in = const_cast<std::uint8_t*>(as_bytes(part));  // the library only reads it
       state_->avail_in = static_cast<std::uint32_t>(part.size());
     }
+    const std::uint32_t given = state_->avail_in;
     const std::uint32_t room = state_->avail_out;
     failed_ = isal_inflate(state_.get()) != ISAL_DECOMP_OK || failed_;
     release_registers();
-    return !failed_ && state_->block_state != ISAL_BLOCK_FINISH && (had_parts || state_->avail_out != room);
+    const bool moved = fed || state_->avail_in != given || state_->avail_out != room;
+    return moved && !failed_ && state_->block_state != ISAL_BLOCK_FINISH;
   }
 
   std::unique_ptr<inflate_state> state_;
