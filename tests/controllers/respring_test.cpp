@@ -35,12 +35,12 @@ class RespringTest : public PageTest {
   std::vector<std::string> calls(std::size_t wanted) {
     std::vector<std::string> lines;
     // The second command is not waited for: it is watched until it has written, or the test fails.
-    for (int i = 0; i < 500 && lines.size() < wanted; ++i) {
+    for (int i = 0; i == 0 || (i < 5000 && lines.size() < wanted); ++i) {
+      if (i > 0) ::usleep(1000);
       lines.clear();
       std::ifstream file(log_);
       for (std::string line; std::getline(file, line);) lines.push_back(line.substr(line.rfind('/') + 1));
       wispen_host_run_until_idle();
-      ::usleep(1000);
     }
     return lines;
   }
@@ -52,10 +52,11 @@ class RespringTest : public PageTest {
 };
 
 TEST_F(RespringTest, DoesNothingAtOnceWhereThereIsNoCommand) {
-  const double before = wispen_host_now();
-  press();
-  EXPECT_EQ(wispen_host_now(), before);
-  EXPECT_THAT(calls(0), IsEmpty());
+  press();  // a wait for what was never started would not come back
+  for (const char* const path : {kSystemPath, kJailbreakPath}) {
+    EXPECT_FALSE(std::filesystem::exists(device_path(path)));
+  }
+  EXPECT_THAT(problems(), IsEmpty());
 }
 
 TEST_F(RespringTest, EndsOnlyBackboarddWhereOnlyTheJailbreakHasTheCommand) {
@@ -93,7 +94,28 @@ TEST_F(RespringTest, GivesTheCommandsNoEnvironment) {
   }
 }
 
+TEST_F(RespringTest, GivesTwoArgumentsOfWhichTheFirstIsTheCommandAndNothingElse) {
+  for (const char* const path : {kSystemPath, kJailbreakPath}) {
+    std::filesystem::create_directories(device_path(path).parent_path());
+    std::filesystem::copy_file(WISPEN_TEST_RECORDER, device_path(path));
+  }
+  press();
+  const auto arguments_of = [](const char* path) {
+    const std::string record = device_path(path).string() + ".arguments";
+    std::string text;
+    // The second is not waited for; its record ends with a full stop.
+    for (int i = 0; i < 5000 && !text.ends_with('.'); ++i) {
+      text = contents_of(record);
+      ::usleep(1000);
+    }
+    return text;
+  };
+  EXPECT_EQ(arguments_of(kSystemPath), "killall|SpringBoard|.");
+  EXPECT_EQ(arguments_of(kJailbreakPath), "killall|backboardd|.");
+}
+
 TEST_F(RespringTest, IsWhatTheButtonInTheBarDoes) {
+  put_recorder(kSystemPath);  // is waited for, so that a call would be seen at once
   put_recorder(kJailbreakPath);
   show_shipped("root");
   const auto button = objc::cast_or_nil<UIButton>(top().navigationItem().titleView());
@@ -102,8 +124,10 @@ TEST_F(RespringTest, IsWhatTheButtonInTheBarDoes) {
     return each["class"] == "UIButton" && each.value("text", "") == "Respring";
   });
   ASSERT_TRUE(view);
+  button.sendActionsForControlEvents(~UIControlEventTouchUpInside);
+  EXPECT_THAT(calls(0), IsEmpty());
   tap(*view);
-  EXPECT_THAT(calls(1), ElementsAre("killall backboardd"));
+  EXPECT_THAT(calls(2), ElementsAre("killall SpringBoard", "killall backboardd"));
 }
 
 TEST_F(RespringTest, IsNotOfTheSubPages) {
