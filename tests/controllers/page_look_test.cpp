@@ -16,6 +16,68 @@ using ::testing::DoubleEq;
 using ::testing::ElementsAre;
 using ::testing::Pointwise;
 
+class WispRootListController : public PSListController {
+ public:
+  static constexpr objc::FixedString kClass{"WispRootListController"};
+  using PSListController::PSListController;
+};
+
+std::vector<std::string> heard;
+
+/// A page that says how far its view is when the banner is asked for, and has none.
+class BannerlessPage : public objc::Authored<BannerlessPage, WispRootListController> {
+ public:
+  static constexpr objc::FixedString kClass{"WispenTestBannerlessPage"};
+  using Authored::Authored;
+  void make_banner() const {
+    heard.emplace_back(table() ? "banner after the table" : "banner before the table");
+  }
+  static void define() {
+    objc::Class<BannerlessPage>().method<"headerCell", &BannerlessPage::make_banner>().register_class();
+  }
+};
+
+// What the root page passes on to the framework's own.
+void note(const PSListController& page, const std::string& what) {
+  if (page.isKindOfClass(objc::class_for<WispRootListController>())) heard.push_back(what);
+}
+objc::Original<void(bool)> will_appear;
+objc::Original<void(bool)> will_disappear;
+objc::Original<UIView(UITableView, NSInteger)> view_for_header;
+objc::Original<CGFloat(UITableView, NSInteger)> height_for_header;
+
+void note_will_appear(const PSListController& page, bool animated) {
+  note(page, animated ? "will appear, animated" : "will appear");
+  will_appear(page, animated);
+}
+void note_will_disappear(const PSListController& page, bool animated) {
+  note(page, animated ? "will disappear, animated" : "will disappear");
+  will_disappear(page, animated);
+}
+UIView note_view_for_header(const PSListController& page, const UITableView& table, NSInteger section) {
+  note(page, "view for a header");
+  return view_for_header(page, table, section);
+}
+CGFloat note_height_for_header(const PSListController& page, const UITableView& table, NSInteger section) {
+  note(page, "height for a header");
+  return height_for_header(page, table, section);
+}
+void note_will_display(const PSListController& page, const UITableView&, const UITableViewCell&,
+                       const NSIndexPath&) {
+  note(page, "will display a cell");
+}
+void listen_to_the_framework() {
+  if (!will_appear) {
+    objc::Category<PSListController>()
+        .method<"viewWillAppear:", &note_will_appear>(will_appear)
+        .method<"viewWillDisappear:", &note_will_disappear>(will_disappear)
+        .method<"tableView:viewForHeaderInSection:", &note_view_for_header>(view_for_header)
+        .method<"tableView:heightForHeaderInSection:", &note_height_for_header>(height_for_header)
+        .method<"tableView:willDisplayCell:forRowAtIndexPath:", &note_will_display>();
+  }
+  heard.clear();
+}
+
 class PageLookTest : public PageTest {
  protected:
   static UIView header_for(const UITableView& table, NSInteger section) {
@@ -68,6 +130,32 @@ TEST_F(PageLookTest, MakesTheRunTimeCellClassWithItsFirstView) {
   EXPECT_TRUE(objc::ClassRef::named("OndrelTintCell"));
   const auto another = open_page("WispRootListController");
   EXPECT_TRUE(another.view());
+}
+
+TEST_F(PageLookTest, AsksItselfForTheBannerOnceItHasATable) {
+  load_shipped_bundle();
+  BannerlessPage::define();
+  heard.clear();
+  const BannerlessPage page = objc::make<BannerlessPage>();
+  EXPECT_TRUE(page.view());
+  EXPECT_THAT(heard, ElementsAre("banner after the table"));
+  EXPECT_EQ(page.table().delegate(), page);
+  EXPECT_FALSE(page.table().tableHeaderView());
+}
+
+TEST_F(PageLookTest, PassesItsComingAndGoingOnAndKeepsHeadersAndCellsToItself) {
+  show_shipped("settings");
+  listen_to_the_framework();
+  const auto page = open_page("WispRootListController");
+  for (const bool animated : {true, false}) {
+    heard.clear();
+    navigation().pushViewController(page, animated);
+    settle();
+    navigation().popViewController(animated);
+    settle();
+    const std::string how = animated ? ", animated" : "";
+    EXPECT_THAT(heard, ElementsAre("will appear" + how, "will disappear" + how));
+  }
 }
 
 TEST_F(PageLookTest, PutsTheBannerAboveTheRowsAndBecomesTheTablesDelegate) {
