@@ -94,24 +94,31 @@ TEST_F(RespringTest, GivesTheCommandsNoEnvironment) {
   }
 }
 
-TEST_F(RespringTest, GivesTwoArgumentsOfWhichTheFirstIsTheCommandAndNothingElse) {
+TEST_F(RespringTest, GivesBothCommandsTwoArgumentsTheirNameFirstAndNoEnvironment) {
+  // A script is not told how it was called, but the shell is: as the command itself, it runs the file that
+  // its one argument names.
   for (const char* const path : {kSystemPath, kJailbreakPath}) {
     std::filesystem::create_directories(device_path(path).parent_path());
-    std::filesystem::copy_file(WISPEN_TEST_RECORDER, device_path(path));
+    std::filesystem::copy_file("/bin/sh", device_path(path));
   }
-  press();
-  const auto arguments_of = [](const char* path) {
-    const std::string record = device_path(path).string() + ".arguments";
-    std::string text;
-    // The second is not waited for; its record ends with a full stop.
-    for (int i = 0; i < 5000 && !text.ends_with('.'); ++i) {
-      text = contents_of(record);
-      ::usleep(1000);
-    }
-    return text;
-  };
-  EXPECT_EQ(arguments_of(kSystemPath), "killall|SpringBoard|.");
-  EXPECT_EQ(arguments_of(kJailbreakPath), "killall|backboardd|.");
+  const auto record_of = [&](const std::string& name) { return folder_ / (name + ".arguments"); };
+  for (const std::string name : {"SpringBoard", "backboardd"}) {
+    folder_.write(name, "tr '\\0' '|' < /proc/$$/cmdline > '" + record_of(name) +
+                            "'\ntr '\\0' '|' < /proc/$$/environ >> '" + record_of(name) + "'\necho >> '" +
+                            record_of(name) + "'\n");
+  }
+  const auto page = open_page("WispRootListController");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  objc::send<"respring">(page);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(contents_of(record_of("SpringBoard")), "killall|SpringBoard|\n");
+  std::string second;
+  for (int i = 0; i < 5000 && !second.ends_with('\n'); ++i) {  // not waited for
+    second = contents_of(record_of("backboardd"));
+    ::usleep(1000);
+  }
+  EXPECT_EQ(second, "killall|backboardd|\n");
 }
 
 TEST_F(RespringTest, IsWhatTheButtonInTheBarDoes) {
