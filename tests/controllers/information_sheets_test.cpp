@@ -258,6 +258,29 @@ TEST_F(InformationSheetsTest, FrostsAViewThatIsLoadedBeforeItsTime) {
   load_early = false;
 }
 
+TEST_F(InformationSheetsTest, LivesAsLongAsItsPage) {
+  objc::Weak<UIViewController> features;
+  objc::Weak<UIViewController> changes;
+  {
+    const objc::AutoreleasePool pool;
+    act("showWtfChangedInThisVersion");
+    features = sheet();
+    dismiss();
+    act("showWtfChangedInThisVersion2");
+    changes = sheet();
+    dismiss();
+  }
+  EXPECT_TRUE(features.lock());
+  EXPECT_TRUE(changes.lock());
+  {
+    const objc::AutoreleasePool pool;
+    navigation().popViewController(false);
+    settle();
+  }
+  EXPECT_FALSE(features.lock());
+  EXPECT_FALSE(changes.lock());
+}
+
 TEST_F(InformationSheetsTest, IsLeftByEscapeAndByADragDown) {
   act("showWtfChangedInThisVersion2");
   wispen_host_key("escape");

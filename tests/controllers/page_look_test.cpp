@@ -316,6 +316,18 @@ TEST_F(PageLookTest, TitlesSectionsByTheirNumberAlone) {
   }
 }
 
+TEST_F(PageLookTest, NeverShowsTheTitlesOfTheListsGroupsOnPurpose) {
+  show("root",
+       {{"Root.plist",
+         specifier_list(item({{"cell", "PSGroupCell"}, {"label", "Of the list"}, {"footerText", "Foot"}}) +
+                        item({{"cell", "PSSwitchCell"}, {"key", "a"}, {"label", "A row"}}))}});
+  EXPECT_TRUE(with_text("A row"));
+  EXPECT_TRUE(with_text("Foot"));
+  EXPECT_TRUE(with_text("My Socials"));
+  EXPECT_FALSE(with_text("Of the list"));
+  EXPECT_FALSE(with_text("OF THE LIST"));
+}
+
 TEST_F(PageLookTest, CentresAPillInTwoSections) {
   show_shipped("root");
   const UITableView table = table_of_width(331);
