@@ -58,6 +58,7 @@ NSMutableArray WispBaseController::specifiers() const {
 NSMutableArray WispBaseController::dynamicSpecifiersFromPlist(const NSString& name) const {
   const NSMutableArray all = loadSpecifiersFromPlistName(name, *this).mutableCopy();
   setSavedSpecifiers(all.copy());
+  if (!all) return all;  // the framework had none to give
 
   // From the last row to the first, as rows would be removed; collected instead, because removing each
   // hidden row from the list would cost the square of its length.

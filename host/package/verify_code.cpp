@@ -94,6 +94,13 @@ std::string libraries_fault(const Image& image, const std::vector<Stub>& stubs) 
     });
     if (optional && !library.weak) return "it cannot be loaded without " + library.name;
   }
+  // No code of ours calls them: the rows that name their classes need them loaded.
+  for (const std::string_view name : kOptionalLibraries) {
+    const bool loaded = std::ranges::any_of(image.libraries, [&](const macho::Library& library) {
+      return library.name.find(name) != std::string::npos;
+    });
+    if (!loaded) return "it does not load " + std::string(name);
+  }
   // Where the jailbreak's libraries are is found out on the device, never fixed here.
   for (const char* needed : {"/usr/lib", "/var/jb/usr/lib", "@loader_path/.jbroot/usr/lib"}) {
     if (std::ranges::find(image.run_paths, needed) == image.run_paths.end()) {
@@ -121,6 +128,7 @@ std::string exports_fault(const Image& image) {
   for (const macho::Export& symbol : *exports) {
     if (symbol.name != kOnlyExport) return "it exports " + symbol.name;
   }
+  if (exports->empty()) return "it does not export " + std::string(kOnlyExport);
   return {};
 }
 

@@ -16,6 +16,68 @@ using ::testing::DoubleEq;
 using ::testing::ElementsAre;
 using ::testing::Pointwise;
 
+class WispRootListController : public PSListController {
+ public:
+  static constexpr objc::FixedString kClass{"WispRootListController"};
+  using PSListController::PSListController;
+};
+
+std::vector<std::string> heard;
+
+/// A page that says how far its view is when the banner is asked for, and has none.
+class BannerlessPage : public objc::Authored<BannerlessPage, WispRootListController> {
+ public:
+  static constexpr objc::FixedString kClass{"WispenTestBannerlessPage"};
+  using Authored::Authored;
+  void make_banner() const {
+    heard.emplace_back(table() ? "banner after the table" : "banner before the table");
+  }
+  static void define() {
+    objc::Class<BannerlessPage>().method<"headerCell", &BannerlessPage::make_banner>().register_class();
+  }
+};
+
+// What the root page passes on to the framework's own.
+void note(const PSListController& page, const std::string& what) {
+  if (page.isKindOfClass(objc::class_for<WispRootListController>())) heard.push_back(what);
+}
+objc::Original<void(bool)> will_appear;
+objc::Original<void(bool)> will_disappear;
+objc::Original<UIView(UITableView, NSInteger)> view_for_header;
+objc::Original<CGFloat(UITableView, NSInteger)> height_for_header;
+
+void note_will_appear(const PSListController& page, bool animated) {
+  note(page, animated ? "will appear, animated" : "will appear");
+  will_appear(page, animated);
+}
+void note_will_disappear(const PSListController& page, bool animated) {
+  note(page, animated ? "will disappear, animated" : "will disappear");
+  will_disappear(page, animated);
+}
+UIView note_view_for_header(const PSListController& page, const UITableView& table, NSInteger section) {
+  note(page, "view for a header");
+  return view_for_header(page, table, section);
+}
+CGFloat note_height_for_header(const PSListController& page, const UITableView& table, NSInteger section) {
+  note(page, "height for a header");
+  return height_for_header(page, table, section);
+}
+void note_will_display(const PSListController& page, const UITableView&, const UITableViewCell&,
+                       const NSIndexPath&) {
+  note(page, "will display a cell");
+}
+void listen_to_the_framework() {
+  if (!will_appear) {
+    objc::Category<PSListController>()
+        .method<"viewWillAppear:", &note_will_appear>(will_appear)
+        .method<"viewWillDisappear:", &note_will_disappear>(will_disappear)
+        .method<"tableView:viewForHeaderInSection:", &note_view_for_header>(view_for_header)
+        .method<"tableView:heightForHeaderInSection:", &note_height_for_header>(height_for_header)
+        .method<"tableView:willDisplayCell:forRowAtIndexPath:", &note_will_display>();
+  }
+  heard.clear();
+}
+
 class PageLookTest : public PageTest {
  protected:
   static UIView header_for(const UITableView& table, NSInteger section) {
@@ -27,6 +89,18 @@ class PageLookTest : public PageTest {
   }
   static UILabel label_in(const UIView& view, NSUInteger index) {
     return view.subviews().objectAtIndex<UILabel>(index);
+  }
+  /// A variable of the page, by its registered name.
+  template <class T>
+  static T variable_of(const PSListController& page, const char* name) {
+    const auto offset = objc::detail::offset_of(objc::ClassRef::named("WispBaseController").borrow(), name);
+    return *objc::detail::at<T>(objc::borrow(page), offset);
+  }
+  static void expect_title(const UILabel& label, const std::string& text, const std::vector<double>& colour) {
+    EXPECT_EQ(label.text().utf8(), text);
+    EXPECT_EQ(rgba(label.textColor()), colour) << text;
+    EXPECT_TRUE(label.font().isEqual(UIFont::systemFontOfSize(18, UIFontWeightSemibold))) << text;
+    EXPECT_FALSE(label.font().isEqual(UIFont::systemFontOfSize(18)));
   }
   static std::vector<std::string> variables_of(const char* cls) {
     unsigned count = 0;
@@ -48,12 +122,40 @@ TEST_F(PageLookTest, KeepsItsVariablesByNameAndInOrder) {
 
 TEST_F(PageLookTest, MakesTheRunTimeCellClassWithItsFirstView) {
   load_shipped_bundle();
+  // A class stays for the life of the process.
+  if (objc::ClassRef::named("OndrelTintCell")) GTEST_SKIP() << "an earlier test made it";
   const auto page = open_page("WispRootListController");
   EXPECT_FALSE(objc::ClassRef::named("OndrelTintCell"));
   EXPECT_TRUE(page.view());
   EXPECT_TRUE(objc::ClassRef::named("OndrelTintCell"));
   const auto another = open_page("WispRootListController");
   EXPECT_TRUE(another.view());
+}
+
+TEST_F(PageLookTest, AsksItselfForTheBannerOnceItHasATable) {
+  load_shipped_bundle();
+  BannerlessPage::define();
+  heard.clear();
+  const BannerlessPage page = objc::make<BannerlessPage>();
+  EXPECT_TRUE(page.view());
+  EXPECT_THAT(heard, ElementsAre("banner after the table"));
+  EXPECT_EQ(page.table().delegate(), page);
+  EXPECT_FALSE(page.table().tableHeaderView());
+}
+
+TEST_F(PageLookTest, PassesItsComingAndGoingOnAndKeepsHeadersAndCellsToItself) {
+  show_shipped("settings");
+  listen_to_the_framework();
+  const auto page = open_page("WispRootListController");
+  for (const bool animated : {true, false}) {
+    heard.clear();
+    navigation().pushViewController(page, animated);
+    settle();
+    navigation().popViewController(animated);
+    settle();
+    const std::string how = animated ? ", animated" : "";
+    EXPECT_THAT(heard, ElementsAre("will appear" + how, "will disappear" + how));
+  }
 }
 
 TEST_F(PageLookTest, PutsTheBannerAboveTheRowsAndBecomesTheTablesDelegate) {
@@ -85,6 +187,34 @@ TEST_F(PageLookTest, PutsTheBannerAboveTheRowsAndBecomesTheTablesDelegate) {
   EXPECT_NE(page.navigationItem().titleView(), title);
   EXPECT_EQ(page.navigationItem().titleView().subviews().count(), 0U);
   EXPECT_EQ(banner.subviews().count(), 1U);
+}
+
+TEST_F(PageLookTest, LaysTheBannerOutByFourConstraintsAndTheSecondOneByNone) {
+  load_shipped_bundle();
+  const auto page = open_page("WispRootListController");
+  objc::send<"layoutUI">(page);  // before there is anything to lay out
+  objc::send<"headerCell">(page);
+  const auto banner = variable_of<UIView>(page, "headerView1");
+  const auto image = variable_of<UIImageView>(page, "headerImageView");
+  EXPECT_EQ(banner.frame(), (CGRect{{0, 0}, {100, 100}}));
+  EXPECT_FALSE(banner.clipsToBounds());
+  const auto constraints = objc::send<"constraints", NSArray>(banner);
+  ASSERT_EQ(constraints.count(), 4U);
+  std::vector<NSInteger> attributes;
+  for (NSUInteger i = 0; i < 4; ++i) {
+    const auto each = constraints.objectAtIndex<NSLayoutConstraint>(i);
+    EXPECT_EQ((objc::send<"firstItem", NSObject>(each)), image);
+    EXPECT_EQ((objc::send<"secondItem", NSObject>(each)), banner);
+    EXPECT_EQ((objc::send<"constant", CGFloat>(each)), 0);
+    attributes.push_back(objc::send<"firstAttribute", NSInteger>(each));
+    EXPECT_EQ((objc::send<"secondAttribute", NSInteger>(each)), attributes.back());
+  }
+  EXPECT_THAT(attributes, ElementsAre(3, 4, 5, 6));  // top, bottom, leading, trailing
+  EXPECT_FALSE(variable_of<UIView>(page, "headerView2"));
+  EXPECT_FALSE(variable_of<UIView>(page, "headerImageView2"));
+  EXPECT_FALSE(variable_of<UIImageView>(page, "iconImageView").translatesAutoresizingMaskIntoConstraints());
+  EXPECT_FALSE(variable_of<UILabel>(page, "_label"));
+  EXPECT_FALSE(variable_of<UILabel>(page, "_underLabel"));
 }
 
 TEST_F(PageLookTest, ShowsTheBannersImageOnlyByItsOwnPath) {
@@ -162,6 +292,10 @@ TEST_F(PageLookTest, TitlesSectionsByTheirNumberAlone) {
                                   {3, "", yellow},
                                   {4, "Miscellaneous", blue},
                                   {5, "", black},
+                                  {6, "", black},
+                                  {7, "", black},
+                                  {8, "", black},
+                                  {9, "", black},
                                   {10, "", black},
                                   {11, "Base Configurations", orange},
                                   {12, "", black},
@@ -169,8 +303,8 @@ TEST_F(PageLookTest, TitlesSectionsByTheirNumberAlone) {
     const UIView header = header_for(table, each.section);
     ASSERT_EQ(header.subviews().count(), 1U) << each.section;
     const UILabel label = label_in(header, 0);
-    EXPECT_EQ(label.text().utf8(), each.text) << each.section;
-    EXPECT_EQ(rgba(label.textColor()), each.colour) << each.section;
+    expect_title(label, each.text, each.colour);
+    EXPECT_EQ(rgba(header.backgroundColor()), rgba(UIColor::clearColor()));
     EXPECT_EQ(label.textAlignment(), NSTextAlignment::Left);
     EXPECT_EQ(label.frame(), (CGRect{{0, 0}, {360, 40}}));
     EXPECT_EQ(header.frame(), (CGRect{{0, 0}, {360, 40}}));
@@ -180,6 +314,18 @@ TEST_F(PageLookTest, TitlesSectionsByTheirNumberAlone) {
     const auto height = objc::send<"tableView:heightForHeaderInSection:", CGFloat>(top(), table, section);
     EXPECT_EQ(height, 40);
   }
+}
+
+TEST_F(PageLookTest, NeverShowsTheTitlesOfTheListsGroupsOnPurpose) {
+  show("root",
+       {{"Root.plist",
+         specifier_list(item({{"cell", "PSGroupCell"}, {"label", "Of the list"}, {"footerText", "Foot"}}) +
+                        item({{"cell", "PSSwitchCell"}, {"key", "a"}, {"label", "A row"}}))}});
+  EXPECT_TRUE(with_text("A row"));
+  EXPECT_TRUE(with_text("Foot"));
+  EXPECT_TRUE(with_text("My Socials"));
+  EXPECT_FALSE(with_text("Of the list"));
+  EXPECT_FALSE(with_text("OF THE LIST"));
 }
 
 TEST_F(PageLookTest, CentresAPillInTwoSections) {
@@ -193,15 +339,55 @@ TEST_F(PageLookTest, CentresAPillInTwoSections) {
     EXPECT_EQ(pill.layer().cornerRadius(), 10);
     EXPECT_TRUE(pill.clipsToBounds());
     const UILabel label = label_in(pill, 0);
-    EXPECT_EQ(label.text().utf8(), section == 1 ? "Base Configurations" : "Miscellaneous");
+    expect_title(label, section == 1 ? "Base Configurations" : "Miscellaneous", {1, 0.5, 0, 1});
+    EXPECT_EQ(label.textAlignment(), NSTextAlignment::Center);
+    EXPECT_EQ(label.bounds().size, label.sizeThatFits({}));
+    EXPECT_EQ(pill.bounds().size.height, 40);
+    EXPECT_EQ(rgba(pill.backgroundColor()), rgba(UIColor::clearColor()));
+    EXPECT_EQ(rgba(header.backgroundColor()), rgba(UIColor::clearColor()));
     EXPECT_EQ(pill.bounds().size.width, label.bounds().size.width + 20);
     EXPECT_EQ(label.center(), (CGPoint{pill.bounds().size.width / 2, 20}));
     // The first has an empty label over it, the second none.
     ASSERT_EQ(header.subviews().count(), section == 1 ? 2U : 1U);
     if (section == 1) {
-      EXPECT_EQ(label_in(header, 1).text().length(), 0U);
+      expect_title(label_in(header, 1), "", {0, 0, 0, 1});
+      EXPECT_EQ(label_in(header, 1).textAlignment(), NSTextAlignment::Left);
+      EXPECT_EQ(label_in(header, 1).frame(), (CGRect{{0, 0}, {301, 40}}));
     }
   }
+}
+
+TEST_F(PageLookTest, CutsAFractionOfAWidthTowardsZero) {
+  show_shipped("root");
+  struct Expectation {
+    CGFloat table;
+    CGFloat header;
+    CGFloat middle;
+  };
+  for (const Expectation& each : {Expectation{330.9, 300, 150}, {31.5, 1, 0}, {29.5, 0, 0}, {26.5, -3, -1}}) {
+    const UIView header = header_for(table_of_width(each.table), 2);
+    const auto pill = header.subviews().objectAtIndex<UIView>(0);
+    EXPECT_EQ(pill.center().x, each.middle) << each.table;
+    EXPECT_EQ(header.bounds().size.width, each.header) << each.table;
+  }
+}
+
+TEST_F(PageLookTest, KeepsTheBarAsItIsWhereItLeavesAnyOtherStack) {
+  show_shipped("settings");
+  const UINavigationBar bar = navigation().navigationBar();
+  const auto page = open_page("WispRootListController");
+  objc::send<"viewWillDisappear:">(page, false);  // in no stack at all
+  navigation().pushViewController(page, false);
+  settle();
+  navigation().pushViewController(open_page("WispRootListController"), false);
+  settle();
+  bar.setTintColor(UIColor::redColor());
+  navigation().popViewController(false);  // two are left
+  wispen_host_run_until_idle();
+  EXPECT_THAT(rgba(bar.tintColor()), Pointwise(DoubleEq(), {0.5, 0.3, 0.55, 1.0}));
+  bar.setTintColor(UIColor::redColor());
+  objc::send<"viewWillDisappear:">(page, true);
+  EXPECT_THAT(rgba(bar.tintColor()), Pointwise(DoubleEq(), {1.0, 0.0, 0.0, 1.0}));
 }
 
 TEST_F(PageLookTest, FadesCellsInAtEveryDisplay) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/support/host_fixture.hpp"
+#include "tests/support/raised.hpp"
 
 namespace wispen::testing {
 namespace {
@@ -140,12 +141,52 @@ TEST_P(PreferenceStoreTest, AFailedWriteIsSilentAndIsNotifiedAllTheSame) {
   EXPECT_TRUE(read(page_, specifier_for("k", number(5))).isEqual(number(5)));
 }
 
+TEST_P(PreferenceStoreTest, AValueOrKeyThatNoFileCanHoldIsDroppedInSilenceAndNotifiedAllTheSame) {
+  const std::string before = plist("<dict><key>k</key><integer>1</integer></dict>");
+  write_file(domain_file(), before);
+  write(page_, page_, specifier_for("k", NSObject(), "test/changed"));
+  EXPECT_EQ(contents_of(domain_file()), before);
+  const PSSpecifier odd = specifier_for(nullptr, number(8), "test/changed");
+  odd.setProperty(number(5), "key"_ns);
+  EXPECT_TRUE(read(page_, odd).isEqual(number(8)));
+  write(page_, number(1), odd);
+  EXPECT_EQ(contents_of(domain_file()), before);
+  EXPECT_THAT(posted(), ::testing::ElementsAre("test/changed", "test/changed"));
+}
+
+TEST_P(PreferenceStoreTest, IsNotTheFrameworksStoreWhateverDomainTheRowNames) {
+  const PSSpecifier specifier = specifier_for("k", number(3), "test/changed");
+  specifier.setProperty("some.domain"_ns, "defaults"_ns);
+  const auto other = device_path("/var/mobile/Library/Preferences/some.domain.plist");
+  write_file(other, plist("<dict><key>k</key><integer>8</integer></dict>"));
+  EXPECT_TRUE(read(page_, specifier).isEqual(number(3)));
+  write(page_, number(4), specifier);
+  EXPECT_EQ(
+      NSDictionary::dictionaryWithContentsOfFile(other.c_str()).objectForKey<NSNumber>("k"_ns).intValue(), 8);
+  EXPECT_TRUE(domain().objectForKey("k"_ns).isEqual(number(4)));
+  EXPECT_THAT(posted(), ::testing::ElementsAre("test/changed"));
+}
+
+TEST_P(PreferenceStoreTest, AWriteLeavesThePageAsItIs) {
+  const NSArray rows = page_.specifiers();
+  objc::send<"clearSpecifierChanges">(page_);
+  write(page_, "none"_ns, specifier_for("regularMode"));  // which rows are shown by
+  EXPECT_EQ(page_.specifiers(), rows);
+  EXPECT_EQ((objc::send<"specifierChanges", NSArray>(page_)).count(), 0U);
+  EXPECT_EQ(wispen_host_sound_count(), 0U);
+}
+
 TEST_P(PreferenceStoreTest, ARowWithoutAKeyReadsItsDefaultAndRaisesWhenWritten) {
   const PSSpecifier keyless = specifier_for(nullptr, number(8), "test/changed");
   EXPECT_TRUE(read(page_, keyless).isEqual(number(8)));
-  EXPECT_ANY_THROW(write(page_, number(1), keyless));
-  EXPECT_ANY_THROW(write(page_, NSObject(), specifier_for("k")));
+  EXPECT_EQ(raised_by([&] { write(page_, number(1), keyless); }), "NSInvalidArgumentException");
+  EXPECT_EQ(raised_by([&] { write(page_, NSObject(), specifier_for("k")); }), "NSInvalidArgumentException");
   EXPECT_FALSE(fs::exists(domain_file()));
+  const std::string before = plist("<dict><key>k</key><integer>1</integer></dict>");
+  write_file(domain_file(), before);
+  EXPECT_EQ(raised_by([&] { write(page_, number(1), keyless); }), "NSInvalidArgumentException");
+  EXPECT_EQ(raised_by([&] { write(page_, NSObject(), specifier_for("k")); }), "NSInvalidArgumentException");
+  EXPECT_EQ(contents_of(domain_file()), before);
   EXPECT_TRUE(posted().empty());
 }
 

@@ -35,12 +35,12 @@ class RespringTest : public PageTest {
   std::vector<std::string> calls(std::size_t wanted) {
     std::vector<std::string> lines;
     // The second command is not waited for: it is watched until it has written, or the test fails.
-    for (int i = 0; i < 500 && lines.size() < wanted; ++i) {
+    for (int i = 0; i == 0 || (i < 5000 && lines.size() < wanted); ++i) {
+      if (i > 0) ::usleep(1000);
       lines.clear();
       std::ifstream file(log_);
       for (std::string line; std::getline(file, line);) lines.push_back(line.substr(line.rfind('/') + 1));
       wispen_host_run_until_idle();
-      ::usleep(1000);
     }
     return lines;
   }
@@ -52,10 +52,11 @@ class RespringTest : public PageTest {
 };
 
 TEST_F(RespringTest, DoesNothingAtOnceWhereThereIsNoCommand) {
-  const double before = wispen_host_now();
-  press();
-  EXPECT_EQ(wispen_host_now(), before);
-  EXPECT_THAT(calls(0), IsEmpty());
+  press();  // a wait for what was never started would not come back
+  for (const char* const path : {kSystemPath, kJailbreakPath}) {
+    EXPECT_FALSE(std::filesystem::exists(device_path(path)));
+  }
+  EXPECT_THAT(problems(), IsEmpty());
 }
 
 TEST_F(RespringTest, EndsOnlyBackboarddWhereOnlyTheJailbreakHasTheCommand) {
@@ -93,7 +94,35 @@ TEST_F(RespringTest, GivesTheCommandsNoEnvironment) {
   }
 }
 
+TEST_F(RespringTest, GivesBothCommandsTwoArgumentsTheirNameFirstAndNoEnvironment) {
+  // A script is not told how it was called, but the shell is: as the command itself, it runs the file that
+  // its one argument names.
+  for (const char* const path : {kSystemPath, kJailbreakPath}) {
+    std::filesystem::create_directories(device_path(path).parent_path());
+    std::filesystem::copy_file("/bin/sh", device_path(path));
+  }
+  const auto record_of = [&](const std::string& name) { return folder_ / (name + ".arguments"); };
+  for (const std::string name : {"SpringBoard", "backboardd"}) {
+    folder_.write(name, "tr '\\0' '|' < /proc/$$/cmdline > '" + record_of(name) +
+                            "'\ntr '\\0' '|' < /proc/$$/environ >> '" + record_of(name) + "'\necho >> '" +
+                            record_of(name) + "'\n");
+  }
+  const auto page = open_page("WispRootListController");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  objc::send<"respring">(page);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(contents_of(record_of("SpringBoard")), "killall|SpringBoard|\n");
+  std::string second;
+  for (int i = 0; i < 5000 && !second.ends_with('\n'); ++i) {  // not waited for
+    second = contents_of(record_of("backboardd"));
+    ::usleep(1000);
+  }
+  EXPECT_EQ(second, "killall|backboardd|\n");
+}
+
 TEST_F(RespringTest, IsWhatTheButtonInTheBarDoes) {
+  put_recorder(kSystemPath);  // is waited for, so that a call would be seen at once
   put_recorder(kJailbreakPath);
   show_shipped("root");
   const auto button = objc::cast_or_nil<UIButton>(top().navigationItem().titleView());
@@ -102,8 +131,10 @@ TEST_F(RespringTest, IsWhatTheButtonInTheBarDoes) {
     return each["class"] == "UIButton" && each.value("text", "") == "Respring";
   });
   ASSERT_TRUE(view);
+  button.sendActionsForControlEvents(~UIControlEventTouchUpInside);
+  EXPECT_THAT(calls(0), IsEmpty());
   tap(*view);
-  EXPECT_THAT(calls(1), ElementsAre("killall backboardd"));
+  EXPECT_THAT(calls(2), ElementsAre("killall SpringBoard", "killall backboardd"));
 }
 
 TEST_F(RespringTest, IsNotOfTheSubPages) {

@@ -170,6 +170,34 @@ TEST_P(SpecifierVisibilityTest, BothModesAreAskedForEveryRowAndTheRegularOneTwic
   EXPECT_THAT(Settings::asked, ::testing::ElementsAre("regularMode", "regularMode", "notificationMode"));
 }
 
+TEST_P(SpecifierVisibilityTest, EveryTestIsMadeInOrderAlsoForARowThatIsHiddenAlready) {
+  use_settings(
+      {{"on", yes()}, {"hideLabels", yes()}, {"dockHideLabels", yes()}, {"notificationMode", "none"_ns}});
+  EXPECT_FALSE(shown({{"depends", "off"_ns},
+                      {"dependsNot", "on"_ns},
+                      {"labelDependant", yes()},
+                      {"key", "notificationColor"_ns}}));
+  EXPECT_THAT(Settings::asked, ::testing::ElementsAre("off", "on", "hideLabels", "dockHideLabels",
+                                                      "regularMode", "notificationMode"));
+}
+
+TEST_P(SpecifierVisibilityTest, AModeOrKeyThatIsNoTextMatchesNothing) {
+  use_settings({{"regularMode", yes()}, {"notificationMode", yes()}});
+  EXPECT_TRUE(shown({{"key", "regularColor"_ns}}));
+  EXPECT_TRUE(shown({{"key", "notificationColor"_ns}}));
+  use_settings({{"regularMode", "none"_ns}, {"notificationMode", "none"_ns}});
+  EXPECT_TRUE(shown({{"key", yes()}}));
+}
+
+TEST_P(SpecifierVisibilityTest, TheDomainsFileIsNoSourceOfTheRulesOnPurpose) {
+  write_file(domain_file(), plist("<dict><key>on</key><true/><key>regularMode</key><string>auto</string>"
+                                  "<key>notificationMode</key><string>none</string></dict>"));
+  EXPECT_FALSE(shown({{"depends", "on"_ns}}));
+  EXPECT_TRUE(shown({{"dependsNot", "on"_ns}}));
+  EXPECT_FALSE(shown({{"key", "regularColor"_ns}}));
+  EXPECT_TRUE(shown({{"key", "notificationColor"_ns}}));
+}
+
 TEST_P(SpecifierVisibilityTest, ARowIsNotChangedByTheQuestion) {
   NSMutableDictionary properties = NSMutableDictionary::dictionary();
   properties.setObject("x"_ns, "depends"_ns);

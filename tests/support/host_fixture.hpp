@@ -39,8 +39,10 @@ inline std::string item(std::initializer_list<std::pair<const char*, const char*
 /// Starts a host on a fresh device root for each test, with a clock that stands still.
 class HostTest : public ::testing::Test {
  protected:
-  explicit HostTest(const char* layout = "rootless", bool own_windows = false)
-      : layout_(layout), own_windows_(own_windows) {}
+  /// `libraries` is where "@rpath" leads; null: to the host's own libraries.
+  explicit HostTest(const char* layout = "rootless", bool own_windows = false,
+                    const char* libraries = nullptr)
+      : layout_(layout), own_windows_(own_windows), libraries_(libraries) {}
 
   void SetUp() override { start(); }
   void TearDown() override { EXPECT_EQ(wispen_host_stop(), 1) << wispen_host_last_error(); }
@@ -53,6 +55,7 @@ class HostTest : public ::testing::Test {
     options.layout = layout_;
     options.languages = languages;
     options.own_windows = own_windows_ ? 1 : 0;
+    options.rpath = libraries_;
     ASSERT_EQ(wispen_host_start(&options), 1) << wispen_host_last_error();
   }
 
@@ -110,6 +113,7 @@ class HostTest : public ::testing::Test {
   const TemporaryFolder folder_;
   const char* layout_;
   const bool own_windows_;
+  const char* libraries_;
 };
 
 }  // namespace wispen::testing

@@ -62,6 +62,13 @@ std::size_t command_at(const std::string& code, std::uint32_t number, std::size_
   return 0;
 }
 
+/// Where the table of exports begins in the file.
+std::size_t exports_at(const std::string& code) {
+  const auto image = macho::parse_image(code);
+  EXPECT_TRUE(image.ok());
+  return image->exports_trie ? image->exports_trie->offset : image->dyld_info->exports.offset;
+}
+
 /// The checks that did not pass.
 std::vector<package::Check> faults(const package::Report& report) {
   std::vector<package::Check> found;
@@ -176,6 +183,20 @@ std::vector<Breakage> breakages() {
          std::string& code = code_of(deb).bytes;
          const std::size_t name = code.find("@rpath/libcolorpicker.dylib");
          put(code, name - sizeof(macho::LibraryCommand), macho::kCommandLoadLibrary);
+       }},
+      {"ALibraryThatIsNotLoaded", "libraries", "does not load libcolorpicker",
+       [](DebFile& deb) {
+         replace(code_of(deb).bytes, "@rpath/libcolorpicker.dylib", "@rpath/libgcuniversal.dylib");
+       }},
+      {"AnotherExport", "exports", "it exports _prefx",
+       [](DebFile& deb) {
+         std::string& code = code_of(deb).bytes;
+         code.replace(code.find("_prefs", exports_at(code)), 6, "_prefx");
+       }},
+      {"NoExport", "exports", "does not export _prefs",
+       [](DebFile& deb) {
+         std::string& code = code_of(deb).bytes;
+         code[exports_at(code) + 1] = 0;  // how many children the root has
        }},
       {"AnUnknownCommand", "load commands", "0x7f",
        [](DebFile& deb) {
