@@ -64,6 +64,17 @@ TEST_F(HeaderTest, SetsTheNameInTwoWeights) {
   EXPECT_EQ((objc::send<"fontName", NSString>(font).utf8()), "HelveticaNeue");
   EXPECT_EQ((objc::send<"pointSize", CGFloat>(font)), 34);
   EXPECT_EQ((objc::send<"fontName", NSString>(title.font()).utf8()), "HelveticaNeue-Light");
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(title.font())), 34);
+}
+
+TEST_F(HeaderTest, SetsTheVersionSmallAndGreyBelowTheName) {
+  const UILabel version = label(make(), 1);
+  EXPECT_EQ((objc::send<"fontName", NSString>(version.font()).utf8()), "HelveticaNeue-Light");
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(version.font())), 15);
+  EXPECT_TRUE(version.textColor().isEqual(UIColor::systemGrayColor()));
+  EXPECT_EQ(version.textAlignment(), NSTextAlignment::Center);
+  EXPECT_EQ(version.autoresizingMask(), 18U);
+  EXPECT_EQ(version.numberOfLines(), 1);
 }
 
 TEST_F(HeaderTest, StandsFurtherLeftOnAPad) {
@@ -110,6 +121,7 @@ TEST_F(HeaderTest, SurvivesBytesThatAreNoText) {
   install("1.0\xFF\xFE");
   const PSTableCell cell = make();
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_EQ(label(cell, 1).text().utf8(), "Version unknown");
   EXPECT_EQ(label(cell, 1).alpha(), 1);
 }
 

@@ -1,5 +1,8 @@
 // tests/cells/labeled_slider_test.cpp: the slider with its title and its value, by real touches and keys.
 
+#include <algorithm>
+#include <array>
+
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
@@ -72,6 +75,7 @@ TEST_F(LabeledSliderTest, StandsBelowItsTitleInFiftySixPoints) {
   const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
   EXPECT_EQ(inner.bounds().size.width, outer.bounds().size.width);
   EXPECT_EQ(inner.axis(), UILayoutConstraintAxis::Horizontal);
+  EXPECT_EQ(inner.alignment(), UIStackViewAlignment::Center);
   EXPECT_EQ(inner.distribution(), UIStackViewDistribution::Fill);
   EXPECT_EQ(inner.spacing(), 5);
   EXPECT_EQ(inner.arrangedSubviews().objectAtIndex<UIView>(0), slider());
@@ -79,15 +83,68 @@ TEST_F(LabeledSliderTest, StandsBelowItsTitleInFiftySixPoints) {
   const auto value = inner.subviews().objectAtIndex<UILabel>(1);
   EXPECT_EQ(title.text().utf8(), "Width");
   EXPECT_EQ(value.text().utf8(), "0.5");
+  EXPECT_TRUE(title.font().isEqual(UIFont::systemFontOfSize(15, UIFontWeightBold)));
+  EXPECT_TRUE(value.font().isEqual(UIFont::monospacedDigitSystemFontOfSize(10, UIFontWeightBold)));
   EXPECT_TRUE(value.isUserInteractionEnabled());
   EXPECT_EQ(value.bounds().size.height, inner.bounds().size.height);
   for (const UILabel& label : {title, value}) {
     EXPECT_EQ(rgba(label.textColor()), (std::vector<double>{1, 0.5, 0, 1}));
     EXPECT_FALSE(label.translatesAutoresizingMaskIntoConstraints());
   }
+  for (const UIStackView& stack : {outer, inner}) {
+    EXPECT_FALSE(stack.translatesAutoresizingMaskIntoConstraints());
+  }
   // Nothing is clipped, nothing overlaps.
   EXPECT_LE(title.frame().origin.y + title.bounds().size.height, inner.frame().origin.y + 0.5);
   EXPECT_LE(inner.frame().origin.y + inner.bounds().size.height, outer.bounds().size.height + 0.5);
+}
+
+TEST_F(LabeledSliderTest, IsMadeOfARowThatSaysNothing) {
+  show_slider();
+  const auto bare = make_cell<PSSliderTableCell>("XXXLabeledSliderCell");
+  const auto outer = bare.contentView().subviews().lastObject<UIStackView>();
+  const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
+  EXPECT_EQ(outer.subviews().objectAtIndex<UILabel>(0).text().length(), 0U);
+  EXPECT_EQ(inner.subviews().objectAtIndex<UILabel>(1).text().utf8(), "0.0");
+}
+
+TEST_F(LabeledSliderTest, IsOrangeFromItsFirstRefreshOn) {
+  show_slider();
+  const auto fresh = make_cell<PSSliderTableCell>("XXXLabeledSliderCell");
+  const auto outer = fresh.contentView().subviews().lastObject<UIStackView>();
+  const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
+  const std::array<UILabel, 2> labels{outer.subviews().objectAtIndex<UILabel>(0),
+                                      inner.subviews().objectAtIndex<UILabel>(1)};
+  const auto set = [&](const UIColor& colour) {
+    for (const UILabel& label : labels) label.setTextColor(colour);
+  };
+  const auto are = [&](const UIColor& colour) {
+    return std::ranges::all_of(labels,
+                               [&](const UILabel& label) { return label.textColor().isEqual(colour); });
+  };
+  EXPECT_TRUE(are(UIColor::labelColor()));
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  EXPECT_TRUE(are(UIColor::orangeColor()));
+  set(UIColor::labelColor());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_TRUE(are(UIColor::orangeColor()));
+}
+
+TEST_F(LabeledSliderTest, TranslatesFromTheDefaultTableWhereTheRowNamesNone) {
+  wispen_host_stop();
+  start("de");
+  show("SepSettingsCell",
+       {{"Root.plist",
+         specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
+        {"SepSettingsLS.plist",
+         specifier_list(item({{"cell", "PSSliderCell"}, {"label", "Width"}, {"key", "width"}}))},
+        {"de.lproj/Localizable.strings", "\"Width\" = \"Weite\";\n"}});
+  const PSSpecifier specifier = cell("width").specifier();
+  specifier.setProperty("Width"_ns, "label"_ns);
+  specifier.setProperty(NSString(), "localizationTable"_ns);
+  const auto made = make_cell<PSSliderTableCell>("XXXLabeledSliderCell", specifier);
+  const auto outer = made.contentView().subviews().objectAtIndex<UIStackView>(0);
+  EXPECT_EQ(outer.subviews().objectAtIndex<UILabel>(0).text().utf8(), "Weite");
 }
 
 TEST_F(LabeledSliderTest, TranslatesItsTitle) {
@@ -130,6 +187,19 @@ TEST_F(LabeledSliderTest, RewritesItsValueAtEveryEventOfADrag) {
   EXPECT_THAT(posted(), ::testing::Contains("test/changed"));
 }
 
+TEST_F(LabeledSliderTest, FollowsEachKindOfEventOnPurpose) {
+  show_slider();
+  float value = 1;
+  for (const UIControlEvents events :
+       {UIControlEventTouchDragInside, UIControlEventTouchDragOutside, UIControlEventValueChanged}) {
+    slider().setValue(++value, false);
+    slider().sendActionsForControlEvents(UIControlEventTouchDown | UIControlEventTouchUpInside);
+    EXPECT_NE(std::stof(shown_value()), value);
+    slider().sendActionsForControlEvents(events);
+    EXPECT_EQ(std::stof(shown_value()), value) << events;
+  }
+}
+
 TEST_F(LabeledSliderTest, AsksForAnExactValueWithTwoDecimals) {
   show_slider();
   tap_text("0.5");
@@ -170,13 +240,17 @@ TEST_F(LabeledSliderTest, StoresAndShowsWhatIsTypedWithinItsRange) {
                            {"", 0, "0.0"},
                            {"0,5", 0, "0.0"},
                            {"  4", 4, "4.0"},
-                           {"7.5x", 7.5F, "7.5"}}) {
+                           {"7.5x", 7.5F, "7.5"},
+                           {"nan", 0, "0.0"},
+                           {"inf", 0, "0.0"},
+                           {"0x8", 0, "0.0"},
+                           {".5", 0.5F, "0.5"}}) {
     type_value(each.typed, "Set");
     EXPECT_EQ(stored_value(), each.stored) << each.typed;
     EXPECT_EQ(shown_value(), each.shown) << each.typed;
     EXPECT_EQ(slider().value(), each.stored) << each.typed;
   }
-  EXPECT_EQ(posted().size(), 10U);
+  EXPECT_EQ(posted().size(), 14U);
 }
 
 TEST_F(LabeledSliderTest, ClampsZeroWhereItIsOutsideTheRange) {
@@ -228,6 +302,20 @@ TEST_F(LabeledSliderTest, PresentsOnTheTopmostController) {
   EXPECT_EQ(root(), navigation().as<UIViewController>());
   tap_text("0.5");
   EXPECT_EQ(root(), dialog().as<UIViewController>());
+  tap_text("Cancel");
+  // Only the key window is looked at, wherever it stands among the others.
+  const UIWindow second = UIWindow::alloc().initWithFrame({{0, 0}, {390, 844}});
+  const auto other = objc::make<UIViewController>();
+  second.setRootViewController(other);
+  const UIWindow first = UIApplication::sharedApplication().keyWindow();
+  second.makeKeyAndVisible();
+  EXPECT_EQ(root(), other);
+  second.setHidden(true);
+  EXPECT_FALSE(root());  // none is key
+  objc::send<"setCustomSliderValue">(loose);
+  first.makeKeyAndVisible();
+  EXPECT_FALSE(dialog());
+  EXPECT_EQ(root(), navigation().as<UIViewController>());
 }
 
 TEST_F(LabeledSliderTest, LeavesNothingBehind) {

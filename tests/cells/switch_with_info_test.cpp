@@ -97,6 +97,70 @@ TEST_F(SwitchWithInfoTest, TranslatesTheMessageAndNeverTheTitle) {
   EXPECT_EQ(text_of(alert().message()), "Nichts.");
 }
 
+TEST_F(SwitchWithInfoTest, TranslatesFromTheDefaultTableWhereTheRowNamesNone) {
+  wispen_host_stop();
+  start("de");
+  show_switches();
+  const PSSpecifier specifier = cell("bare").specifier();
+  write_file(bundle_folder() / "de.lproj/Localizable.strings",
+             "\"No information provided for this cell.\" = \"Gar nichts.\";\n");
+  specifier.setProperty(NSString(), "localizationTable"_ns);
+  tap_info("bare");
+  EXPECT_EQ(text_of(alert().message()), "Gar nichts.");
+}
+
+TEST_F(SwitchWithInfoTest, IsPurpleFromItsFirstRefreshOn) {
+  show_switches();
+  const auto fresh = make_cell<PSSwitchTableCell>("XXXSwitchWithInfoCell");
+  const auto info = objc::cast_or_nil<UIButton>(fresh.contentView().subviews().lastObject());
+  const std::vector<double> purple{0.5, 0, 0.5, 1};
+  EXPECT_NE(rgba(info.tintColor()), purple);
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  EXPECT_EQ(rgba(info.tintColor()), purple);
+  info.setTintColor(UIColor::greenColor());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_EQ(rgba(info.tintColor()), purple);
+  // The switch's own colours are given once.
+  const auto control = fresh.control<UISwitch>();
+  control.setOnTintColor(UIColor::greenColor());
+  control.setThumbTintColor(UIColor::greenColor());
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_EQ(rgba(control.onTintColor()), (std::vector<double>{0, 1, 0, 1}));
+  EXPECT_EQ(rgba(control.thumbTintColor()), (std::vector<double>{0, 1, 0, 1}));
+}
+
+TEST_F(SwitchWithInfoTest, WithoutAControllerAroundItTakesTheFirstWindowsOnPurpose) {
+  show_switches();
+  const PSSpecifier specifier = cell("full").specifier();
+  const UIWindow first = UIApplication::sharedApplication().keyWindow();
+  const UIWindow second = UIWindow::alloc().initWithFrame({{0, 0}, {390, 844}});
+  const auto other = objc::make<UIViewController>();
+  second.setRootViewController(other);
+  second.makeKeyAndVisible();
+  const auto presented = [&] {
+    return objc::cast_or_nil<UIAlertController>(first.rootViewController().presentedViewController());
+  };
+  for (const char* const cls : {"XXXSwitchWithInfoCell", "XXXLabeledSliderCell"}) {
+    const auto loose = make_cell(cls, specifier);
+    objc::send<"infoButtonTapped">(loose);
+    settle();
+    const UIAlertController shown = presented();
+    ASSERT_TRUE(shown) << cls;
+    EXPECT_EQ(text_of(shown.title()), "About It");
+    EXPECT_FALSE(other.presentedViewController());
+    // Nor is what is presented already looked at: a second one is not shown on the first.
+    objc::send<"infoButtonTapped">(loose);
+    settle();
+    EXPECT_EQ(presented(), shown);
+    EXPECT_FALSE(shown.presentedViewController());
+    first.rootViewController().dismissViewController(false);
+    settle();
+    EXPECT_FALSE(presented());
+  }
+  first.makeKeyAndVisible();
+}
+
 TEST_F(SwitchWithInfoTest, IsTheSliderCellsOperationToo) {
   show_switches();
   objc::send<"infoButtonTapped">(cell("slider"));

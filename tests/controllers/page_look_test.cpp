@@ -2,12 +2,8 @@
 
 #include <array>
 
+#include "tests/support/class_variables.hpp"
 #include "tests/support/page_fixture.hpp"
-
-extern "C" {
-void** class_copyIvarList(objc::abi::Class cls, unsigned* count);
-const char* ivar_getName(void* variable);
-}
 
 namespace wispen::testing {
 namespace {
@@ -27,14 +23,6 @@ class PageLookTest : public PageTest {
   }
   static UILabel label_in(const UIView& view, NSUInteger index) {
     return view.subviews().objectAtIndex<UILabel>(index);
-  }
-  static std::vector<std::string> variables_of(const char* cls) {
-    unsigned count = 0;
-    void** const list = ::class_copyIvarList(objc::ClassRef::named(cls).borrow(), &count);
-    std::vector<std::string> names;
-    for (unsigned i = 0; i < count; ++i) names.emplace_back(::ivar_getName(list[i]));
-    std::free(list);
-    return names;
   }
 };
 
