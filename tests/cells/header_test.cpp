@@ -2,13 +2,27 @@
 
 #include <sys/stat.h>
 
+#include "platform/Foundation/NSTask.hpp"
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
 
 using ::testing::DoubleEq;
+using ::testing::ElementsAre;
 using ::testing::Pointwise;
+
+/// The commands that were started, word by word.
+std::vector<std::string> commands;
+objc::Original<void(NSString)> set_launch_path;
+void note_launch_path(const NSTask& task, const NSString& path) {
+  commands.push_back(path.utf8());
+  const auto arguments = objc::send<"arguments", NSArray>(task);
+  for (NSUInteger i = 0; i < arguments.count(); ++i) {
+    commands.push_back(arguments.objectAtIndex<NSString>(i).utf8());
+  }
+  set_launch_path(task, path);
+}
 
 class HeaderTest : public PageTest {
  protected:
@@ -101,6 +115,15 @@ TEST_F(HeaderTest, ShowsTheVersionOnceItIsKnown) {
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
   EXPECT_EQ(version.text().utf8(), "Version 1.2.3\n");  // with the line feed that ends the answer
   EXPECT_EQ(version.alpha(), 1);
+}
+
+TEST_F(HeaderTest, AsksThePackageManagerThroughTheShell) {
+  objc::Category<NSTask>().method<"setLaunchPath:", &note_launch_path>(set_launch_path);
+  commands.clear();
+  make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_THAT(commands, ElementsAre("/bin/sh", "-c",
+                                    "dpkg -s com.brightmoss.wispen | grep -i version | cut -d' ' -f2"));
 }
 
 TEST_F(HeaderTest, SaysThatItIsUnknownWhereNothingIsInstalled) {

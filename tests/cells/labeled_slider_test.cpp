@@ -8,6 +8,19 @@
 namespace wispen::testing {
 namespace {
 
+/// What happened to rows and sliders, in order.
+std::vector<std::string> happened;
+objc::Original<void(NSObject)> store;
+void note_store(const PSSpecifier& specifier, const NSObject& value) {
+  happened.push_back("store " + objc::send<"description", NSString>(value).utf8());
+  store(specifier, value);
+}
+objc::Original<void(float, bool)> move;
+void note_move(const UISlider& slider, float value, bool animated) {
+  happened.emplace_back(animated ? "move, animated" : "move");
+  move(slider, value, animated);
+}
+
 class LabeledSliderTest : public PageTest {
  protected:
   /// One labelled slider, with more of its properties.
@@ -105,7 +118,9 @@ TEST_F(LabeledSliderTest, IsMadeOfARowThatSaysNothing) {
   const auto outer = bare.contentView().subviews().lastObject<UIStackView>();
   const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
   EXPECT_EQ(outer.subviews().objectAtIndex<UILabel>(0).text().length(), 0U);
-  EXPECT_EQ(inner.subviews().objectAtIndex<UILabel>(1).text().utf8(), "0.0");
+  const auto value = inner.subviews().objectAtIndex<UILabel>(1);
+  EXPECT_EQ(value.text().utf8(), "0.0");
+  EXPECT_GT(value.bounds().size.width, 0);  // as wide as its text before anything is laid out
 }
 
 TEST_F(LabeledSliderTest, IsOrangeFromItsFirstRefreshOn) {
@@ -212,6 +227,7 @@ TEST_F(LabeledSliderTest, AsksForAnExactValueWithTwoDecimals) {
   EXPECT_EQ(rgba(field.textColor()), (std::vector<double>{1, 0.5, 0, 1}));
   ASSERT_EQ(dialog().actions().count(), 2U);
   EXPECT_TRUE(dialog().actions().objectAtIndex<UIAlertAction>(0).title().isEqual("Set"_ns));
+  EXPECT_EQ(dialog().actions().objectAtIndex<UIAlertAction>(0).style(), UIAlertActionStyle::Default);
   EXPECT_EQ(dialog().actions().objectAtIndex<UIAlertAction>(1).style(), UIAlertActionStyle::Cancel);
   tap_text("Cancel");
   EXPECT_FALSE(dialog());
@@ -251,6 +267,15 @@ TEST_F(LabeledSliderTest, StoresAndShowsWhatIsTypedWithinItsRange) {
     EXPECT_EQ(slider().value(), each.stored) << each.typed;
   }
   EXPECT_EQ(posted().size(), 14U);
+}
+
+TEST_F(LabeledSliderTest, StoresFirstAndThenMovesTheSliderWithAnimation) {
+  show_slider();
+  objc::Category<PSSpecifier>().method<"performSetterWithValue:", &note_store>(store);
+  objc::Category<UISlider>().method<"setValue:animated:", &note_move>(move);
+  happened.clear();
+  type_value("2.5", "Set");
+  EXPECT_THAT(happened, ::testing::ElementsAre("store 2.5", "move, animated"));
 }
 
 TEST_F(LabeledSliderTest, ClampsZeroWhereItIsOutsideTheRange) {

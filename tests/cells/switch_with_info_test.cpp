@@ -58,6 +58,18 @@ TEST_F(SwitchWithInfoTest, StandsBesideItsSwitchInPurple) {
   EXPECT_EQ(rgba(info.tintColor()), (std::vector<double>{0.5, 0, 0.5, 1}));
 }
 
+TEST_F(SwitchWithInfoTest, IsAskedByAWholeTapOnItsButtonOnly) {
+  show_switches();
+  const auto content = cell<PSSwitchTableCell>("full").contentView();
+  const auto info = objc::cast_or_nil<UIButton>(content.subviews().lastObject());
+  info.sendActionsForControlEvents(~UIControlEventTouchUpInside);
+  settle();
+  EXPECT_FALSE(alert());
+  info.sendActionsForControlEvents(UIControlEventTouchUpInside);
+  settle();
+  EXPECT_TRUE(alert());
+}
+
 TEST_F(SwitchWithInfoTest, ExplainsItselfOnSeveralLines) {
   show_switches();
   tap_info("full");
