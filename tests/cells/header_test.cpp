@@ -118,12 +118,25 @@ TEST_F(HeaderTest, ShowsTheVersionOnceItIsKnown) {
 }
 
 TEST_F(HeaderTest, AsksThePackageManagerThroughTheShell) {
-  objc::Category<NSTask>().method<"setLaunchPath:", &note_launch_path>(set_launch_path);
+  if (!set_launch_path) {
+    objc::Category<NSTask>().method<"setLaunchPath:", &note_launch_path>(set_launch_path);
+  }
   commands.clear();
   make();
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
   EXPECT_THAT(commands, ElementsAre("/bin/sh", "-c",
                                     "dpkg -s com.brightmoss.wispen | grep -i version | cut -d' ' -f2"));
+}
+
+TEST_F(HeaderTest, AsksAgainForEachCell) {
+  install("1.0");
+  const PSTableCell before = make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  install("1.1");
+  const PSTableCell after = make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_EQ(label(before, 1).text().utf8(), "Version 1.0\n");
+  EXPECT_EQ(label(after, 1).text().utf8(), "Version 1.1\n");
 }
 
 TEST_F(HeaderTest, SaysThatItIsUnknownWhereNothingIsInstalled) {

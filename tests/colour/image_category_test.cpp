@@ -105,7 +105,7 @@ TEST_F(ImageCategoryTest, NothingOpaqueIsRedAndRaisesOnPurpose) {
 }
 
 TEST_F(ImageCategoryTest, RaisesTheExceptionOfAnIndexOutOfRange) {
-  objc::Category<NSException>().method<"raise", &note_and_raise>(raise);
+  if (!raise) objc::Category<NSException>().method<"raise", &note_and_raise>(raise);
   raised_names.clear();
   EXPECT_TRUE(second_raises(flat(2, 2, kNone)));
   EXPECT_THAT(raised_names, ::testing::ElementsAre("NSRangeException"));
