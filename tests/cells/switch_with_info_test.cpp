@@ -5,6 +5,16 @@
 namespace wispen::testing {
 namespace {
 
+/// How what was presented came.
+std::vector<std::string> presented_how;
+objc::Original<void(UIViewController, bool, objc::Block<void()>)> present;
+void note_presenting(const UIViewController& presenter, const UIViewController& shown, bool animated,
+                     const objc::Block<void()>& completion) {
+  presented_how.emplace_back(std::string(animated ? "animated" : "at once") +
+                             (completion ? ", with more to do" : ""));
+  present(presenter, shown, animated, completion);
+}
+
 class SwitchWithInfoTest : public PageTest {
  protected:
   void show_switches() {
@@ -68,6 +78,21 @@ TEST_F(SwitchWithInfoTest, IsAskedByAWholeTapOnItsButtonOnly) {
   info.sendActionsForControlEvents(UIControlEventTouchUpInside);
   settle();
   EXPECT_TRUE(alert());
+}
+
+TEST_F(SwitchWithInfoTest, AlertsOfBothCellsComeWithAnimation) {
+  show_switches();
+  if (!present) {
+    objc::Category<UIViewController>().method<"presentViewController:animated:completion:", &note_presenting>(
+        present);
+  }
+  presented_how.clear();
+  tap_info("full");
+  tap_text("Cancel");
+  objc::send<"setCustomSliderValue">(cell("slider"));
+  settle();
+  EXPECT_TRUE(alert());
+  EXPECT_THAT(presented_how, ::testing::ElementsAre("animated", "animated"));
 }
 
 TEST_F(SwitchWithInfoTest, ExplainsItselfOnSeveralLines) {
