@@ -2,13 +2,27 @@
 
 #include <sys/stat.h>
 
+#include "platform/Foundation/NSTask.hpp"
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
 
 using ::testing::DoubleEq;
+using ::testing::ElementsAre;
 using ::testing::Pointwise;
+
+/// The commands that were started, word by word.
+std::vector<std::string> commands;
+objc::Original<void(NSString)> set_launch_path;
+void note_launch_path(const NSTask& task, const NSString& path) {
+  commands.push_back(path.utf8());
+  const auto arguments = objc::send<"arguments", NSArray>(task);
+  for (NSUInteger i = 0; i < arguments.count(); ++i) {
+    commands.push_back(arguments.objectAtIndex<NSString>(i).utf8());
+  }
+  set_launch_path(task, path);
+}
 
 class HeaderTest : public PageTest {
  protected:
@@ -64,6 +78,17 @@ TEST_F(HeaderTest, SetsTheNameInTwoWeights) {
   EXPECT_EQ((objc::send<"fontName", NSString>(font).utf8()), "HelveticaNeue");
   EXPECT_EQ((objc::send<"pointSize", CGFloat>(font)), 34);
   EXPECT_EQ((objc::send<"fontName", NSString>(title.font()).utf8()), "HelveticaNeue-Light");
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(title.font())), 34);
+}
+
+TEST_F(HeaderTest, SetsTheVersionSmallAndGreyBelowTheName) {
+  const UILabel version = label(make(), 1);
+  EXPECT_EQ((objc::send<"fontName", NSString>(version.font()).utf8()), "HelveticaNeue-Light");
+  EXPECT_EQ((objc::send<"pointSize", CGFloat>(version.font())), 15);
+  EXPECT_TRUE(version.textColor().isEqual(UIColor::systemGrayColor()));
+  EXPECT_EQ(version.textAlignment(), NSTextAlignment::Center);
+  EXPECT_EQ(version.autoresizingMask(), 18U);
+  EXPECT_EQ(version.numberOfLines(), 1);
 }
 
 TEST_F(HeaderTest, StandsFurtherLeftOnAPad) {
@@ -92,6 +117,28 @@ TEST_F(HeaderTest, ShowsTheVersionOnceItIsKnown) {
   EXPECT_EQ(version.alpha(), 1);
 }
 
+TEST_F(HeaderTest, AsksThePackageManagerThroughTheShell) {
+  if (!set_launch_path) {
+    objc::Category<NSTask>().method<"setLaunchPath:", &note_launch_path>(set_launch_path);
+  }
+  commands.clear();
+  make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_THAT(commands, ElementsAre("/bin/sh", "-c",
+                                    "dpkg -s com.brightmoss.wispen | grep -i version | cut -d' ' -f2"));
+}
+
+TEST_F(HeaderTest, AsksAgainForEachCell) {
+  install("1.0");
+  const PSTableCell before = make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  install("1.1");
+  const PSTableCell after = make();
+  ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_EQ(label(before, 1).text().utf8(), "Version 1.0\n");
+  EXPECT_EQ(label(after, 1).text().utf8(), "Version 1.1\n");
+}
+
 TEST_F(HeaderTest, SaysThatItIsUnknownWhereNothingIsInstalled) {
   const PSTableCell cell = make();
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
@@ -110,6 +157,7 @@ TEST_F(HeaderTest, SurvivesBytesThatAreNoText) {
   install("1.0\xFF\xFE");
   const PSTableCell cell = make();
   ASSERT_EQ(wispen_host_run_until_idle(), 1) << wispen_host_last_error();
+  EXPECT_EQ(label(cell, 1).text().utf8(), "Version unknown");
   EXPECT_EQ(label(cell, 1).alpha(), 1);
 }
 

@@ -1,9 +1,25 @@
 // tests/cells/labeled_slider_test.cpp: the slider with its title and its value, by real touches and keys.
 
+#include <algorithm>
+#include <array>
+
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
+
+/// What happened to rows and sliders, in order.
+std::vector<std::string> happened;
+objc::Original<void(NSObject)> store;
+void note_store(const PSSpecifier& specifier, const NSObject& value) {
+  happened.push_back("store " + objc::send<"description", NSString>(value).utf8());
+  store(specifier, value);
+}
+objc::Original<void(float, bool)> move;
+void note_move(const UISlider& slider, float value, bool animated) {
+  happened.emplace_back(animated ? "move, animated" : "move");
+  move(slider, value, animated);
+}
 
 class LabeledSliderTest : public PageTest {
  protected:
@@ -72,6 +88,7 @@ TEST_F(LabeledSliderTest, StandsBelowItsTitleInFiftySixPoints) {
   const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
   EXPECT_EQ(inner.bounds().size.width, outer.bounds().size.width);
   EXPECT_EQ(inner.axis(), UILayoutConstraintAxis::Horizontal);
+  EXPECT_EQ(inner.alignment(), UIStackViewAlignment::Center);
   EXPECT_EQ(inner.distribution(), UIStackViewDistribution::Fill);
   EXPECT_EQ(inner.spacing(), 5);
   EXPECT_EQ(inner.arrangedSubviews().objectAtIndex<UIView>(0), slider());
@@ -79,15 +96,74 @@ TEST_F(LabeledSliderTest, StandsBelowItsTitleInFiftySixPoints) {
   const auto value = inner.subviews().objectAtIndex<UILabel>(1);
   EXPECT_EQ(title.text().utf8(), "Width");
   EXPECT_EQ(value.text().utf8(), "0.5");
+  EXPECT_TRUE(title.font().isEqual(UIFont::systemFontOfSize(15, UIFontWeightBold)));
+  EXPECT_TRUE(value.font().isEqual(UIFont::monospacedDigitSystemFontOfSize(10, UIFontWeightBold)));
   EXPECT_TRUE(value.isUserInteractionEnabled());
   EXPECT_EQ(value.bounds().size.height, inner.bounds().size.height);
   for (const UILabel& label : {title, value}) {
     EXPECT_EQ(rgba(label.textColor()), (std::vector<double>{1, 0.5, 0, 1}));
     EXPECT_FALSE(label.translatesAutoresizingMaskIntoConstraints());
   }
+  for (const UIStackView& stack : {outer, inner}) {
+    EXPECT_FALSE(stack.translatesAutoresizingMaskIntoConstraints());
+  }
   // Nothing is clipped, nothing overlaps.
   EXPECT_LE(title.frame().origin.y + title.bounds().size.height, inner.frame().origin.y + 0.5);
   EXPECT_LE(inner.frame().origin.y + inner.bounds().size.height, outer.bounds().size.height + 0.5);
+}
+
+TEST_F(LabeledSliderTest, IsMadeOfARowThatSaysNothing) {
+  show_slider();
+  const auto bare = make_cell<PSSliderTableCell>("XXXLabeledSliderCell");
+  const auto outer = bare.contentView().subviews().lastObject<UIStackView>();
+  const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
+  EXPECT_EQ(outer.subviews().objectAtIndex<UILabel>(0).text().length(), 0U);
+  const auto value = inner.subviews().objectAtIndex<UILabel>(1);
+  EXPECT_EQ(value.text().utf8(), "0.0");
+  EXPECT_GT(value.bounds().size.width, 0);  // as wide as its text before anything is laid out
+}
+
+TEST_F(LabeledSliderTest, IsOrangeFromItsFirstRefreshOn) {
+  show_slider();
+  const auto fresh = make_cell<PSSliderTableCell>("XXXLabeledSliderCell");
+  const auto outer = fresh.contentView().subviews().lastObject<UIStackView>();
+  const auto inner = outer.subviews().objectAtIndex<UIStackView>(1);
+  const std::array<UILabel, 2> labels{outer.subviews().objectAtIndex<UILabel>(0),
+                                      inner.subviews().objectAtIndex<UILabel>(1)};
+  const auto set = [&](const UIColor& colour) {
+    for (const UILabel& label : labels) label.setTextColor(colour);
+  };
+  const auto are = [&](const UIColor& colour) {
+    return std::ranges::all_of(labels,
+                               [&](const UILabel& label) { return label.textColor().isEqual(colour); });
+  };
+  EXPECT_TRUE(are(UIColor::labelColor()));
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  EXPECT_TRUE(are(UIColor::orangeColor()));
+  set(UIColor::labelColor());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_TRUE(are(UIColor::orangeColor()));
+}
+
+TEST_F(LabeledSliderTest, TranslatesFromTheDefaultTableWhereTheRowNamesNone) {
+  wispen_host_stop();
+  start("de");
+  show("SepSettingsCell",
+       {{"Root.plist",
+         specifier_list(item({{"cell", "PSLinkCell"}, {"label", "Page"}, {"detail", "SepSettingsCell"}}))},
+        {"SepSettingsLS.plist",
+         specifier_list(item({{"cell", "PSSliderCell"}, {"label", "Width"}, {"key", "width"}}))},
+        {"de.lproj/Localizable.strings", "\"Width\" = \"Weite\";\n"}});
+  const PSSpecifier specifier = cell("width").specifier();
+  specifier.setProperty("Width"_ns, "label"_ns);
+  specifier.setProperty(NSString(), "localizationTable"_ns);
+  const auto made = make_cell<PSSliderTableCell>("XXXLabeledSliderCell", specifier);
+  const auto outer = made.contentView().subviews().objectAtIndex<UIStackView>(0);
+  EXPECT_EQ(outer.subviews().objectAtIndex<UILabel>(0).text().utf8(), "Weite");
+  specifier.setProperty(NSString(), "label"_ns);
+  const auto nameless = make_cell<PSSliderTableCell>("XXXLabeledSliderCell", specifier);
+  const auto stack = nameless.contentView().subviews().lastObject<UIStackView>();
+  EXPECT_EQ(stack.subviews().objectAtIndex<UILabel>(0).text().length(), 0U);
 }
 
 TEST_F(LabeledSliderTest, TranslatesItsTitle) {
@@ -130,6 +206,19 @@ TEST_F(LabeledSliderTest, RewritesItsValueAtEveryEventOfADrag) {
   EXPECT_THAT(posted(), ::testing::Contains("test/changed"));
 }
 
+TEST_F(LabeledSliderTest, FollowsEachKindOfEventOnPurpose) {
+  show_slider();
+  float value = 1;
+  for (const UIControlEvents events :
+       {UIControlEventTouchDragInside, UIControlEventTouchDragOutside, UIControlEventValueChanged}) {
+    slider().setValue(++value, false);
+    slider().sendActionsForControlEvents(UIControlEventTouchDown | UIControlEventTouchUpInside);
+    EXPECT_NE(std::stof(shown_value()), value);
+    slider().sendActionsForControlEvents(events);
+    EXPECT_EQ(std::stof(shown_value()), value) << events;
+  }
+}
+
 TEST_F(LabeledSliderTest, AsksForAnExactValueWithTwoDecimals) {
   show_slider();
   tap_text("0.5");
@@ -142,6 +231,7 @@ TEST_F(LabeledSliderTest, AsksForAnExactValueWithTwoDecimals) {
   EXPECT_EQ(rgba(field.textColor()), (std::vector<double>{1, 0.5, 0, 1}));
   ASSERT_EQ(dialog().actions().count(), 2U);
   EXPECT_TRUE(dialog().actions().objectAtIndex<UIAlertAction>(0).title().isEqual("Set"_ns));
+  EXPECT_EQ(dialog().actions().objectAtIndex<UIAlertAction>(0).style(), UIAlertActionStyle::Default);
   EXPECT_EQ(dialog().actions().objectAtIndex<UIAlertAction>(1).style(), UIAlertActionStyle::Cancel);
   tap_text("Cancel");
   EXPECT_FALSE(dialog());
@@ -170,13 +260,28 @@ TEST_F(LabeledSliderTest, StoresAndShowsWhatIsTypedWithinItsRange) {
                            {"", 0, "0.0"},
                            {"0,5", 0, "0.0"},
                            {"  4", 4, "4.0"},
-                           {"7.5x", 7.5F, "7.5"}}) {
+                           {"7.5x", 7.5F, "7.5"},
+                           {"nan", 0, "0.0"},
+                           {"inf", 0, "0.0"},
+                           {"0x8", 0, "0.0"},
+                           {".5", 0.5F, "0.5"}}) {
     type_value(each.typed, "Set");
     EXPECT_EQ(stored_value(), each.stored) << each.typed;
     EXPECT_EQ(shown_value(), each.shown) << each.typed;
     EXPECT_EQ(slider().value(), each.stored) << each.typed;
   }
-  EXPECT_EQ(posted().size(), 10U);
+  EXPECT_EQ(posted().size(), 14U);
+}
+
+TEST_F(LabeledSliderTest, StoresFirstAndThenMovesTheSliderWithAnimation) {
+  show_slider();
+  if (!store) {
+    objc::Category<PSSpecifier>().method<"performSetterWithValue:", &note_store>(store);
+    objc::Category<UISlider>().method<"setValue:animated:", &note_move>(move);
+  }
+  happened.clear();
+  type_value("2.5", "Set");
+  EXPECT_THAT(happened, ::testing::ElementsAre("store 2.5", "move, animated"));
 }
 
 TEST_F(LabeledSliderTest, ClampsZeroWhereItIsOutsideTheRange) {
@@ -228,6 +333,20 @@ TEST_F(LabeledSliderTest, PresentsOnTheTopmostController) {
   EXPECT_EQ(root(), navigation().as<UIViewController>());
   tap_text("0.5");
   EXPECT_EQ(root(), dialog().as<UIViewController>());
+  tap_text("Cancel");
+  // Only the key window is looked at, wherever it stands among the others.
+  const UIWindow second = UIWindow::alloc().initWithFrame({{0, 0}, {390, 844}});
+  const auto other = objc::make<UIViewController>();
+  second.setRootViewController(other);
+  const UIWindow first = UIApplication::sharedApplication().keyWindow();
+  second.makeKeyAndVisible();
+  EXPECT_EQ(root(), other);
+  second.setHidden(true);
+  EXPECT_FALSE(root());  // none is key
+  objc::send<"setCustomSliderValue">(loose);
+  first.makeKeyAndVisible();
+  EXPECT_FALSE(dialog());
+  EXPECT_EQ(root(), navigation().as<UIViewController>());
 }
 
 TEST_F(LabeledSliderTest, LeavesNothingBehind) {

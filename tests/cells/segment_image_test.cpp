@@ -65,6 +65,28 @@ TEST_F(SegmentImageTest, StaysWithoutValues) {
   EXPECT_EQ(control().numberOfSegments(), 0U);
 }
 
+TEST_F(SegmentImageTest, LeavesAValueWithoutATitleAsItIs) {
+  show_segments(strings({"a", "b"}), strings({"line-solid"}));
+  EXPECT_TRUE(control().imageForSegmentAtIndex(0));
+  EXPECT_FALSE(control().imageForSegmentAtIndex(1));
+}
+
+TEST_F(SegmentImageTest, IsRefreshedFromTheRowThatIsGiven) {
+  show_segments(strings({"a", "b"}), strings({"line-solid", "word"}));
+  const auto made = make_cell<PSSegmentTableCell>("XXXSegmentTableImageCell", cell("style").specifier());
+  const PSSpecifier other = plain_specifier();
+  NSMutableArray values = NSMutableArray::array();
+  NSMutableArray titles = NSMutableArray::array();
+  for (const char* const name : {"word", "line-faded"}) {
+    values.addObject(NSString(name));
+    titles.addObject(NSString(name));
+  }
+  objc::send<"setValues:titles:">(other, values, titles);
+  made.refreshCellContentsWithSpecifier(other);
+  EXPECT_FALSE(made.control<UISegmentedControl>().imageForSegmentAtIndex(0));
+  EXPECT_TRUE(made.control<UISegmentedControl>().imageForSegmentAtIndex(1));
+}
+
 TEST_F(SegmentImageTest, StoresWhatIsTapped) {
   show_segments(strings({"a", "b"}), strings({"line-solid", "line-faded"}));
   const Json view = *part(*row("style"), "UISegmentedControl");

@@ -43,8 +43,10 @@ TEST_F(StyledCellsTest, ButtonsHaveTheColourOfALabelOrAreGrey) {
   EXPECT_TRUE(cell("Plain").textLabel().textColor().isEqual(UIColor::labelColor()));
   EXPECT_TRUE(cell("Capital").textLabel().textColor().isEqual(UIColor::labelColor()));
   EXPECT_TRUE(cell("Grey").textLabel().textColor().isEqual(UIColor::systemGrayColor()));
-  EXPECT_THAT(rgba(cell("Grey").textLabel().highlightedTextColor()),
-              Pointwise(DoubleEq(), {0.5, 0.6, 0.1, 1.0}));
+  for (const char* const name : {"Plain", "Grey"}) {
+    EXPECT_THAT(rgba(cell(name).textLabel().highlightedTextColor()),
+                Pointwise(DoubleEq(), {0.5, 0.6, 0.1, 1.0}));
+  }
   // Grey is only a colour: the row acts.
   const NSArray before = top().specifiers();
   tap_text("Grey");
@@ -70,7 +72,7 @@ TEST_F(StyledCellsTest, SlidersAndTogglesHaveTheAccent) {
   EXPECT_THAT(rgba(slider.minimumTrackTintColor()), Pointwise(DoubleEq(), {0.5, 0.3, 0.55, 1.0}));
   const auto toggle = cell<PSSwitchTableCell>("toggle");
   EXPECT_THAT(rgba(toggle.control<UISwitch>().onTintColor()), Pointwise(DoubleEq(), {0.5, 0.3, 0.55, 1.0}));
-  EXPECT_EQ((objc::send<"pointSize", CGFloat>(toggle.titleLabel().font())), 18);
+  EXPECT_TRUE(toggle.titleLabel().font().isEqual(UIFont::systemFontOfSize(18)));
 }
 
 TEST_F(StyledCellsTest, AThousandOfEachClassLeaveNothingBehind) {
@@ -112,6 +114,7 @@ TEST_F(StyledCellsTest, AToggleStandsOnBlurThatFollowsItsSize) {
   const auto toggle = cell<PSSwitchTableCell>("toggle");
   const auto blur = objc::cast_or_nil<UIVisualEffectView>(toggle.subviews().objectAtIndex(0));
   ASSERT_TRUE(blur);
+  EXPECT_EQ((objc::send<"_style", NSInteger>(blur.effect())), 6);  // the thinnest material
   EXPECT_EQ(blur.autoresizingMask(), 18U);
   EXPECT_EQ(blur.frame(), toggle.bounds());
   toggle.setFrame({{0, 0}, {200, 77}});

@@ -5,6 +5,16 @@
 namespace wispen::testing {
 namespace {
 
+/// How what was presented came.
+std::vector<std::string> presented_how;
+objc::Original<void(UIViewController, bool, objc::Block<void()>)> present;
+void note_presenting(const UIViewController& presenter, const UIViewController& shown, bool animated,
+                     const objc::Block<void()>& completion) {
+  presented_how.emplace_back(std::string(animated ? "animated" : "at once") +
+                             (completion ? ", with more to do" : ""));
+  present(presenter, shown, animated, completion);
+}
+
 class SwitchWithInfoTest : public PageTest {
  protected:
   void show_switches() {
@@ -58,6 +68,33 @@ TEST_F(SwitchWithInfoTest, StandsBesideItsSwitchInPurple) {
   EXPECT_EQ(rgba(info.tintColor()), (std::vector<double>{0.5, 0, 0.5, 1}));
 }
 
+TEST_F(SwitchWithInfoTest, IsAskedByAWholeTapOnItsButtonOnly) {
+  show_switches();
+  const auto content = cell<PSSwitchTableCell>("full").contentView();
+  const auto info = objc::cast_or_nil<UIButton>(content.subviews().lastObject());
+  info.sendActionsForControlEvents(~UIControlEventTouchUpInside);
+  settle();
+  EXPECT_FALSE(alert());
+  info.sendActionsForControlEvents(UIControlEventTouchUpInside);
+  settle();
+  EXPECT_TRUE(alert());
+}
+
+TEST_F(SwitchWithInfoTest, AlertsOfBothCellsComeWithAnimation) {
+  show_switches();
+  if (!present) {
+    objc::Category<UIViewController>().method<"presentViewController:animated:completion:", &note_presenting>(
+        present);
+  }
+  presented_how.clear();
+  tap_info("full");
+  tap_text("Cancel");
+  objc::send<"setCustomSliderValue">(cell("slider"));
+  settle();
+  EXPECT_TRUE(alert());
+  EXPECT_THAT(presented_how, ::testing::ElementsAre("animated", "animated"));
+}
+
 TEST_F(SwitchWithInfoTest, ExplainsItselfOnSeveralLines) {
   show_switches();
   tap_info("full");
@@ -95,6 +132,70 @@ TEST_F(SwitchWithInfoTest, TranslatesTheMessageAndNeverTheTitle) {
   tap_info("bare");
   EXPECT_EQ(text_of(alert().title()), "Bare");
   EXPECT_EQ(text_of(alert().message()), "Nichts.");
+}
+
+TEST_F(SwitchWithInfoTest, TranslatesFromTheDefaultTableWhereTheRowNamesNone) {
+  wispen_host_stop();
+  start("de");
+  show_switches();
+  const PSSpecifier specifier = cell("bare").specifier();
+  write_file(bundle_folder() / "de.lproj/Localizable.strings",
+             "\"No information provided for this cell.\" = \"Gar nichts.\";\n");
+  specifier.setProperty(NSString(), "localizationTable"_ns);
+  tap_info("bare");
+  EXPECT_EQ(text_of(alert().message()), "Gar nichts.");
+}
+
+TEST_F(SwitchWithInfoTest, IsPurpleFromItsFirstRefreshOn) {
+  show_switches();
+  const auto fresh = make_cell<PSSwitchTableCell>("XXXSwitchWithInfoCell");
+  const auto info = objc::cast_or_nil<UIButton>(fresh.contentView().subviews().lastObject());
+  const std::vector<double> purple{0.5, 0, 0.5, 1};
+  EXPECT_NE(rgba(info.tintColor()), purple);
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  EXPECT_EQ(rgba(info.tintColor()), purple);
+  info.setTintColor(UIColor::greenColor());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_EQ(rgba(info.tintColor()), purple);
+  // The switch's own colours are given once.
+  const auto control = fresh.control<UISwitch>();
+  control.setOnTintColor(UIColor::greenColor());
+  control.setThumbTintColor(UIColor::greenColor());
+  fresh.refreshCellContentsWithSpecifier(fresh.specifier());
+  objc::send<"tintColorDidChange">(fresh);
+  EXPECT_EQ(rgba(control.onTintColor()), (std::vector<double>{0, 1, 0, 1}));
+  EXPECT_EQ(rgba(control.thumbTintColor()), (std::vector<double>{0, 1, 0, 1}));
+}
+
+TEST_F(SwitchWithInfoTest, WithoutAControllerAroundItTakesTheFirstWindowsOnPurpose) {
+  show_switches();
+  const PSSpecifier specifier = cell("full").specifier();
+  const UIWindow first = UIApplication::sharedApplication().keyWindow();
+  const UIWindow second = UIWindow::alloc().initWithFrame({{0, 0}, {390, 844}});
+  const auto other = objc::make<UIViewController>();
+  second.setRootViewController(other);
+  second.makeKeyAndVisible();
+  const auto presented = [&] {
+    return objc::cast_or_nil<UIAlertController>(first.rootViewController().presentedViewController());
+  };
+  for (const char* const cls : {"XXXSwitchWithInfoCell", "XXXLabeledSliderCell"}) {
+    const auto loose = make_cell(cls, specifier);
+    objc::send<"infoButtonTapped">(loose);
+    settle();
+    const UIAlertController shown = presented();
+    ASSERT_TRUE(shown) << cls;
+    EXPECT_EQ(text_of(shown.title()), "About It");
+    EXPECT_FALSE(other.presentedViewController());
+    // Nor is what is presented already looked at: a second one is not shown on the first.
+    objc::send<"infoButtonTapped">(loose);
+    settle();
+    EXPECT_EQ(presented(), shown);
+    EXPECT_FALSE(shown.presentedViewController());
+    first.rootViewController().dismissViewController(false);
+    settle();
+    EXPECT_FALSE(presented());
+  }
+  first.makeKeyAndVisible();
 }
 
 TEST_F(SwitchWithInfoTest, IsTheSliderCellsOperationToo) {

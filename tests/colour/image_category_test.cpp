@@ -19,6 +19,14 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 constexpr CGBitmapInfo kLayout = kCGImageAlphaPremultipliedLast | kCGBitmapByteOrder32Big;
 
+/// The names of the exceptions that were raised. Asking a caught one of them for its type would crash.
+std::vector<std::string> raised_names;
+objc::Original<void()> raise;
+void note_and_raise(const NSException& exception) {
+  raised_names.push_back(objc::send<"name", NSString>(exception).utf8());
+  raise(exception);
+}
+
 /// An image of these premultiplied bytes: red, green, blue, alpha.
 UIImage image_of(Bytes bytes, std::size_t width, std::size_t height, CGFloat scale = 1) {
   const CGContextRef context = CGBitmapContextCreate(bytes.data(), width, height, 8, 4 * width,
@@ -96,6 +104,13 @@ TEST_F(ImageCategoryTest, NothingOpaqueIsRedAndRaisesOnPurpose) {
   }
 }
 
+TEST_F(ImageCategoryTest, RaisesTheExceptionOfAnIndexOutOfRange) {
+  if (!raise) objc::Category<NSException>().method<"raise", &note_and_raise>(raise);
+  raised_names.clear();
+  EXPECT_TRUE(second_raises(flat(2, 2, kNone)));
+  EXPECT_THAT(raised_names, ::testing::ElementsAre("NSRangeException"));
+}
+
 TEST_F(ImageCategoryTest, OfTwoHalvesTheFirstInOrderLeads) {
   const auto halves = [](const Pixel& left, const Pixel& right) {
     return painted(20, 20, [&](std::size_t x, std::size_t) { return x < 10 ? left : right; });
@@ -169,6 +184,13 @@ TEST_F(ImageCategoryTest, LooksAtPointsAndNotAtPixels) {
   EXPECT_EQ(dominant(image(2)), UIColor::redColor());
 }
 
+TEST_F(ImageCategoryTest, MeasuresATurnedImageAsItIsShown) {
+  const UIImage wide = painted(61, 33, [](std::size_t x, std::size_t) { return x < 40 ? kWhite : kOrange; });
+  EXPECT_NE(dominant(wide), UIColor::redColor());
+  const UIImage turned = UIImage::imageWithCGImage(wide.CGImage(), 1, UIImageOrientation::Right);
+  EXPECT_EQ(dominant(turned), UIColor::redColor());  // a large portrait now
+}
+
 TEST_F(ImageCategoryTest, KeepsOneColourAndHalvesWhenItShrinks) {
   const UIImage one = flat(256, 256, {200, 100, 50, 255});
   EXPECT_EQ(components(second(one)),
@@ -200,10 +222,14 @@ TEST_F(ImageCategoryTest, MeasuresTheCityBlockDistance) {
 TEST_F(ImageCategoryTest, APixelRecordBeginsAtZeroAndAnswersByKey) {
   const auto made = objc::send<"new", NSObject>(objc::class_named<"RGBPixel">());
   EXPECT_EQ((objc::send<"r", int>(made)), 0);
+  EXPECT_EQ((objc::send<"g", int>(made)), 0);
+  EXPECT_EQ((objc::send<"b", int>(made)), 0);
   EXPECT_EQ((objc::send<"d", int>(made)), 0);
   objc::send<"setD:">(made, 7);
   const auto number = objc::send<"valueForKey:", NSNumber>(made, "d"_ns);
   EXPECT_EQ(number.intValue(), 7);
+  objc::send<"setValue:forKey:">(made, NSNumber::numberWithInt(-3), "g"_ns);
+  EXPECT_EQ((objc::send<"g", int>(made)), -3);
 }
 
 TEST_F(ImageCategoryTest, AgreesWithTheSlowOperationsOverRandomPictures) {

@@ -2,12 +2,8 @@
 
 #include <array>
 
+#include "tests/support/class_variables.hpp"
 #include "tests/support/page_fixture.hpp"
-
-extern "C" {
-void** class_copyIvarList(objc::abi::Class cls, unsigned* count);
-const char* ivar_getName(void* variable);
-}
 
 namespace wispen::testing {
 namespace {
@@ -101,14 +97,6 @@ class PageLookTest : public PageTest {
     EXPECT_EQ(rgba(label.textColor()), colour) << text;
     EXPECT_TRUE(label.font().isEqual(UIFont::systemFontOfSize(18, UIFontWeightSemibold))) << text;
     EXPECT_FALSE(label.font().isEqual(UIFont::systemFontOfSize(18)));
-  }
-  static std::vector<std::string> variables_of(const char* cls) {
-    unsigned count = 0;
-    void** const list = ::class_copyIvarList(objc::ClassRef::named(cls).borrow(), &count);
-    std::vector<std::string> names;
-    for (unsigned i = 0; i < count; ++i) names.emplace_back(::ivar_getName(list[i]));
-    std::free(list);
-    return names;
   }
 };
 
