@@ -21,7 +21,8 @@ using namespace wispen::home_screen;
 constexpr char kDomainFile[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
 constexpr char kChanged[] = "com.m0rrow5.vitrelle3dtouch/prefschanged";
 constexpr char kBundle[] = "/Library/PreferenceBundles/3dvitrelleprefs.bundle";
-// Whoever needs a picture that is surely up to date posts the first, and hears the second.
+// Whoever needs a picture that is surely up to date posts the first, and hears the second once. The second is
+// heard unasked when the first picture is there.
 constexpr char kPaint[] = "wispen.home-screen.paint";
 constexpr char kPainted[] = "wispen.home-screen.painted";
 
@@ -54,14 +55,17 @@ struct HomeScreen {
   }
 };
 
+void tell_painted() {
+  const objc::AutoreleasePool pool;
+  CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(kPainted),
+                                       nullptr, NSDictionary(), true);
+}
+
 void changed(const char* name, unsigned long long, void* context) {
   const auto* const home = static_cast<HomeScreen*>(context);
   const bool asked = std::string_view(name) == kPaint;
   if (!home->refresh(home->options.picture.empty())) fail(wispen_host_last_error());
-  if (!asked) return;
-  const objc::AutoreleasePool pool;
-  CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(kPainted),
-                                       nullptr, NSDictionary(), true);
+  if (asked) tell_painted();
 }
 
 bool start(const Options& options) {
@@ -105,6 +109,7 @@ int run(const Options& options) {
     if (!options.once && wispen_host_listen(name, changed, &home) == 0) return fail(wispen_host_last_error());
   }
   if (!home.refresh(false)) return fail(wispen_host_last_error());
+  if (!options.picture.empty() && !options.once) tell_painted();
   if (options.picture.empty()) {
     home.screen.brighten();
     if (wispen_host_run_window_at("Home Screen", nullptr, WISPEN_HOST_WINDOW_RIGHT) == 0) {

@@ -49,15 +49,39 @@ std::vector<Char*> pointers(std::vector<std::string>& words) {
   return all;
 }
 
+/// Does what makes the home screen paint, which may fail with the host's last error, and waits until it has.
+/// One cause has one answer: an answer too many would be taken for the next one's.
+template <class Cause>
+Result<void> await_painted_after(Cause cause) {
+  bool painted = false;
+  const int listening = wispen_host_listen(kPainted, note_painted, &painted);
+  if (listening == 0) return Error{wispen_host_last_error()};
+  if (!cause()) {
+    const std::string why = wispen_host_last_error();
+    wispen_host_stop_listening(listening);
+    return Error{why};
+  }
+  const double end = wispen_host_now() + kLongestWait;
+  while (!painted && wispen_host_now() < end && wispen_host_process("SpringBoard") != 0) {
+    if (wispen_host_run_for(0.01) == 0) break;
+  }
+  wispen_host_stop_listening(listening);
+  if (!painted) return Error{"the home screen does not paint its picture"};
+  return {};
+}
+
 }  // namespace
 
 Result<void> start_home_screen(const CommonOptions& options, const LookOptions& look,
                                const std::string& picture) {
   std::vector<std::string> words = words_for(wispen_host_root(), options, look);
   if (!picture.empty()) words.insert(words.end(), {"--picture", std::filesystem::absolute(picture).string()});
-  if (wispen_host_start_processes(nullptr, pointers<const char>(words).data(), tell_of_loss, nullptr) == 0) {
-    return Error{wispen_host_last_error()};
-  }
+  const auto start = [&words] {
+    return wispen_host_start_processes(nullptr, pointers<const char>(words).data(), tell_of_loss, nullptr) !=
+           0;
+  };
+  if (!picture.empty()) return await_painted_after(start);
+  if (!start()) return Error{wispen_host_last_error()};
   return {};
 }
 
@@ -66,23 +90,11 @@ void tell_without_home_screen(const std::string& why) {
 }
 
 Result<void> await_home_screen_picture() {
-  bool painted = false;
-  const int listening = wispen_host_listen(kPainted, note_painted, &painted);
-  if (listening == 0) return Error{wispen_host_last_error()};
-  const double end = wispen_host_now() + kLongestWait;
-  double next_request = 0;
-  // Asked again now and then: one that has just been started did not hear the first request.
-  while (!painted && wispen_host_now() < end && wispen_host_process("SpringBoard") != 0) {
-    if (wispen_host_now() >= next_request) {
-      CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(kPaint),
-                                           nullptr, NSDictionary(), true);
-      next_request = wispen_host_now() + 1;
-    }
-    if (wispen_host_run_for(0.01) == 0) break;
-  }
-  wispen_host_stop_listening(listening);
-  if (!painted) return Error{"the home screen does not paint its picture"};
-  return {};
+  return await_painted_after([] {
+    CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), NSString(kPaint),
+                                         nullptr, NSDictionary(), true);
+    return true;
+  });
 }
 
 int snapshot_home_screen(const CommonOptions& options, const SnapshotOptions& what) {

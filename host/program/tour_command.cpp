@@ -89,7 +89,6 @@ Result<void> show_home_screen(const CommonOptions& options, const LookOptions& l
   if (error) return Error{"the folder " + folder.string() + " cannot be made: " + error.message()};
   const auto picture = folder / "home-screen.png";
   if (auto started = start_home_screen(options, look, picture); !started) return started;
-  if (auto painted = await_home_screen_picture(); !painted) return painted;
   const auto before = folder / "home-screen-before.png";
   std::filesystem::copy_file(picture, before, std::filesystem::copy_options::overwrite_existing, error);
   if (error) return Error{"the picture " + before.string() + " cannot be written: " + error.message()};

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/core/process_record.hpp"
+#include "platform/CoreFoundation.hpp"
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
@@ -76,6 +77,37 @@ class RespringOfARootfulRoot : public RespringOf {
  protected:
   RespringOfARootfulRoot() : RespringOf("rootful") {}
 };
+
+class HomeScreenPicture : public RespringOf {
+ protected:
+  HomeScreenPicture() : RespringOf("rootless") {}
+};
+
+// An answer too many would be taken for the next request's, and an old picture for a new one.
+TEST_F(HomeScreenPicture, IsAnsweredForOnceAtTheStartAndOnceARequest) {
+  int answers = 0;
+  ASSERT_NE(wispen_host_listen(
+                "wispen.home-screen.painted",
+                [](const char*, unsigned long long, void* count) { ++*static_cast<int*>(count); }, &answers),
+            0);
+  start_processes();
+  until([&] { return answers == 1; });
+  const char* const domain =
+      wispen_host_jailbreak_path("/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist");
+  ASSERT_NE(domain, nullptr);
+  const std::string file = domain;
+  std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+  for (const int before : {1, 2}) {
+    const std::string old = painted();
+    std::ofstream(file) << "<plist version=\"1.0\"><dict><key>enabled</key>"
+                        << (before == 1 ? "<false/>" : "<true/>") << "</dict></plist>";
+    CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(),
+                                         "wispen.home-screen.paint"_ns, nullptr, NSDictionary(), true);
+    until([&] { return answers > before; });
+    EXPECT_EQ(answers, before + 1);
+    EXPECT_NE(painted(), old);
+  }
+}
 
 TEST_F(RespringOfARootlessRoot, RestartsBackboarddAndTheHomeScreenWithIt) {
   start_processes();
