@@ -1,5 +1,6 @@
 #include "host/graphics/png_filter.hpp"
 
+#include <cstddef>
 #include <cstring>
 
 namespace wispen::graphics {
@@ -56,20 +57,21 @@ Words paeth(Words left, Words above, Words above_left) {
 template <int kBytes>
 void restore(PngFilter filter, const std::uint8_t* packed, const std::uint32_t* above, std::uint32_t* row,
              int width) {
+  const auto packed_at = [packed](int x) { return load(packed + std::ptrdiff_t{kBytes} * x); };
   std::uint32_t left = 0;
   switch (filter) {
     case PngFilter::None:
-      for (int x = 0; x < width; ++x) row[x] = load(packed + kBytes * x);
+      for (int x = 0; x < width; ++x) row[x] = packed_at(x);
       break;
     case PngFilter::Left:
-      for (int x = 0; x < width; ++x) row[x] = left = sum(left, load(packed + kBytes * x));
+      for (int x = 0; x < width; ++x) row[x] = left = sum(left, packed_at(x));
       break;
     case PngFilter::Above:
-      for (int x = 0; x < width; ++x) row[x] = sum(above[x], load(packed + kBytes * x));
+      for (int x = 0; x < width; ++x) row[x] = sum(above[x], packed_at(x));
       break;
     case PngFilter::Average:
       for (int x = 0; x < width; ++x) {
-        row[x] = left = sum(average(left, above[x]), load(packed + kBytes * x));
+        row[x] = left = sum(average(left, above[x]), packed_at(x));
       }
       break;
     case PngFilter::Paeth: {
@@ -78,7 +80,7 @@ void restore(PngFilter filter, const std::uint8_t* packed, const std::uint32_t* 
       for (int x = 0; x < width; ++x) {
         const Words wide_above = widen(above[x]);
         const Words predicted = paeth(wide_left, wide_above, wide_above_left);
-        wide_left = (predicted + widen(load(packed + kBytes * x))) & 0xFF;
+        wide_left = (predicted + widen(packed_at(x))) & 0xFF;
         wide_above_left = wide_above;
         row[x] = narrow(wide_left);
       }
