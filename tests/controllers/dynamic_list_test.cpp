@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/controllers/decided_page.hpp"
 #include "tests/support/host_fixture.hpp"
 #include "tests/support/raised.hpp"
 
@@ -12,12 +13,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// The registered classes, as handles that can be derived from.
-class WispBaseController : public PSListController {
- public:
-  static constexpr objc::FixedString kClass{"WispBaseController"};
-  using PSListController::PSListController;
-};
+/// The registered class, as a handle that can be derived from.
 class WispRootListController : public WispBaseController {
  public:
   static constexpr objc::FixedString kClass{"WispRootListController"};
@@ -33,29 +29,7 @@ bool is_visible(const PSSpecifier& specifier) {
   return !hidden.contains(key);
 }
 
-/// Pages whose visibility a test decides.
-class BasePage : public objc::Authored<BasePage, WispBaseController> {
- public:
-  static constexpr objc::FixedString kClass{"WispenTestBasePage"};
-  using Authored::Authored;
-  bool visible(const PSSpecifier& specifier) const { return is_visible(specifier); }
-  // A page's bundle is the one that its class came from, which for these is the test program.
-  NSBundle bundle_under_test() const {
-    return NSBundle::bundleForClass(objc::class_for<WispBaseController>());
-  }
-  NSMutableArray specifiers() const {
-    NSMutableArray& shown = specifiers_variable();
-    if (!shown) shown = objc::send<"dynamicSpecifiersFromPlist:", NSMutableArray>(*this, "Root"_ns);
-    return shown;
-  }
-  static void define() {
-    objc::Class<BasePage>()
-        .method<"isSpecifierVisible:", &BasePage::visible>()
-        .method<"bundle", &BasePage::bundle_under_test>()
-        .method<"specifiers", &BasePage::specifiers>()
-        .register_class();
-  }
-};
+/// The root page, with rows that a test decides.
 class RootPage : public objc::Authored<RootPage, WispRootListController> {
  public:
   static constexpr objc::FixedString kClass{"WispenTestRootPage"};
@@ -95,7 +69,8 @@ class DynamicListTest : public HostTest {
       items += item({{"cell", "PSSwitchCell"}, {"key", key}, {"label", key}});
     }
     load_bundle_with({{"Root.plist", specifier_list(items)}});
-    BasePage::define();
+    DecidedPage::define();
+    DecidedPage::is_visible = is_visible;
     RootPage::define();
     hidden = {"R2", "R4"};
     asked.clear();
@@ -168,7 +143,7 @@ TEST_F(DynamicListTest, TheListIsBuiltOnceAndKept) {
 }
 
 TEST_F(DynamicListTest, ARowThatBecomesVisibleGoesAfterItsPredecessor) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {"R2"};
   update(page);
   EXPECT_THAT(shown(page), ElementsAre("R1", "R3", "R4", "R5"));
@@ -176,7 +151,7 @@ TEST_F(DynamicListTest, ARowThatBecomesVisibleGoesAfterItsPredecessor) {
 }
 
 TEST_F(DynamicListTest, TwoRowsPutBackInOneRefreshBothFindTheirPlaces) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {};
   update(page);
   EXPECT_THAT(shown(page), ElementsAre("R1", "R2", "R3", "R4", "R5"));
@@ -184,7 +159,7 @@ TEST_F(DynamicListTest, TwoRowsPutBackInOneRefreshBothFindTheirPlaces) {
 }
 
 TEST_F(DynamicListTest, ARowWhosePredecessorIsHiddenGoesToTheEndOnPurpose) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {"R2", "R3"};
   update(page);
   EXPECT_THAT(shown(page), ElementsAre("R1", "R5", "R4"));
@@ -192,7 +167,7 @@ TEST_F(DynamicListTest, ARowWhosePredecessorIsHiddenGoesToTheEndOnPurpose) {
 }
 
 TEST_F(DynamicListTest, ARowThatBecomesHiddenIsRemovedAnimatedAndTheRestIsLeftAlone) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {"R2", "R4", "R5"};
   update(page);
   EXPECT_THAT(shown(page), ElementsAre("R1", "R3"));
@@ -200,14 +175,14 @@ TEST_F(DynamicListTest, ARowThatBecomesHiddenIsRemovedAnimatedAndTheRestIsLeftAl
 }
 
 TEST_F(DynamicListTest, ARefreshWithoutAChangeCausesNoCall) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   update(page);
   EXPECT_THAT(changes(page), ElementsAre());
   EXPECT_THAT(asked, ElementsAre("R1", "R2", "R3", "R4", "R5"));
 }
 
 TEST_F(DynamicListTest, OnlyTheRootPageReloadsAfterARefresh) {
-  const auto base = open<BasePage>();
+  const auto base = open<DecidedPage>();
   update(base);
   EXPECT_THAT(changes(base), ElementsAre());
   const auto root = open<RootPage>();
@@ -225,7 +200,7 @@ TEST_F(DynamicListTest, TheReloadOfTheRootPageBuildsItsListAnew) {
 }
 
 TEST_F(DynamicListTest, AnAbsentFirstRowRaisesTheOutOfRangeExceptionOnPurpose) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {"R1"};
   update(page);  // removes R1, and may
   EXPECT_THAT(shown(page), ElementsAre("R3", "R4", "R5", "R2"));
@@ -236,7 +211,7 @@ TEST_F(DynamicListTest, AnAbsentFirstRowRaisesTheOutOfRangeExceptionOnPurpose) {
 }
 
 TEST_F(DynamicListTest, ARefreshBeforeAnyFilteredBuildDoesNothingButTheReload) {
-  const BasePage base = objc::make<BasePage>();
+  const DecidedPage base = objc::make<DecidedPage>();
   objc::send<"setSpecifiers:">(base, NSMutableArray::array());
   objc::send<"clearSpecifierChanges">(base);
   update(base);
@@ -251,14 +226,14 @@ TEST_F(DynamicListTest, ARefreshBeforeAnyFilteredBuildDoesNothingButTheReload) {
 
 TEST_F(DynamicListTest, ARowIsAddedToAPageThatTheSameRefreshHasEmptied) {
   hidden = {"R2", "R3", "R4", "R5"};
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   hidden = {"R1", "R3", "R4", "R5"};
   update(page);
   EXPECT_THAT(shown(page), ElementsAre("R2"));
 }
 
 TEST_F(DynamicListTest, ARefreshLeavesTheSavedRowsAsTheyAre) {
-  const auto page = open<BasePage>();
+  const auto page = open<DecidedPage>();
   const auto before = objc::send<"savedSpecifiers", NSArray>(page);
   hidden = {"R3", "R5"};
   update(page);

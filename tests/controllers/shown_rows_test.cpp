@@ -4,41 +4,13 @@
 #include <random>
 #include <set>
 
+#include "tests/controllers/decided_page.hpp"
 #include "tests/support/page_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
 
-class WispBaseController : public PSListController {
- public:
-  static constexpr objc::FixedString kClass{"WispBaseController"};
-  using PSListController::PSListController;
-};
-
 std::set<std::string> hidden;
-
-/// A page of which the test says what is hidden.
-class ShownPage : public objc::Authored<ShownPage, WispBaseController> {
- public:
-  static constexpr objc::FixedString kClass{"WispenTestShownPage"};
-  using Authored::Authored;
-  bool visible(const PSSpecifier& specifier) const { return !hidden.contains(specifier.identifier().utf8()); }
-  NSBundle bundle_under_test() const {
-    return NSBundle::bundleForClass(objc::class_for<WispBaseController>());
-  }
-  NSMutableArray specifiers() const {
-    NSMutableArray& shown = specifiers_variable();
-    if (!shown) shown = objc::send<"dynamicSpecifiersFromPlist:", NSMutableArray>(*this, "Root"_ns);
-    return shown;
-  }
-  static void define() {
-    objc::Class<ShownPage>()
-        .method<"isSpecifierVisible:", &ShownPage::visible>()
-        .method<"bundle", &ShownPage::bundle_under_test>()
-        .method<"specifiers", &ShownPage::specifiers>()
-        .register_class();
-  }
-};
 
 class ShownRowsTest : public PageTest {
  protected:
@@ -77,10 +49,13 @@ TEST_F(ShownRowsTest, AreThoseOfTheListAfterEveryRefreshAlsoWhereGroupsComeAndGo
   }
   hidden.clear();
   show("settings", {{"Root.plist", specifier_list(items)}});
-  ShownPage::define();  // its base comes with the bundle
+  DecidedPage::define();
+  DecidedPage::is_visible = [](const PSSpecifier& specifier) {
+    return !hidden.contains(specifier.identifier().utf8());
+  };
   std::mt19937 random(7);
   for (int page_number = 0; page_number < 12; ++page_number) {
-    const ShownPage page = objc::make<ShownPage>();
+    const DecidedPage page = objc::make<DecidedPage>();
     navigation().pushViewController(page, false);
     settle();
     ASSERT_EQ(on_screen(), in_list(page));
