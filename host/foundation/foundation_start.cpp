@@ -3,6 +3,7 @@
 #include "host/foundation/foundation_start.hpp"
 
 #include "host/foundation/bundle.hpp"
+#include "host/foundation/dates.hpp"
 #include "host/foundation/file_dictionaries.hpp"
 #include "host/foundation/task_environment.hpp"
 #include "platform/Foundation.hpp"
@@ -40,6 +41,7 @@ Result<void> start_foundation() {
     return Error{"Foundation is not linked: the class NSString is missing"};
   keep_out_of_the_home();
   install_file_dictionaries();
+  install_dates();
   install_bundles();
   install_task_environment();
   started = true;

@@ -2,9 +2,12 @@
 
 #include <sys/stat.h>
 
+#include <bit>
+#include <cmath>
 #include <filesystem>
 #include <string>
 
+#include "tests/host/foundation/plist/binary_maker.hpp"
 #include "tests/support/host_fixture.hpp"
 
 namespace wispen::testing {
@@ -47,6 +50,44 @@ TEST_F(FileDictionariesTest, ReadsEveryKindOfValue) {
   EXPECT_EQ(dictionary.objectForKey<NSDictionary>("n"_ns).objectForKey<NSString>("x"_ns).utf8(), "y");
   EXPECT_FALSE(dictionary.objectForKey("missing"_ns));
   EXPECT_EQ(dictionary.allKeys().count(), 9u);
+}
+
+TEST_F(FileDictionariesTest, ADateBeyondTheCalendarIsItsFirstOrItsLastAndKeepsItsBytes) {
+  const std::string path = file(
+      plist("<dict><key>before</key><date>0000-01-01T00:00:00Z</date><key>past</key>"
+            "<date>0000-12-30T00:00:00Z</date><key>first</key><date>0001-01-01T00:00:00Z</date>"
+            "<key>far</key><date>12345678-01-01T00:00:00Z</date></dict>"));
+  const auto dictionary = read_mutable(path);
+  ASSERT_TRUE(dictionary);
+  for (const char* const key : {"before", "past", "first"}) {
+    EXPECT_EQ(dictionary.objectForKey(NSString(key)).description().utf8(), "0001-01-01 00:00:00 +0000") << key;
+  }
+  EXPECT_EQ(dictionary.objectForKey("far"_ns).description().utf8(), "9999-12-31 23:59:59 +0000");
+  EXPECT_THAT(dictionary.description().utf8(), ::testing::HasSubstr("0001-01-01 00:00:00 +0000"));
+  dictionary.setObject("x"_ns, "k"_ns);
+  ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
+  EXPECT_THAT(contents_of(path), ::testing::HasSubstr("<date>0000-12-30T00:00:00Z</date>"));
+}
+
+TEST_F(FileDictionariesTest, ADateDescribesItselfWithoutTheTimeZone) {
+  const auto text = [](double seconds) {
+    return NSDate::dateWithTimeIntervalSinceReferenceDate(seconds).description().utf8();
+  };
+  EXPECT_EQ(text(0), "2001-01-01 00:00:00 +0000");
+  EXPECT_EQ(text(-1e300), "-1e+300 s since 2001-01-01 00:00:00 +0000");
+  EXPECT_EQ(NSArray(objc::send<"arrayWithObject:", NSArray>(
+                        objc::class_for<NSArray>(), NSDate::dateWithTimeIntervalSinceReferenceDate(0)))
+                .description()
+                .utf8(),
+            "(\"2001-01-01 00:00:00 +0000\")");
+}
+
+TEST_F(FileDictionariesTest, ADateThatIsNotANumberMakesABinaryFileUnreadable) {
+  for (const double seconds : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    std::string date = "\x33";
+    plist::append_big_endian(date, std::bit_cast<std::uint64_t>(seconds), 8);
+    EXPECT_FALSE(read(file(plist::testing::binary({"\xD1\x01\x02", "\x51k", date})))) << seconds;
+  }
 }
 
 TEST_F(FileDictionariesTest, WhatCannotBeReadIsNilForBothKinds) {
