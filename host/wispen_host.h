@@ -51,6 +51,9 @@ typedef struct wispen_host_options {
   /** Non-zero: the screen shows windows that the program makes, and the Settings application never comes up.
    */
   int own_windows;
+  /** Non-zero: the bundle's lists are data only. No method that they name is performed, so that a list which
+   * nobody trusts can be looked at. */
+  int lists_as_data;
 } wispen_host_options;
 
 /** Starts the host. Fails while one runs, and for options that cannot be used; nothing is running then. */

@@ -90,6 +90,7 @@ Result<wispen::HostOptions> options_from(const wispen_host_options& given) {
   if (given.appearance != nullptr) options.appearance = given.appearance;
   if (given.device != nullptr) options.device = given.device;
   if (given.rpath != nullptr) options.library_search_path = wispen::split_list(given.rpath, ':');
+  options.lists_as_data = given.lists_as_data != 0;
   options.own_windows = given.own_windows != 0;
   options.clock = given.wall_clock != 0 ? wispen::ClockKind::Wall : wispen::ClockKind::Driven;
   return options;

@@ -34,6 +34,7 @@ struct HostOptions {
   std::optional<bool> right_to_left;             // as the first language is read, where it is not said
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
+  bool lists_as_data = false;  // nothing that lists name is performed
   bool own_windows = false;  // of the program that runs the host: Settings is not to come up
 };
 

@@ -55,6 +55,14 @@ bool same_value(const Value& a, const Value& b) {
   return a.is(Type::String) ? a.string() == b.string() : a.is(Type::Boolean) && a.boolean() == b.boolean();
 }
 
+preferences::MethodRole role_of(const std::string& key) {
+  using preferences::MethodRole;
+  if (key == "get") return MethodRole::Getter;
+  if (key == "set") return MethodRole::Setter;
+  if (key == "valuesDataSource" || key == "titlesDataSource") return MethodRole::DataSource;
+  return MethodRole::Action;
+}
+
 /// Rows that the visibility rules may hide.
 bool can_be_hidden(const Value& item) {
   static constexpr std::array<std::string_view, 4> kColourKeys{"regularAutoColor", "regularColor",
@@ -167,8 +175,13 @@ class ListCheck {
   }
 
   void check_selector(const std::string& key, const std::string& name) {
-    if (page_.empty() || classes_.answers(page_, name)) return;
-    add(Severity::Error, "the page " + page_ + " has no method " + name + " (\"" + key + "\")");
+    if (page_.empty()) return;
+    if (!classes_.answers(page_, name)) {
+      return add(Severity::Error, "the page " + page_ + " has no method " + name + " (\"" + key + "\")");
+    }
+    if (const auto misfit = classes_.misfit(page_, name, role_of(key))) {
+      add(Severity::Error, *misfit + " (\"" + key + "\")");
+    }
   }
 
   void check_text(const std::string& key, const std::string& text) {

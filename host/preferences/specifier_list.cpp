@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/foundation/problems.hpp"
+#include "host/preferences/named_method.hpp"
 
 namespace wispen::preferences {
 
@@ -16,6 +17,26 @@ std::set<std::string>& capabilities() {
       "armv7", "arm64", "wifi", "bluetooth-le", "touch-id", "accelerometer", "gyroscope", "haptics", "metal"};
   return *set;
 }
+
+/// A data source may ask its page for the very list that it is being asked for; the list is then read without
+/// it.
+class DataSourceTurn {
+ public:
+  explicit DataSourceTurn(const std::string& list) : list_(list), first_(lists_asking.insert(list).second) {
+    if (!first_) report_problem(list + ": a data source asks for the list that it belongs to");
+  }
+  DataSourceTurn(const DataSourceTurn&) = delete;
+  DataSourceTurn& operator=(const DataSourceTurn&) = delete;
+  ~DataSourceTurn() {
+    if (first_) lists_asking.erase(list_);
+  }
+  bool granted() const { return first_; }
+
+ private:
+  static inline std::set<std::string> lists_asking;
+  const std::string list_;
+  const bool first_;
+};
 
 /// Reads one list's items; it knows the table that their texts are translated by.
 class ListReader {
@@ -104,8 +125,10 @@ class ListReader {
                   const Specifier& specifier) const {
     if (const NSString source = text(item, source_key)) {
       const auto selector = objc::Selector::named(source.utf8().c_str());
-      if (target_.respondsToSelector(selector)) {
-        return objc::cast_or_nil<NSArray>(objc::perform<NSObject>(target_, selector, specifier));
+      if (may_perform(target_, selector, MethodRole::DataSource)) {
+        const DataSourceTurn turn(where());
+        if (turn.granted())
+          return objc::cast_or_nil<NSArray>(objc::perform<NSObject>(target_, selector, specifier));
       }
     }
     return objc::cast_or_nil<NSArray>(item.objectForKey(key));

@@ -23,7 +23,12 @@ class KnownClasses : public Classes {
   bool exists(const std::string& name) const override { return name == "SomePage" || name == "SomeCell"; }
   bool is_page(const std::string& name) const override { return name == "SomePage"; }
   bool answers(const std::string& name, const std::string& selector) const override {
-    return name == "SomePage" && selector == "doIt";
+    return name == "SomePage" && (selector == "doIt" || selector == "hash");
+  }
+  std::optional<std::string> misfit(const std::string&, const std::string& selector,
+                                    preferences::MethodRole role) const override {
+    if (selector == "hash") return preferences::why_not_performed(selector, {'Q', 0, true}, role);
+    return std::nullopt;
   }
   std::string page_of_list(const std::string& list) const override {
     return list == "Orphan" ? "" : "SomePage";
@@ -73,6 +78,14 @@ TEST_F(SpecifierLintTest, FindsUnknownKeysAndCells) {
               ElementsAre(HasSubstr("PSSwichCell")));
   EXPECT_THAT(check("<dict><key>id</key><string>x</string></dict>"), ElementsAre(HasSubstr("no cell type")));
   EXPECT_THAT(check("<string>x</string>"), ElementsAre(HasSubstr("no dictionary")));
+}
+
+TEST_F(SpecifierLintTest, FindsMethodsThatDoNotFitWhatTheyAreNamedFor) {
+  EXPECT_THAT(check(row(text("get", "hash"))),
+              ElementsAre(HasSubstr("the method hash does not return an object (\"get\")")));
+  EXPECT_THAT(check(row(text("set", "hash"))), ElementsAre(HasSubstr("does not take a value and the row")));
+  EXPECT_THAT(check(row(text("titlesDataSource", "hash"))), ElementsAre(HasSubstr("titlesDataSource")));
+  EXPECT_THAT(check(row(text("action", "hash"))), IsEmpty()) << "its result is not looked at";
 }
 
 TEST_F(SpecifierLintTest, FindsClassesAndSelectorsThatDoNotExist) {
