@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 class FileDictionariesTest : public HostTest {
  protected:
   std::string file(const std::string& bytes) const {
-    write_file(folder_ / "file.plist", bytes);
-    return folder_ / "file.plist";
+    write_file(folder_ / "root/file.plist", bytes);
+    return folder_ / "root/file.plist";
   }
   static NSDictionary read(const std::string& path) {
     return NSDictionary::dictionaryWithContentsOfFile(path.c_str());
@@ -53,14 +53,15 @@ TEST_F(FileDictionariesTest, ReadsEveryKindOfValue) {
 }
 
 TEST_F(FileDictionariesTest, ADateBeyondTheCalendarIsItsFirstOrItsLastAndKeepsItsBytes) {
-  const std::string path = file(
-      plist("<dict><key>before</key><date>0000-01-01T00:00:00Z</date><key>past</key>"
-            "<date>0000-12-30T00:00:00Z</date><key>first</key><date>0001-01-01T00:00:00Z</date>"
-            "<key>far</key><date>12345678-01-01T00:00:00Z</date></dict>"));
+  const std::string path =
+      file(plist("<dict><key>before</key><date>0000-01-01T00:00:00Z</date><key>past</key>"
+                 "<date>0000-12-30T00:00:00Z</date><key>first</key><date>0001-01-01T00:00:00Z</date>"
+                 "<key>far</key><date>12345678-01-01T00:00:00Z</date></dict>"));
   const auto dictionary = read_mutable(path);
   ASSERT_TRUE(dictionary);
   for (const char* const key : {"before", "past", "first"}) {
-    EXPECT_EQ(dictionary.objectForKey(NSString(key)).description().utf8(), "0001-01-01 00:00:00 +0000") << key;
+    EXPECT_EQ(dictionary.objectForKey(NSString(key)).description().utf8(), "0001-01-01 00:00:00 +0000")
+        << key;
   }
   EXPECT_EQ(dictionary.objectForKey("far"_ns).description().utf8(), "9999-12-31 23:59:59 +0000");
   EXPECT_THAT(dictionary.description().utf8(), ::testing::HasSubstr("0001-01-01 00:00:00 +0000"));
@@ -177,7 +178,7 @@ TEST_F(FileDictionariesTest, APlainDictionaryIsWrittenWholeAndReadBackEqual) {
   dictionary.setObject(NSNumber::numberWithBool(true), "yes"_ns);
   dictionary.setObject(NSNumber::numberWithInt(1), "one"_ns);
   dictionary.setObject(NSNumber::numberWithDouble(1e-300), "tiny"_ns);
-  const std::string path = folder_ / "made.plist";
+  const std::string path = folder_ / "root/made.plist";
   ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
   EXPECT_TRUE(read(path).isEqual(dictionary));
   const std::string bytes = contents_of(path);
