@@ -23,6 +23,11 @@ Result<std::shared_ptr<const Contents>> as_contents(Result<std::shared_ptr<const
   return std::shared_ptr<const Contents>(*std::move(specific));
 }
 
+std::string_view without_mark(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  return text.substr(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+}
+
 /// Old-style lists have no writer, as on the platform: they are taken over as XML, or, where a string holds
 /// what XML cannot, as binary lists.
 Result<std::shared_ptr<const Contents>> parse_old_style(std::string_view text) {
@@ -39,7 +44,7 @@ Result<std::shared_ptr<const Contents>> parse_old_style(std::string_view text) {
 Result<std::shared_ptr<const Contents>> parse_utf16(std::string_view bytes, ByteOrder order) {
   const std::optional<std::string> text = utf8_from_utf16_strict(bytes, order);
   if (!text) return Error{"the file is not well-formed UTF-16"};
-  if (looks_old_style(*text)) return parse_old_style(*text);
+  if (const std::string_view list = without_mark(*text); looks_old_style(list)) return parse_old_style(list);
   return as_contents(XmlContents::parse(
       files::Buffer(*text), order == ByteOrder::Big ? XmlEncoding::Utf16Big : XmlEncoding::Utf16Little));
 }
@@ -52,9 +57,7 @@ Result<std::shared_ptr<const Contents>> parse_any(files::Buffer bytes) {
   if (view.starts_with(kBinaryMagic)) return as_contents(BinaryContents::parse(std::move(bytes)));
   if (view.starts_with("\xFF\xFE")) return parse_utf16(view, ByteOrder::Little);
   if (view.starts_with("\xFE\xFF")) return parse_utf16(view, ByteOrder::Big);
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  const std::string_view text = view.substr(view.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
-  if (looks_old_style(text)) return parse_old_style(text);
+  if (const std::string_view list = without_mark(view); looks_old_style(list)) return parse_old_style(list);
   return as_contents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
 }
 
