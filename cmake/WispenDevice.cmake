@@ -13,7 +13,7 @@ set(WISPEN_DEVICE_MINIMUM 15.0)  # the oldest system that the bundle is for
 # Every warning that the desktop has. Small before fast: a settings page waits for its user, and the grouping
 # of pixels is written in vectors anyway. No path of the building machine gets into the image.
 set(WISPEN_DEVICE_FLAGS
-  -std=c++20 -Os -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wnon-virtual-dtor
+  -std=c++20 -Os -DNDEBUG -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wnon-virtual-dtor
   -fno-omit-frame-pointer -fvisibility=hidden -fvisibility-inlines-hidden
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
   -nostdinc -nostdinc++

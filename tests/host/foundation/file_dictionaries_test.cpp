@@ -93,7 +93,7 @@ TEST_F(FileDictionariesTest, ADateThatIsNotANumberMakesABinaryFileUnreadable) {
 
 TEST_F(FileDictionariesTest, WhatCannotBeReadIsNilForBothKinds) {
   for (const char* const damaged : {"", " \n", "hello", "<plist><array/></plist>",
-                                    "<plist><dict><key>a</key></dict></plist>", "bplist00", "{ a = b; }"}) {
+                                    "<plist><dict><key>a</key></dict></plist>", "bplist00", "{ a = ; }"}) {
     EXPECT_FALSE(read(file(damaged))) << damaged;
     EXPECT_FALSE(read_mutable(file(damaged))) << damaged;
   }
