@@ -5,7 +5,11 @@
 #include <optional>
 #include <utility>
 
+#include "host/foundation/device_paths.hpp"
+#include "host/foundation/plist/document.hpp"
+#include "host/foundation/plist_objects.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/preferences/limits.hpp"
 #include "host/preferences/named_method.hpp"
 
 namespace wispen::preferences {
@@ -62,9 +66,15 @@ class ListReader {
     return specifier;
   }
 
+  /// As it is to be shown: translated, and no longer than anybody reads.
   NSString translated(const NSString& source) const {
     if (!source || source.length() == 0) return source;
-    return bundle_.localizedString(source, source, name_);
+    const NSString text = bundle_.localizedString(source, source, name_);
+    if (text.length() > kLongestText) {
+      report_problem(where() + ": a text of " + std::to_string(text.length()) + " characters is cut at " +
+                     std::to_string(kLongestText));
+    }
+    return shortened(text);
   }
 
   std::string where() const { return name_.utf8() + ".plist"; }
@@ -172,6 +182,15 @@ bool device_has_what_it_needs(const NSDictionary& item) {
 std::set<std::string> device_capabilities() { return capabilities(); }
 void set_device_capabilities(std::set<std::string> wanted) { capabilities() = std::move(wanted); }
 
+NSString shortened(const NSString& text) {
+  if (!text || text.length() <= kLongestText) return text;
+  // Not between the halves of a character of two units.
+  const auto last = objc::send<"characterAtIndex:", unsigned short>(text, NSUInteger{kLongestText - 1});
+  const std::size_t length = kLongestText - (last >= 0xD800 && last < 0xDC00 ? 1 : 0);
+  return objc::send<"stringByAppendingString:", NSString>(
+      objc::send<"substringToIndex:", NSString>(text, NSUInteger{length}), "\u2026"_ns);
+}
+
 SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, const NSObject& target) {
   SpecifierList list{NSString(), NSMutableArray::array()};
   const ListReader reader(bundle, name, target);
@@ -180,20 +199,32 @@ SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, 
     report_problem("the bundle has no list " + reader.where());
     return list;
   }
-  const NSDictionary file = NSDictionary::dictionaryWithContentsOfFile(path);
-  if (!file) {
+  // Row by row, for a list may hold any number of them.
+  const auto file = plist::Document::read(path.utf8(), device_calls());
+  if (!file || !file->root().is(plist::Type::Dictionary)) {
     report_problem(path.utf8() + " is no property list that can be read");
     return list;
   }
-  list.title = reader.translated(objc::cast_or_nil<NSString>(file.objectForKey("title"_ns)));
-  const auto items = objc::cast_or_nil<NSArray>(file.objectForKey("items"_ns));
-  if (!items) report_problem(reader.where() + " has no array \"items\"");
-  for (NSUInteger i = 0, count = items.count(); i < count; ++i) {
-    const auto item = objc::cast_or_nil<NSDictionary>(items.objectAtIndex(i));
-    if (!item) {
-      report_problem(reader.where() + ": item " + std::to_string(i) + " is no dictionary");
+  const auto title = file->root().find("title");
+  if (title && title->is(plist::Type::String)) list.title = reader.translated(string_of(title->string()));
+  const auto items = file->root().find("items");
+  if (!items || !items->is(plist::Type::Array)) {
+    report_problem(reader.where() + " has no array \"items\"");
+    return list;
+  }
+  std::size_t index = 0;
+  for (const plist::Value value : items->elements()) {
+    const std::size_t row = index++;
+    if (row == kMostRows) {
+      report_problem(reader.where() + ": only the first " + std::to_string(kMostRows) + " rows are shown");
+      break;
+    }
+    if (!value.is(plist::Type::Dictionary)) {
+      report_problem(reader.where() + ": item " + std::to_string(row) + " is no dictionary");
       continue;
     }
+    const objc::AutoreleasePool pool;
+    const auto item = object_of(value).as<NSDictionary>();
     if (device_has_what_it_needs(item)) list.specifiers.addObject(reader.read(item));
   }
   return list;

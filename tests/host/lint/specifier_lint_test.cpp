@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/preferences/limits.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace wispen::lint {
@@ -86,6 +87,17 @@ TEST_F(SpecifierLintTest, FindsMethodsThatDoNotFitWhatTheyAreNamedFor) {
   EXPECT_THAT(check(row(text("set", "hash"))), ElementsAre(HasSubstr("does not take a value and the row")));
   EXPECT_THAT(check(row(text("titlesDataSource", "hash"))), ElementsAre(HasSubstr("titlesDataSource")));
   EXPECT_THAT(check(row(text("action", "hash"))), IsEmpty()) << "its result is not looked at";
+}
+
+TEST_F(SpecifierLintTest, FindsMoreRowsAndLongerTextsThanAreShown) {
+  std::string rows;
+  for (std::size_t i = 0; i < preferences::kMostRows; ++i) rows += row("");
+  EXPECT_THAT(check(rows), IsEmpty());
+  EXPECT_THAT(check(rows + row("")),
+              ElementsAre(HasSubstr("10001 rows, and only the first 10000 are shown")));
+  const std::string long_text(preferences::kLongestText + 1, '#');
+  EXPECT_THAT(check(row(text("label", long_text.substr(1).c_str()))), IsEmpty());
+  EXPECT_THAT(check(row(text("label", long_text.c_str()))), ElementsAre(HasSubstr("16385 characters")));
 }
 
 TEST_F(SpecifierLintTest, FindsClassesAndSelectorsThatDoNotExist) {
