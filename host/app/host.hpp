@@ -35,7 +35,7 @@ struct HostOptions {
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
   bool lists_as_data = false;  // nothing that lists name is performed
-  bool own_windows = false;  // of the program that runs the host: Settings is not to come up
+  bool own_windows = false;    // of the program that runs the host: Settings is not to come up
 };
 
 /// Splits "de,en" at commas; blanks around the parts and empty parts are dropped.
