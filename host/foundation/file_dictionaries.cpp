@@ -222,10 +222,12 @@ bool belongs_to_foundation(const std::string& path) {
 }
 
 NSDictionary read(const std::string& path, bool is_mutable) {
-  auto document = plist::Document::read(path, device_calls());
-  if (!document || !document->root().is(plist::Type::Dictionary)) return NSDictionary();
-  if (is_mutable) return MutableFileDictionary::of(*std::move(document));
-  return FileDictionary::of(*std::move(document));
+  auto read = plist::Document::read_for_writing(path, device_calls());
+  // The platform says nothing, and the page then writes a file with its one value over what was not read.
+  if (!read) report_problem(read.error().message);
+  if (!read || !*read || !(*read)->root().is(plist::Type::Dictionary)) return NSDictionary();
+  if (is_mutable) return MutableFileDictionary::of(**std::move(read));
+  return FileDictionary::of(**std::move(read));
 }
 
 bool is_mutable(objc::ClassRef cls) { return cls.is_subclass_of(objc::class_for<NSMutableDictionary>()); }

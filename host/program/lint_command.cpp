@@ -25,8 +25,8 @@ class RuntimeClasses : public lint::Classes {
   }
   std::optional<std::string> misfit(const std::string& name, const std::string& selector,
                                     preferences::MethodRole role) const override {
-    const auto shape = objc::shape_of_method(objc::ClassRef::named(name.c_str()),
-                                             objc::Selector::named(selector.c_str()));
+    const auto shape =
+        objc::shape_of_method(objc::ClassRef::named(name.c_str()), objc::Selector::named(selector.c_str()));
     return shape ? preferences::why_not_performed(selector, *shape, role) : std::nullopt;
   }
   std::string page_of_list(const std::string& list) const override {
@@ -73,7 +73,7 @@ int lint(const CommonOptions& given) {
                      {"row", finding.row},
                      {"message", finding.message}});
     } else {
-      std::printf("%s\n", line_of(finding).c_str());
+      std::printf("%s\n", shown(line_of(finding)).c_str());
     }
   }
   if (options.json) {

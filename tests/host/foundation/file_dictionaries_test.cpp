@@ -1,5 +1,6 @@
 // tests/host/foundation/file_dictionaries_test.cpp: Foundation's dictionaries over property-list files.
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <bit>
@@ -201,6 +202,20 @@ TEST_F(FileDictionariesTest, WhatNoPropertyListHoldsIsNotWrittenAndTheFileStays)
   circle.removeObjectForKey("me"_ns);
   EXPECT_EQ(contents_of(path), before);
   EXPECT_EQ(problems().size(), 3u);
+}
+
+TEST_F(FileDictionariesTest, AReadThatFailedIsReportedAndAMissingFileIsNot) {
+  const std::string path = file(plist("<dict><key>a</key><integer>1</integer></dict>"));
+  EXPECT_FALSE(read("/tmp/missing.plist"));
+  EXPECT_TRUE(problems().empty());
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none{0, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const NSMutableDictionary unread = read_mutable(path);
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_FALSE(unread);
+  EXPECT_THAT(problems(), ::testing::ElementsAre(::testing::HasSubstr("Too many open files")));
 }
 
 TEST_F(FileDictionariesTest, AllocAndInitReadAFileToo) {
