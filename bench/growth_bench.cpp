@@ -41,7 +41,7 @@ void build_segments(int count) {
 
 void segments(benchmark::State& state) {
   const SettingsScreen screen;
-  side_by_side(state, {.run = [] { build_segments(2'000); }}, {.run = [] { build_segments(200); }},
+  side_by_side(state, {.run = [] { build_segments(5'000); }}, {.run = [] { build_segments(500); }},
                kMostForTenfold, "of a tenth of the segments");
 }
 
