@@ -92,8 +92,8 @@ wispen_host_object wispen_host_load_bundle(const char* path);
 /** Makes a page of a loaded bundle: an instance of the class, initialised, which the caller releases. Null
  * class name: the principal class of the bundle loaded last. Null on failure. */
 wispen_host_object wispen_host_open_page(const char* class_name);
-/** Gives a page's reference back; null is harmless. One that this library has not given out, or that was given
- * back already, is left alone, and the last error says so. */
+/** Gives a page's reference back; null is harmless. One that this library has not given out, or that was
+ * given back already, is left alone, and the last error says so. */
 void wispen_host_release(wispen_host_object object);
 
 /** The user's languages from now on, as in the options. */

@@ -111,7 +111,9 @@ Result<Layout> remember_layout(const std::string& folder, std::optional<Layout> 
   const auto remembered = remembered_layout(folder);
   if (!remembered) return remembered.error();
   if (*remembered) return **remembered;
-  if (!holds_nothing_else(folder)) {
+  // An empty marker says that the rest is a root's too.
+  const bool begun = ::faccessat(lock.get(), kMarker, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+  if (!begun && !holds_nothing_else(folder)) {
     return Error{"'" + folder + "' is no device root and is not empty; choose a new or an empty folder"};
   }
   const Layout layout = wanted.value_or(Layout::Rootless);

@@ -22,7 +22,8 @@ Result<std::optional<Layout>> remembered_layout(const std::string& folder);
 
 /// Makes the folder a root of that layout (rootless where none is wanted) unless it is one already, and gives
 /// the layout that it has then. The marker appears whole or not at all, and of processes that come at the
-/// same time the first decides. Fails for a folder that holds anything but what an interrupted start left.
+/// same time the first decides. Fails for a folder without a marker that holds more than an
+/// interrupted start left.
 Result<Layout> remember_layout(const std::string& folder, std::optional<Layout> wanted);
 
 }  // namespace wispen

@@ -11,9 +11,9 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::array kCountsReferences{"retain"sv,   "release"sv,  "autorelease"sv,   "retainCount"sv,
-                                       "dealloc"sv,  "finalize"sv, ".cxx_destruct"sv, "allowsWeakReference"sv,
-                                       "retainWeakReference"sv};
+constexpr std::array kCountsReferences{
+    "retain"sv,   "release"sv,       "autorelease"sv,         "retainCount"sv,        "dealloc"sv,
+    "finalize"sv, ".cxx_destruct"sv, "allowsWeakReference"sv, "retainWeakReference"sv};
 // Their results belong to whoever asks, and an initialiser consumes its receiver.
 constexpr std::array kOwnedFamilies{"init"sv, "new"sv, "copy"sv, "mutableCopy"sv, "alloc"sv};
 

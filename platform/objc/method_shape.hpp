@@ -1,4 +1,4 @@
-// platform/objc/method_shape.hpp: what a method's type encoding says of it, for selectors that come from files.
+// platform/objc/method_shape.hpp: what a method's type encoding says, for selectors that come from files.
 #pragma once
 
 #include <cstddef>
@@ -13,9 +13,9 @@ namespace objc {
 
 /// A method's result and its arguments besides the receiver and the selector.
 struct MethodShape {
-  char result = 'v';              ///< the encoding's letter: '@' an object, 'v' nothing
-  std::size_t arguments = 0;      ///< how many there are
-  bool takes_only_objects = true; ///< whether each of them is an object
+  char result = 'v';               ///< the encoding's letter: '@' an object, 'v' nothing
+  std::size_t arguments = 0;       ///< how many there are
+  bool takes_only_objects = true;  ///< whether each of them is an object
 };
 
 namespace detail {

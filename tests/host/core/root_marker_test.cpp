@@ -28,6 +28,7 @@ using testing::TemporaryFolder;
 TEST(RootMarker, AnEmptyMarkerIsARootThatWasBeingMade) {
   const TemporaryFolder folder;
   folder.write("root/.wispen-root", "");
+  folder.write("root/var/mobile/kept", "x");
   const auto root = DeviceRoot::open(folder / "root", Layout::Rootful);
   ASSERT_TRUE(root.ok()) << root.error().message;
   EXPECT_EQ(root->layout(), Layout::Rootful);
