@@ -14,8 +14,10 @@
  *   wispen_host_release(page);
  *   wispen_host_stop();
  *
- * Everything is called from one thread, the main thread: the one that called wispen_host_start. One host runs
- * in a process at a time; it may be stopped and started again, also on another root. Strings are UTF-8.
+ * Everything is called from one thread, the main thread: the one that called wispen_host_start. On any other
+ * every function fails, and that thread's wispen_host_last_error says why. One host runs in a process at a
+ * time; it may be stopped and started again, also on another root. Strings are UTF-8. An exception of the
+ * bundle's, of the platform's or of a listener's ends in the function during which it is raised: that fails.
  * Functions that give an int give 1 for done and 0 for failed; wispen_host_last_error() then says why, in one
  * sentence. */
 #ifndef HOST_WISPEN_HOST_H_
@@ -51,6 +53,9 @@ typedef struct wispen_host_options {
   /** Non-zero: the screen shows windows that the program makes, and the Settings application never comes up.
    */
   int own_windows;
+  /** Non-zero: the bundle's lists are data only. No method that they name is performed, so that a list which
+   * nobody trusts can be looked at. */
+  int lists_as_data;
 } wispen_host_options;
 
 /** Starts the host. Fails while one runs, and for options that cannot be used; nothing is running then. */
@@ -87,7 +92,8 @@ wispen_host_object wispen_host_load_bundle(const char* path);
 /** Makes a page of a loaded bundle: an instance of the class, initialised, which the caller releases. Null
  * class name: the principal class of the bundle loaded last. Null on failure. */
 wispen_host_object wispen_host_open_page(const char* class_name);
-/** Gives an object's reference back; null is harmless. */
+/** Gives a page's reference back; null is harmless. One that this library has not given out, or that was
+ * given back already, is left alone, and the last error says so. */
 void wispen_host_release(wispen_host_object object);
 
 /** The user's languages from now on, as in the options. */

@@ -2,11 +2,14 @@
 
 #include "host/app/c_interface.hpp"
 
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <deque>
+#include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "host/app/host.hpp"
@@ -20,8 +23,16 @@ namespace wispen::c_interface {
 
 namespace {
 
-std::string last_error;
-std::string answer;
+// Of each thread its own: a call from a thread that may not call is refused there, and disturbs nobody.
+thread_local std::string last_error;
+thread_local std::string answer;
+bool a_listener_raised = false;
+
+/// Of no thread while no host runs.
+std::atomic<std::thread::id>& owner() {
+  static std::atomic<std::thread::id> id;
+  return id;
+}
 
 }  // namespace
 
@@ -43,9 +54,17 @@ int failed(std::string why) {
 int done_or_failed(const Result<void>& result) { return result ? done() : failed(result.error().message); }
 
 bool is_running() {
-  if (running_host() != nullptr) return true;
-  failed("no host is running");
+  const std::thread::id thread = owner().load();
+  if (thread == std::this_thread::get_id()) return true;
+  failed(thread == std::thread::id() ? "no host is running"
+                                     : "only the thread that started the host may call it");
   return false;
+}
+
+void listener_raised() { a_listener_raised = true; }
+
+std::string take_listener_exception() {
+  return std::exchange(a_listener_raised, false) ? "a listener raised an exception" : "";
 }
 
 const char* give(std::string text) {
@@ -63,10 +82,20 @@ using wispen::c_interface::done;
 using wispen::c_interface::done_or_failed;
 using wispen::c_interface::failed;
 using wispen::c_interface::give;
+using wispen::c_interface::guarded;
 using wispen::c_interface::is_running;
 
 std::unique_ptr<Host>& host = wispen::c_interface::running_host();
 std::deque<std::string> problems;
+
+/// Whether a host runs and this is not its thread; the error is said then.
+bool is_elsewhere() { return wispen_host_running() != 0 && !is_running(); }
+
+/// The references that this library gave away and has not got back.
+std::map<wispen_host_object, int>& given_objects() {
+  static auto* const objects = new std::map<wispen_host_object, int>();
+  return *objects;
+}
 
 /// A time from outside: a finite number of seconds that is not negative and fits the clock.
 Result<wispen::Nanoseconds> duration(double seconds) {
@@ -90,6 +119,7 @@ Result<wispen::HostOptions> options_from(const wispen_host_options& given) {
   if (given.appearance != nullptr) options.appearance = given.appearance;
   if (given.device != nullptr) options.device = given.device;
   if (given.rpath != nullptr) options.library_search_path = wispen::split_list(given.rpath, ':');
+  options.lists_as_data = given.lists_as_data != 0;
   options.own_windows = given.own_windows != 0;
   options.clock = given.wall_clock != 0 ? wispen::ClockKind::Wall : wispen::ClockKind::Driven;
   return options;
@@ -103,31 +133,45 @@ extern "C" {
   if (options == nullptr || options->size < sizeof(wispen_host_options)) {
     return failed("the options' size is not that of this version");
   }
-  if (host != nullptr) return failed("a host is running already");
-  auto usable = options_from(*options);
-  if (!usable) return failed(usable.error().message);
-  auto started = Host::start(*std::move(usable));
-  if (!started) return failed(started.error().message);
-  host = *std::move(started);
+  std::thread::id nobody;
+  if (!wispen::c_interface::owner().compare_exchange_strong(nobody, std::this_thread::get_id())) {
+    return failed("a host is running already");
+  }
+  const int started = guarded(0, [&] {
+    auto usable = options_from(*options);
+    if (!usable) return failed(usable.error().message);
+    auto running = Host::start(*std::move(usable));
+    if (!running) return failed(running.error().message);
+    host = *std::move(running);
+    return done();
+  });
+  if (started == 0) wispen::c_interface::owner() = std::thread::id();
   wispen::take_problems();
   problems.clear();
-  return done();
+  return started;
 }
 
 [[gnu::visibility("default")]] int wispen_host_stop(void) {
-  if (host == nullptr) return done();
-  const bool ended = host->stop();
+  if (wispen_host_running() == 0) return done();
+  if (!is_running()) return 0;
+  const int stopped =
+      guarded(0, [] { return host->stop() ? done() : failed("a background job would not end"); });
   host.reset();
-  return ended ? done() : failed("a background job would not end");
+  given_objects().clear();
+  wispen::c_interface::owner() = std::thread::id();
+  return stopped;
 }
 
-[[gnu::visibility("default")]] int wispen_host_running(void) { return host != nullptr ? 1 : 0; }
+[[gnu::visibility("default")]] int wispen_host_running(void) {
+  return wispen::c_interface::owner().load() != std::thread::id() ? 1 : 0;
+}
 
 [[gnu::visibility("default")]] const char* wispen_host_last_error(void) {
   return wispen::c_interface::last_error.c_str();
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_next_problem(void) {
+  if (is_elsewhere()) return nullptr;
   for (std::string& sentence : wispen::take_problems()) problems.push_back(std::move(sentence));
   if (problems.empty()) return nullptr;
   std::string sentence = std::move(problems.front());
@@ -164,33 +208,50 @@ extern "C" {
 [[gnu::visibility("default")]] wispen_host_object wispen_host_load_bundle(const char* path) {
   if (!is_running()) return nullptr;
   const objc::AutoreleasePool pool;
-  const auto bundle = host->load_bundle(path != nullptr ? path : "");
-  if (!bundle) {
-    failed(bundle.error().message);
-    return nullptr;
-  }
-  done();
-  return reinterpret_cast<wispen_host_object>(objc::borrow(*bundle));  // bundles live as long as the process
+  return guarded<wispen_host_object>(nullptr, [&]() -> wispen_host_object {
+    const auto bundle = host->load_bundle(path != nullptr ? path : "");
+    if (!bundle) {
+      failed(bundle.error().message);
+      return nullptr;
+    }
+    done();
+    return reinterpret_cast<wispen_host_object>(objc::borrow(*bundle));  // lives as long as the process
+  });
 }
 
 [[gnu::visibility("default")]] wispen_host_object wispen_host_open_page(const char* class_name) {
   if (!is_running()) return nullptr;
   const objc::AutoreleasePool pool;
-  auto page = host->open_page(class_name != nullptr ? class_name : "");
-  if (!page) {
-    failed(page.error().message);
-    return nullptr;
-  }
-  done();
-  return reinterpret_cast<wispen_host_object>(objc::leak(*std::move(page)));
+  return guarded<wispen_host_object>(nullptr, [&]() -> wispen_host_object {
+    auto page = host->open_page(class_name != nullptr ? class_name : "");
+    if (!page) {
+      failed(page.error().message);
+      return nullptr;
+    }
+    done();
+    const auto object = reinterpret_cast<wispen_host_object>(objc::leak(*std::move(page)));
+    ++given_objects()[object];
+    return object;
+  });
 }
 
 [[gnu::visibility("default")]] void wispen_host_release(wispen_host_object object) {
+  if (object == nullptr || !is_running()) return;
+  const auto found = given_objects().find(object);
+  if (found == given_objects().end()) {
+    failed("this reference was not given out by this library, or was given back already");
+    return;
+  }
+  if (--found->second == 0) given_objects().erase(found);
   const objc::AutoreleasePool pool;
-  objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(object));
+  guarded(0, [&] {
+    objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(object));
+    return done();
+  });
 }
 
 [[gnu::visibility("default")]] int wispen_host_set_languages(const char* languages) {
+  if (is_elsewhere()) return 0;
   auto list = wispen::split_list(languages != nullptr ? languages : "", ',');
   if (list.empty()) return failed("at least one language is needed");
   wispen::set_preferred_languages(std::move(list));
@@ -198,19 +259,22 @@ extern "C" {
 }
 
 [[gnu::visibility("default")]] int wispen_host_run_until_idle(void) {
-  return is_running() ? done_or_failed(host->loop().run_until_idle()) : 0;
+  if (!is_running()) return 0;
+  return guarded(0, [] { return done_or_failed(host->loop().run_until_idle()); });
 }
 
 [[gnu::visibility("default")]] int wispen_host_run_for(double seconds) {
   if (!is_running()) return 0;
   const auto time = duration(seconds);
-  return time ? done_or_failed(host->loop().run_for(*time)) : failed(time.error().message);
+  if (!time) return failed(time.error().message);
+  return guarded(0, [&] { return done_or_failed(host->loop().run_for(*time)); });
 }
 
 [[gnu::visibility("default")]] int wispen_host_advance(double seconds) {
   if (!is_running()) return 0;
   const auto time = duration(seconds);
-  return time ? done_or_failed(host->loop().advance(*time)) : failed(time.error().message);
+  if (!time) return failed(time.error().message);
+  return guarded(0, [&] { return done_or_failed(host->loop().advance(*time)); });
 }
 
 [[gnu::visibility("default")]] double wispen_host_now(void) {
@@ -218,17 +282,22 @@ extern "C" {
 }
 
 [[gnu::visibility("default")]] size_t wispen_host_posted_count(void) {
+  if (is_elsewhere()) return 0;
   return wispen::posted_notifications().size();
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_posted_name(size_t index) {
+  if (is_elsewhere()) return nullptr;
   const auto& names = wispen::posted_notifications();
   return index < names.size() ? names[index]->c_str() : nullptr;
 }
 
-[[gnu::visibility("default")]] size_t wispen_host_sound_count(void) { return wispen::played_sounds().size(); }
+[[gnu::visibility("default")]] size_t wispen_host_sound_count(void) {
+  return is_elsewhere() ? 0 : wispen::played_sounds().size();
+}
 
 [[gnu::visibility("default")]] unsigned int wispen_host_sound(size_t index) {
+  if (is_elsewhere()) return 0;
   const auto& sounds = wispen::played_sounds();
   return index < sounds.size() ? sounds[index] : 0;
 }
@@ -239,7 +308,12 @@ extern "C" {
   if (listener == nullptr) return failed("a listening needs a function to call");
   const auto number = host->listen(name != nullptr ? name : "",
                                    [listener, context](const std::string& posted, unsigned long long posts) {
-                                     listener(posted.c_str(), posts, context);
+                                     // Whoever else listens, and the other names, get theirs all the same.
+                                     try {
+                                       listener(posted.c_str(), posts, context);
+                                     } catch (...) {
+                                       wispen::c_interface::listener_raised();
+                                     }
                                    });
   if (!number) return failed(number.error().message);
   done();
@@ -247,7 +321,7 @@ extern "C" {
 }
 
 [[gnu::visibility("default")]] void wispen_host_stop_listening(int listening) {
-  if (host != nullptr) host->stop_listening(listening);
+  if (is_running()) host->stop_listening(listening);
 }
 
 }  // extern "C"

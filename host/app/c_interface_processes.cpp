@@ -23,7 +23,12 @@ extern "C" {
   }
   options.lost = [listener, context](const std::string& why) {
     report_problem(why);
-    if (listener != nullptr) listener(why.c_str(), context);
+    if (listener == nullptr) return;
+    try {
+      listener(why.c_str(), context);
+    } catch (...) {
+      c_interface::listener_raised();
+    }
   };
   return c_interface::done_or_failed(c_interface::running_host()->start_processes(std::move(options)));
 }

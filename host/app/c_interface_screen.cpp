@@ -25,6 +25,7 @@ using c_interface::done;
 using c_interface::done_or_failed;
 using c_interface::failed;
 using c_interface::give;
+using c_interface::guarded;
 using c_interface::is_running;
 
 Host& host() { return *c_interface::running_host(); }
@@ -97,9 +98,11 @@ template <class Body>
 int on_screen(Body body) {
   if (!is_running()) return 0;
   const objc::AutoreleasePool pool;
-  if (!host().options().own_windows) host().settings();
-  uikit::Application::shared().lay_out_windows();
-  return body();
+  return guarded(0, [&] {
+    if (!host().options().own_windows) host().settings();
+    uikit::Application::shared().lay_out_windows();
+    return body();
+  });
 }
 
 /// The same, with the Settings application on it.
@@ -125,7 +128,7 @@ extern "C" {
 [[gnu::visibility("default")]] int wispen_host_set_look(const char* name, const char* value) {
   if (!is_running()) return 0;
   const objc::AutoreleasePool pool;
-  return done_or_failed(host().set_look(text(name), text(value)));
+  return guarded(0, [&] { return done_or_failed(host().set_look(text(name), text(value))); });
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_look(const char* name) {

@@ -18,6 +18,7 @@
 #include "host/foundation/foundation_start.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/onboarding/welcome_controller.hpp"
+#include "host/preferences/named_method.hpp"
 #include "host/preferences/preferences.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
@@ -107,6 +108,7 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   uikit::define_uikit();
   uikit::set_display_settings(display_of(options));
   preferences::define_preferences();
+  preferences::set_lists_as_data(options.lists_as_data);
   onboarding::WelcomeController::define();
 
   set_preferred_languages(options.languages);

@@ -34,7 +34,8 @@ struct HostOptions {
   std::optional<bool> right_to_left;             // as the first language is read, where it is not said
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
-  bool own_windows = false;  // of the program that runs the host: Settings is not to come up
+  bool lists_as_data = false;  // nothing that lists name is performed
+  bool own_windows = false;    // of the program that runs the host: Settings is not to come up
 };
 
 /// Splits "de,en" at commas; blanks around the parts and empty parts are dropped.

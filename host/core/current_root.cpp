@@ -10,9 +10,6 @@
 namespace wispen {
 namespace {
 
-// The kernel refuses every new name below /proc, to every user.
-constexpr const char* kNoRoot = "/proc/no-device-root";
-
 struct Prefixes {
   std::string root;
   std::string jbroot;
@@ -57,10 +54,10 @@ void set_current_root(std::shared_ptr<const DeviceRoot> root) {
 
 const char* wispen_host_root_prefix() {
   const auto* prefixes = wispen::current_prefixes.load(std::memory_order_acquire);
-  return prefixes ? prefixes->root.c_str() : wispen::kNoRoot;
+  return prefixes ? prefixes->root.c_str() : wispen::DeviceRoot::kNowhere;
 }
 
 const char* wispen_host_jbroot_prefix() {
   const auto* prefixes = wispen::current_prefixes.load(std::memory_order_acquire);
-  return prefixes ? prefixes->jbroot.c_str() : wispen::kNoRoot;
+  return prefixes ? prefixes->jbroot.c_str() : wispen::DeviceRoot::kNowhere;
 }

@@ -9,19 +9,18 @@
 
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <vector>
+
+#include "host/core/root_path.hpp"
+#include "host/core/unique_fd.hpp"
 
 namespace wispen {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kMarker = ".wispen-root";
 constexpr std::string_view kNotifications = "/var/run/notifications";
 
 // What the phone itself brings, whatever the jailbreak's layout.
@@ -54,31 +53,21 @@ Result<void> make_link(const std::string& path, const char* target) {
   return {};
 }
 
-Result<void> make_empty_file(const std::string& path) {
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-  if (fd < 0) return cannot("make the file", path, reason());
-  close(fd);
+/// The same below a root, where links of the phone's stay: a rootless jailbreak's own folder may be one.
+Result<void> make_folders(const DeviceRoot& root, const std::string& device_path) {
+  const auto path = root.resolve(device_path);
+  return path ? make_folders(*path) : path.error();
+}
+
+Result<void> make_empty_file(const DeviceRoot& root, const std::string& device_path) {
+  const UniqueFd file(root.open_file(device_path, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+  if (!file) return cannot("make the file", root.path() + device_path, reason());
   return {};
 }
 
-/// The layout that the marker remembers; nothing where there is no marker.
-Result<std::optional<Layout>> remembered_layout(const std::string& root) {
-  std::ifstream marker(root + "/" + std::string(kMarker));
-  if (!marker) return std::optional<Layout>();
-  std::string word;
-  marker >> word;
-  const auto layout = layout_from_name(word);
-  if (!layout) return Error{"'" + root + "' is a device root of a layout that is not known: '" + word + "'"};
-  return layout;
-}
-
-Result<void> remember_layout(const std::string& root, Layout layout) {
-  const std::string path = root + "/" + std::string(kMarker);
-  std::ofstream marker(path, std::ios::trunc);
-  marker << layout_name(layout) << '\n';
-  marker.close();
-  if (!marker) return cannot("write", path, reason());
-  return {};
+Error other_layout(const std::string& path, Layout has, Layout wanted) {
+  return Error{"'" + path + "' is a device root of the " + std::string(layout_name(has)) +
+               " layout and cannot be used as a " + std::string(layout_name(wanted)) + " one"};
 }
 
 Result<std::string> made_and_canonical(const std::string& folder) {
@@ -96,30 +85,7 @@ Result<std::string> made_and_canonical(const std::string& folder) {
   return path;
 }
 
-/// A bound as the kernel's own, so that a loop of links is an error and not a hang.
-constexpr int kMaxLinks = 40;
-
-/// Splits a path and pushes its components in reverse, so that the next one is at the back.
-void push_components(std::vector<std::string>& pending, std::string_view path) {
-  std::vector<std::string> parts;
-  while (!path.empty()) {
-    const std::size_t slash = path.find('/');
-    const std::string_view part = path.substr(0, slash);
-    if (!part.empty() && part != ".") parts.emplace_back(part);
-    path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
-  }
-  pending.insert(pending.end(), parts.rbegin(), parts.rend());
-}
-
 }  // namespace
-
-std::string_view layout_name(Layout layout) { return layout == Layout::Rootless ? "rootless" : "rootful"; }
-
-std::optional<Layout> layout_from_name(std::string_view name) {
-  if (name == "rootless") return Layout::Rootless;
-  if (name == "rootful") return Layout::Rootful;
-  return std::nullopt;
-}
 
 Result<DeviceRoot> DeviceRoot::open(const std::string& folder, std::optional<Layout> layout) {
   auto path = made_and_canonical(folder);
@@ -135,32 +101,30 @@ Result<DeviceRoot> DeviceRoot::open(const std::string& folder, std::optional<Lay
 
   const auto remembered = remembered_layout(*path);
   if (!remembered) return remembered.error();
-  if (*remembered && layout && **remembered != *layout) {
-    return Error{"'" + *path + "' is a device root of the " + std::string(layout_name(**remembered)) +
-                 " layout and cannot be used as a " + std::string(layout_name(*layout)) + " one"};
-  }
-  const Layout chosen = layout.value_or(remembered->value_or(Layout::Rootless));
+  if (*remembered && layout && **remembered != *layout) return other_layout(*path, **remembered, *layout);
+  Layout chosen = remembered->value_or(Layout::Rootless);
   if (!*remembered) {
-    std::error_code error;
-    if (!fs::is_empty(*path, error) || error) {
-      return Error{"'" + *path + "' is no device root and is not empty; choose a new or an empty folder"};
-    }
     // The marker comes first: a root that was being made when the machine went down is finished next time.
-    if (auto done = remember_layout(*path, chosen); !done) return done.error();
+    const auto decided = remember_layout(*path, layout);
+    if (!decided) return decided.error();
+    chosen = *decided;
+    if (layout && chosen != *layout) return other_layout(*path, chosen, *layout);
   }
 
   DeviceRoot root(*std::move(path), chosen);
   for (const char* below : kSystemFolders) {
-    if (auto made = make_folders(root.path_ + below); !made) return made.error();
+    if (auto made = make_folders(root, below); !made) return made.error();
   }
   // Some give the phone's /var by the place that it is a link to.
-  if (auto made = make_link(root.path_ + "/private/var", "../var"); !made) return made.error();
-  const std::string jailbreak = root.jbroot_prefix();
+  if (auto made = make_link(root.resolve_or_nowhere("/private") + "/var", "../var"); !made) {
+    return made.error();
+  }
+  const std::string jailbreak(root.device_jbroot());
   for (const char* below : kJailbreakFolders) {
-    if (auto made = make_folders(jailbreak + below); !made) return made.error();
+    if (auto made = make_folders(root, jailbreak + below); !made) return made.error();
   }
   for (const char* file : {"/var/lib/dpkg/status", "/var/lib/dpkg/available"}) {
-    if (auto made = make_empty_file(jailbreak + file); !made) return made.error();
+    if (auto made = make_empty_file(root, jailbreak + file); !made) return made.error();
   }
   return root;
 }
@@ -193,42 +157,19 @@ Result<std::string> DeviceRoot::default_folder() {
 
 std::string DeviceRoot::jbroot_prefix() const { return path_ + std::string(device_jbroot()); }
 
-std::string DeviceRoot::notifications_folder() const { return path_ + std::string(kNotifications); }
+std::string DeviceRoot::notifications_folder() const { return resolve_or_nowhere(kNotifications); }
 
 Result<std::string> DeviceRoot::resolve(std::string_view device_path) const {
-  if (device_path.find('\0') != std::string_view::npos) {
-    return Error{"a path with a NUL byte in it names nothing"};
-  }
-  const auto below = [this](std::string_view path) {
-    const bool inside = path.starts_with(path_) && (path.size() == path_.size() || path[path_.size()] == '/');
-    return inside ? path.substr(path_.size()) : path;
-  };
+  return resolve_below(path_, device_path);
+}
 
-  std::vector<std::string> pending;
-  push_components(pending, below(device_path));
-  std::string resolved = path_;
-  int links = 0;
-  while (!pending.empty()) {
-    const std::string part = std::move(pending.back());
-    pending.pop_back();
-    if (part == "..") {
-      if (resolved.size() > path_.size()) resolved.erase(resolved.rfind('/'));
-      continue;
-    }
-    const std::size_t parent = resolved.size();
-    resolved += '/';
-    resolved += part;
-    if (resolved.size() >= PATH_MAX) return Error{"the path '" + std::string(device_path) + "' is too long"};
+std::string DeviceRoot::resolve_or_nowhere(std::string_view device_path) const {
+  auto path = resolve(device_path);
+  return path ? *std::move(path) : std::string(kNowhere);
+}
 
-    std::array<char, PATH_MAX> target;
-    const ssize_t length = readlink(resolved.c_str(), target.data(), target.size());
-    if (length < 0) continue;  // no link, or nothing there yet
-    if (++links > kMaxLinks) return Error{"the path '" + std::string(device_path) + "' is a loop of links"};
-    const std::string_view link(target.data(), static_cast<std::size_t>(length));
-    resolved.resize(link.starts_with('/') ? path_.size() : parent);
-    push_components(pending, below(link));
-  }
-  return resolved;
+int DeviceRoot::open_file(std::string_view device_path, int flags, mode_t mode) const {
+  return open_below(path_, device_path, flags, mode);
 }
 
 }  // namespace wispen

@@ -1,20 +1,16 @@
 // host/core/device_root.hpp: a folder that plays the phone's file system.
 #pragma once
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "host/core/result.hpp"
+#include "host/core/root_marker.hpp"
 
 namespace wispen {
-
-/// Where a jailbreak keeps its own files: below /var/jb, or straight at the root.
-enum class Layout { Rootless, Rootful };
-
-std::string_view layout_name(Layout layout);
-/// The layout named "rootless" or "rootful"; nothing for any other word.
-std::optional<Layout> layout_from_name(std::string_view name);
 
 /// A folder that plays the phone's file system for one layout. Immutable; copies name the same folder.
 class DeviceRoot {
@@ -53,6 +49,13 @@ class DeviceRoot {
   /// lies below path() already, as the root-path conversion makes them, keeps its place; a relative
   /// one starts at the root. Fails for an embedded NUL, a loop of links and a path over 4095 bytes.
   Result<std::string> resolve(std::string_view device_path) const;
+  /// The same for who cannot pass an error on: where it fails, a place where nothing can be made.
+  std::string resolve_or_nowhere(std::string_view device_path) const;
+  /// open(2) of such a path: the descriptor, or -1 and errno. No link leads it out of the root.
+  int open_file(std::string_view device_path, int flags, mode_t mode = 0) const;
+
+  /// The kernel refuses every new name here, to every user.
+  static constexpr const char* kNowhere = "/proc/no-device-root";
 
  private:
   DeviceRoot(std::string path, Layout layout) : path_(std::move(path)), layout_(layout) {}

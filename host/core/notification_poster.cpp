@@ -13,6 +13,7 @@
 
 #include "host/core/current_root.hpp"
 #include "host/core/notification_name.hpp"
+#include "host/core/root_path.hpp"
 
 namespace wispen {
 namespace {
@@ -30,7 +31,8 @@ Result<NotificationPoster::File*> NotificationPoster::file_of(std::string_view n
   }
   const std::string path = folder_ + "/" + notification_file_name(name);
   // Another kind of file under this name, say a FIFO, must not make a post wait.
-  UniqueFd fd(open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
+  UniqueFd fd(open_without_links(path.c_str(),
+                                 O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
   struct stat status {};
   if (!fd || fstat(fd.get(), &status) != 0) {
     return Error{"cannot post in '" + folder_ + "': " + std::strerror(errno)};

@@ -127,7 +127,7 @@ std::optional<KernelProcess> look_up_process(pid_t process) {
   return result;
 }
 
-std::string process_records_folder(const DeviceRoot& root) { return root.path() + std::string(kFolder); }
+std::string process_records_folder(const DeviceRoot& root) { return root.resolve_or_nowhere(kFolder); }
 
 std::string text_of(const ProcessRecord& record) {
   return std::string(kFirstLine) + "\n" + record.name + "\n" + std::to_string(record.process) + "\n" +

@@ -215,6 +215,7 @@ Result<NSBundle> bundle_at(const std::string& folder) {
   std::error_code error;
   if (!fs::is_directory(folder, error)) return Error{"there is no bundle at " + folder};
   const std::string path = canonical(folder);
+  add_readable_folder(path);
   const std::string info_path = path + "/Info.plist";
   if (!fs::exists(info_path, error)) return Error{"the bundle " + path + " has no Info.plist"};
   const NSDictionary info = NSDictionary::dictionaryWithContentsOfFile(info_path.c_str());

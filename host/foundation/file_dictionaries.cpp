@@ -78,7 +78,7 @@ bool write(const NSString& file, const std::optional<plist::Document>& document,
   if (!file) return false;
   const std::string path = file.utf8();
   const auto bytes = plist::splice(document, changes);
-  const auto written = bytes ? files::replace(host_path(path), *bytes) : Result<void>(bytes.error());
+  const auto written = bytes ? files::replace(path, *bytes, device_calls()) : Result<void>(bytes.error());
   if (!written) report_problem(path + " was not written: " + written.error().message);
   return written.ok();
 }
@@ -222,10 +222,12 @@ bool belongs_to_foundation(const std::string& path) {
 }
 
 NSDictionary read(const std::string& path, bool is_mutable) {
-  auto document = plist::Document::read(host_path(path));
-  if (!document || !document->root().is(plist::Type::Dictionary)) return NSDictionary();
-  if (is_mutable) return MutableFileDictionary::of(*std::move(document));
-  return FileDictionary::of(*std::move(document));
+  auto read = plist::Document::read_for_writing(path, device_calls());
+  // The platform says nothing, and the page then writes a file with its one value over what was not read.
+  if (!read) report_problem(read.error().message);
+  if (!read || !*read || !(*read)->root().is(plist::Type::Dictionary)) return NSDictionary();
+  if (is_mutable) return MutableFileDictionary::of(**std::move(read));
+  return FileDictionary::of(**std::move(read));
 }
 
 bool is_mutable(objc::ClassRef cls) { return cls.is_subclass_of(objc::class_for<NSMutableDictionary>()); }

@@ -2,9 +2,14 @@
 
 #include "host/foundation/foundation_start.hpp"
 
+#include <string>
+
+#include "host/core/device_root.hpp"
 #include "host/foundation/bundle.hpp"
+#include "host/foundation/dates.hpp"
 #include "host/foundation/file_dictionaries.hpp"
 #include "host/foundation/task_environment.hpp"
+#include "host/foundation/written_files.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {
@@ -23,7 +28,7 @@ void keep_out_of_the_home() {
   const objc::AutoreleasePool pool;
   const auto configuration = objc::retain<NSDictionary>(GNUstepConfig(nullptr)).mutableCopy();
   for (const NSString& key : {"GNUSTEP_USER_DIR"_ns, "GNUSTEP_USER_DEFAULTS_DIR"_ns}) {
-    configuration.setObject("/proc/no-device-root/foundation"_ns, key);
+    configuration.setObject(NSString((std::string(DeviceRoot::kNowhere) + "/foundation").c_str()), key);
   }
   configuration.setObject("none"_ns, "GNUSTEP_USER_CONFIG_FILE"_ns);
   GNUstepConfig(objc::borrow(configuration));
@@ -40,6 +45,8 @@ Result<void> start_foundation() {
     return Error{"Foundation is not linked: the class NSString is missing"};
   keep_out_of_the_home();
   install_file_dictionaries();
+  install_dates();
+  install_written_files();
   install_bundles();
   install_task_environment();
   started = true;

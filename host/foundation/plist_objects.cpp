@@ -2,6 +2,7 @@
 
 #include "host/foundation/plist_objects.hpp"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -147,7 +148,9 @@ NSObject object_of(const plist::Value& value) {
       return NSData::dataWithBytes(bytes.data(), bytes.size());
     }
     case plist::Type::Date:
-      return NSDate::dateWithTimeIntervalSinceReferenceDate(value.date());
+      // Foundation's calendar never comes to an end with years that it does not have.
+      return NSDate::dateWithTimeIntervalSinceReferenceDate(
+          std::clamp(value.date(), plist::kEarliestDate, plist::kLatestDate));
     case plist::Type::Array:
       return array_of(value);
     case plist::Type::Dictionary:

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include "host/foundation/device_paths.hpp"
 #include "host/foundation/problems.hpp"
 #include "host/foundation/strings/table.hpp"
 
@@ -24,7 +25,7 @@ std::optional<StringsTables::Answer> StringsTables::look_up(const std::string& f
 }
 
 StringsTables::Table StringsTables::read(const std::string& file, const Stamp& stamp) {
-  const auto read = strings::Table::read(file);
+  const auto read = strings::Table::read(file, device_calls());
   if (read.error()) report_problem(read.error()->message);
   return {stamp, {read.entries().begin(), read.entries().end()}};
 }

@@ -33,7 +33,9 @@ NSDictionary environment(const NSTask& task) {
   const auto root = current_root();
   if (!root || given.objectForKey("DPKG_ADMINDIR"_ns)) return given;
   const NSMutableDictionary more = given.mutableCopy();
-  more.setObject(NSString((root->jbroot_prefix() + "/var/lib/dpkg").c_str()), "DPKG_ADMINDIR"_ns);
+  more.setObject(
+      NSString((root->resolve_or_nowhere(std::string(root->device_jbroot()) + "/var/lib/dpkg")).c_str()),
+      "DPKG_ADMINDIR"_ns);
   return more;
 }
 

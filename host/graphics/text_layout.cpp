@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "host/graphics/text_content.hpp"
 
@@ -28,6 +29,19 @@ int pango_width(double width) {
   constexpr double kMaximum = 1 << 20;
   if (!(width < kMaximum)) return -1;
   return static_cast<int>(std::ceil((std::max(width, 0.0) + kFitSlack) * PANGO_SCALE));
+}
+
+// Bytes of a text with long words that are set at a time; some lines of a phone.
+constexpr std::size_t kStretch = 256;
+constexpr std::size_t kLongWord = 512;
+
+bool has_long_word(std::string_view utf8) {
+  while (utf8.size() >= kLongWord) {
+    const std::size_t end = utf8.find_first_of(" \t\r\n");
+    if (std::min(end, utf8.size()) >= kLongWord) return true;
+    utf8.remove_prefix(end + 1);
+  }
+  return false;
 }
 
 PangoEllipsizeMode ellipsize_mode(LineBreak line_break) {
@@ -93,23 +107,11 @@ class Setter {
 
   void set() {
     const std::string& utf8 = content_.text.utf8();
-    add_piece(0, utf8.size(), false);
-    PangoLayout* layout = content_.pieces[0].layout.get();
     const bool wrapping = wraps(constraints_);
-    if (wrapping) {
-      pango_layout_set_width(layout, pango_width(constraints_.width));
-      const bool by_character = constraints_.line_break == LineBreak::CharacterWrap;
-      pango_layout_set_wrap(layout, by_character ? PANGO_WRAP_CHAR : PANGO_WRAP_WORD_CHAR);
-      pango_layout_set_justify(layout, constraints_.alignment == TextAlignment::Justified);
-    }
-    GSList* lines = pango_layout_get_lines_readonly(layout);
-    for (const GSList* each = lines; each != nullptr; each = each->next) {
-      auto* line = static_cast<PangoLayoutLine*>(each->data);
-      if (!has_room_for(line)) {
-        content_.truncated = true;
-        break;
-      }
-      append(line, 0);
+    if (wrapping && has_long_word(utf8)) {
+      set_in_stretches();
+    } else {
+      append_lines(add_piece(0, utf8.size(), constraints_, false), wrapping, nullptr);
     }
     const bool too_wide = !wrapping && !content_.lines.empty() &&
                           content_.lines.back().frame.width() > constraints_.width + kFitSlack;
@@ -119,24 +121,102 @@ class Setter {
   }
 
  private:
-  void add_piece(std::size_t start, std::size_t length, bool with_ellipsis) {
+  std::size_t add_piece(std::size_t start, std::size_t length, const TextConstraints& constraints,
+                        bool with_ellipsis) {
     content_.pieces.push_back(
-        {make_pango_layout(content_.text, start, length, constraints_, with_ellipsis), start, length});
+        {make_pango_layout(content_.text, start, length, constraints, with_ellipsis), start, length});
+    return content_.pieces.size() - 1;
   }
 
-  bool has_room_for(const PangoLayoutLine* line) const {
+  /// The lines of a piece, broken where it wraps; with `next`, all but the last, whose start goes there.
+  /// False where there is no more room.
+  bool append_lines(std::size_t piece, bool wrapping, std::size_t* next) {
+    PangoLayout* layout = content_.pieces[piece].layout.get();
+    if (wrapping) {
+      pango_layout_set_width(layout, pango_width(constraints_.width));
+      const bool by_character = constraints_.line_break == LineBreak::CharacterWrap;
+      pango_layout_set_wrap(layout, by_character ? PANGO_WRAP_CHAR : PANGO_WRAP_WORD_CHAR);
+      pango_layout_set_justify(layout, constraints_.alignment == TextAlignment::Justified);
+    }
+    for (const GSList* each = pango_layout_get_lines_readonly(layout); each != nullptr; each = each->next) {
+      auto* line = static_cast<PangoLayoutLine*>(each->data);
+      if (next != nullptr && each->next == nullptr) {
+        *next = content_.pieces[piece].utf8_start + static_cast<std::size_t>(line->start_index);
+        break;
+      }
+      if (!has_room_for(line, piece)) {
+        content_.truncated = true;
+        return false;
+      }
+      append(line, piece);
+    }
+    return true;
+  }
+
+  /// The text library shapes the rest of a word again for each of its lines. So a text with words of many
+  /// lines is given to it in stretches of a few: each goes on with the last line of the one before, which was
+  /// not whole.
+  void set_in_stretches() {
+    const std::string& utf8 = content_.text.utf8();
+    std::size_t start = 0;
+    bool room = true;
+    while (room) {
+      int delimiter = 0;
+      int next = 0;
+      pango_find_paragraph_boundary(utf8.c_str() + start, static_cast<int>(utf8.size() - start), &delimiter,
+                                    &next);
+      room = set_paragraph(start, start + static_cast<std::size_t>(delimiter));
+      if (delimiter == next) break;  // the text ends without a line break
+      start += static_cast<std::size_t>(next);
+    }
+  }
+
+  bool set_paragraph(std::size_t start, std::size_t end) {
+    TextConstraints constraints = constraints_;
+    std::size_t length = kStretch;
+    for (;;) {
+      const std::size_t stop = length < end - start ? character_boundary(start + length) : end;
+      const std::size_t piece = add_piece(start, stop - start, constraints, false);
+      if (stop == end) return append_lines(piece, true, nullptr);
+      std::size_t next = start;
+      if (!append_lines(piece, true, &next)) return false;
+      if (next == start) {
+        content_.pieces.pop_back();  // all of it fits one line, which may be longer still
+        length *= 2;
+        continue;
+      }
+      // What the paragraph's first letters decided holds for its later lines.
+      if (constraints.direction == WritingDirection::Natural) {
+        constraints.direction = content_.lines.back().right_to_left ? WritingDirection::RightToLeft
+                                                                    : WritingDirection::LeftToRight;
+      }
+      start = next;
+      goes_on_at_ = start;
+      length = kStretch;
+    }
+  }
+
+  std::size_t character_boundary(std::size_t at) const {
+    const std::string& utf8 = content_.text.utf8();
+    while (at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xC0U) == 0x80U) ++at;
+    return at;
+  }
+
+  bool has_room_for(const PangoLayoutLine* line, std::size_t piece) const {
     if (content_.lines.empty()) return true;
     if (constraints_.maximum_lines > 0 &&
         content_.lines.size() >= static_cast<std::size_t>(constraints_.maximum_lines)) {
       return false;
     }
-    const double height = heights(content_.text, line, 0, constraints_.line_height_multiple).height;
-    return next_top(line) + height <= constraints_.height + kFitSlack;
+    const std::size_t start = content_.pieces[piece].utf8_start;
+    const double height = heights(content_.text, line, start, constraints_.line_height_multiple).height;
+    return next_top(line, start) + height <= constraints_.height + kFitSlack;
   }
 
-  double next_top(const PangoLayoutLine* line) const {
+  double next_top(const PangoLayoutLine* line, std::size_t piece_start) const {
     if (content_.lines.empty()) return 0;
-    const double gap = line->is_paragraph_start ? constraints_.paragraph_spacing : 0;
+    const bool goes_on = piece_start + static_cast<std::size_t>(line->start_index) == goes_on_at_;
+    const double gap = line->is_paragraph_start && !goes_on ? constraints_.paragraph_spacing : 0;
     return content_.lines.back().frame.max_y() + constraints_.line_spacing + gap;
   }
 
@@ -146,7 +226,7 @@ class Setter {
     PangoRectangle logical{};
     pango_layout_line_get_extents(line, nullptr, &logical);
     TextLine shown;
-    const double top = next_top(line);
+    const double top = next_top(line, start);
     shown.frame = Rect::make(0, top, pango_units_to_double(logical.width), tall.height);
     shown.baseline = top + tall.ascent;
     const std::size_t from = start + static_cast<std::size_t>(line->start_index);
@@ -162,7 +242,9 @@ class Setter {
   // The last line is set again from its first character on, with the rest of its paragraph behind it.
   void truncate_last_line() {
     const std::string& utf8 = content_.text.utf8();
-    const auto start = static_cast<std::size_t>(content_.set_lines.back().line->start_index);
+    const SetLine& last = content_.set_lines.back();
+    const std::size_t start =
+        content_.pieces[last.piece].utf8_start + static_cast<std::size_t>(last.line->start_index);
     int delimiter = 0;
     int next = 0;
     pango_find_paragraph_boundary(utf8.c_str() + start, static_cast<int>(utf8.size() - start), &delimiter,
@@ -171,7 +253,7 @@ class Setter {
     const bool with_ellipsis = more_follows && constraints_.line_break == LineBreak::TruncateTail;
     content_.lines.pop_back();
     content_.set_lines.pop_back();
-    add_piece(start, static_cast<std::size_t>(delimiter), with_ellipsis);
+    add_piece(start, static_cast<std::size_t>(delimiter), constraints_, with_ellipsis);
     PangoLayout* layout = content_.pieces.back().layout.get();
     pango_layout_set_width(layout, pango_width(constraints_.width));
     pango_layout_set_height(layout, -1);
@@ -203,6 +285,7 @@ class Setter {
 
   TextLayout::Content& content_;
   const TextConstraints& constraints_;
+  std::size_t goes_on_at_ = 0;  // where a stretch begins in the middle of its paragraph
 };
 
 }  // namespace

@@ -117,7 +117,8 @@ int run(const Options& options) {
     }
   }
   // Also after its window was closed: it comes back with the next restart.
-  while (!options.once && wispen_host_run_for(3600) != 0) {
+  while (!options.once) {
+    if (wispen_host_run_for(3600) == 0) return fail(wispen_host_last_error());
   }
   wispen_host_stop();
   return 0;

@@ -12,6 +12,7 @@
 #include "host/lint/specifier_keys.hpp"
 #include "host/lint/translations.hpp"
 #include "host/preferences/cell_types.hpp"
+#include "host/preferences/limits.hpp"
 
 namespace wispen::lint {
 
@@ -53,6 +54,23 @@ bool same_value(const Value& a, const Value& b) {
   if (is_number(a) && is_number(b)) return number_of(a) == number_of(b);
   if (a.type() != b.type()) return false;
   return a.is(Type::String) ? a.string() == b.string() : a.is(Type::Boolean) && a.boolean() == b.boolean();
+}
+
+std::size_t utf16_length(const std::string& utf8) {
+  std::size_t units = 0;
+  for (const char c : utf8) {
+    const auto byte = static_cast<unsigned char>(c);
+    units += (byte & 0xC0U) == 0x80U ? 0U : byte >= 0xF0U ? 2U : 1U;
+  }
+  return units;
+}
+
+preferences::MethodRole role_of(const std::string& key) {
+  using preferences::MethodRole;
+  if (key == "get") return MethodRole::Getter;
+  if (key == "set") return MethodRole::Setter;
+  if (key == "valuesDataSource" || key == "titlesDataSource") return MethodRole::DataSource;
+  return MethodRole::Action;
 }
 
 /// Rows that the visibility rules may hide.
@@ -100,6 +118,13 @@ class ListCheck {
     if (const std::string title = string_at(root, "title"); !title.empty()) check_text("title", title);
     std::size_t index = 0;
     for (const Value item : items->elements()) {
+      if (index == preferences::kMostRows) {
+        item_.reset();
+        row_.clear();
+        return add(Severity::Error, "the list has " + std::to_string(items->count()) +
+                                        " rows, and only the first " +
+                                        std::to_string(preferences::kMostRows) + " are shown");
+      }
       item_ = index++;
       row_.clear();
       if (!item.is(Type::Dictionary)) {
@@ -167,11 +192,21 @@ class ListCheck {
   }
 
   void check_selector(const std::string& key, const std::string& name) {
-    if (page_.empty() || classes_.answers(page_, name)) return;
-    add(Severity::Error, "the page " + page_ + " has no method " + name + " (\"" + key + "\")");
+    if (page_.empty()) return;
+    if (!classes_.answers(page_, name)) {
+      return add(Severity::Error, "the page " + page_ + " has no method " + name + " (\"" + key + "\")");
+    }
+    if (const auto misfit = classes_.misfit(page_, name, role_of(key))) {
+      add(Severity::Error, *misfit + " (\"" + key + "\")");
+    }
   }
 
   void check_text(const std::string& key, const std::string& text) {
+    if (const std::size_t length = utf16_length(text); length > preferences::kLongestText) {
+      return add(Severity::Error, "\"" + key + "\" has " + std::to_string(length) +
+                                      " characters, and is cut at " +
+                                      std::to_string(preferences::kLongestText));
+    }
     if (text.empty() || text.front() == '#') return;  // an example colour reads the same everywhere
     for (const std::string& language : translations_.lacking(text)) {
       add(Severity::Warning, "\"" + key + "\" is not translated into " + language + ": " + text);

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/preferences/method_roles.hpp"
+
 namespace wispen::lint {
 
 enum class Severity {
@@ -32,6 +34,9 @@ class Classes {
   virtual bool exists(const std::string& name) const = 0;
   virtual bool is_page(const std::string& name) const = 0;
   virtual bool answers(const std::string& name, const std::string& selector) const = 0;
+  /// Why the class's method of that name cannot be what a list names it for; nothing where it can.
+  virtual std::optional<std::string> misfit(const std::string& name, const std::string& selector,
+                                            preferences::MethodRole role) const = 0;
   /// The class of the page that shows a list, or "" where none is known.
   virtual std::string page_of_list(const std::string& list) const = 0;
 };

@@ -5,6 +5,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -112,9 +113,18 @@ Result<std::map<std::string, std::string>> parse_control(std::string_view text) 
       return Error{"the control file has a line without a field"};
     std::string_view value = line.substr(colon + 1);
     value.remove_prefix(std::min(value.find_first_not_of(" \t"), value.size()));
-    const auto [field, fresh] = fields.emplace(line.substr(0, colon), value);
-    if (!fresh) return Error{"the control file has the field " + field->first + " twice"};
-    last = &field->second;
+    const std::string name(line.substr(0, colon));
+    // The names' case does not count for dpkg, and so must not here.
+    const auto same = std::ranges::find_if(
+        fields, [&](const auto& field) { return ::strcasecmp(field.first.c_str(), name.c_str()) == 0; });
+    if (same != fields.end()) return Error{"the control file has the field " + name + " twice"};
+    last = &fields.emplace(name, value).first->second;
+  }
+  for (const auto& [name, value] : fields) {
+    if (name.size() + value.size() > DebFile::kLongestField) {
+      return Error{"the field " + name.substr(0, 40) + " of the control file is longer than " +
+                   std::to_string(DebFile::kLongestField) + " bytes"};
+    }
   }
   return fields;
 }

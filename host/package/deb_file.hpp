@@ -28,6 +28,9 @@ struct DebFile {
   /// Bounds of what is unpacked, so that a small file cannot fill the memory.
   static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
   static constexpr std::size_t kMostEntries = 10000;
+  static constexpr std::size_t kLongestField = std::size_t{64} << 10;
+  /// Of one name between slashes, as every file system has it.
+  static constexpr std::size_t kLongestName = 255;
 
   std::vector<std::string> members;            // names in the outer archive, in order
   std::map<std::string, std::string> control;  // the control file's fields

@@ -2,12 +2,20 @@
 
 #include "host/package/installer.hpp"
 
+#include <elf.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string_view>
 #include <vector>
 
+#include "host/core/unique_fd.hpp"
 #include "host/package/command.hpp"
 #include "host/package/deb_file.hpp"
 #include "host/package/verify.hpp"
@@ -18,10 +26,31 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string database_of(const DeviceRoot& root) { return root.jbroot_prefix() + "/var/lib/dpkg"; }
+std::string database_of(const DeviceRoot& root) {
+  return root.resolve_or_nowhere(std::string(root.device_jbroot()) + "/var/lib/dpkg");
+}
 
 const char* architecture_of(Layout layout) {
   return layout == Layout::Rootless ? "iphoneos-arm64" : "iphoneos-arm";
+}
+
+/// What keeps the desktop's code from being a library of this machine's; "" where nothing does.
+std::string elf_fault(std::string_view code) {
+#if defined(__x86_64__)
+  constexpr Elf64_Half kMachine = EM_X86_64;
+#elif defined(__aarch64__)
+  constexpr Elf64_Half kMachine = EM_AARCH64;
+#else
+#error "name the machine"
+#endif
+  Elf64_Ehdr header{};
+  if (code.size() < sizeof header) return "the code ends in its header";
+  std::memcpy(&header, code.data(), sizeof header);
+  if (header.e_ident[EI_CLASS] != ELFCLASS64 || header.e_machine != kMachine) {
+    return "the code is for another machine";
+  }
+  if (header.e_type != ET_DYN) return "the code is not a library";
+  return {};
 }
 
 /// dpkg on the root's own database. It must not ask who runs it or which machine this is, nor write the
@@ -78,7 +107,7 @@ Result<std::set<std::string>> files_of_installed(const DeviceRoot& root) {
 Result<void> check_place(const DeviceRoot& root, const DebFile& deb) {
   const auto own = files_of_installed(root);
   if (!own) return own.error();
-  const std::string database = database_of(root).substr(root.path().size());
+  const std::string database = std::string(root.device_jbroot()) + "/var/lib/dpkg";
   if (const std::string link = link_on_the_way(root, database); !link.empty())
     return Error{link + " is a link"};
   for (const Entry& entry : deb.entries) {
@@ -96,45 +125,90 @@ Result<void> check_place(const DeviceRoot& root, const DebFile& deb) {
   return {};
 }
 
-Result<DebFile> read_clean(const std::string& file, Layout layout) {
-  const auto bytes = read_package_file(file);
+/// A package that was judged, and the bytes that were.
+struct CleanPackage {
+  DebFile deb;
+  std::string bytes;
+};
+
+/// The desktop's own code is a library of this machine's, the phone's is judged as a phone would.
+void check_installed_code(const DebFile& deb, Layout layout, Report& report) {
+  const char* const prefix = prefix_of(architecture_of(layout));
+  const std::string* const code =
+      file_at(deb, std::string(prefix) + std::string(kBundleFolder) + "/3dvitrelleprefs");
+  if (code == nullptr) return;  // said already
+  if (code->starts_with(ELFMAG)) {
+    report.judge("code", "library", elf_fault(*code), "of this machine");
+  } else {
+    check_code(*code, report);
+  }
+}
+
+Result<CleanPackage> read_clean(const std::string& file, Layout layout) {
+  auto bytes = read_package_file(file);
   if (!bytes) return bytes.error();
   auto deb = read_deb(*bytes);
   if (!deb) return Error{file + ": " + deb.error().message};
   Report report;
   check_tree(*deb, report);
+  if (deb->field("Architecture") == architecture_of(layout)) check_installed_code(*deb, layout, report);
   const auto fault = std::ranges::find(report.checks, false, &Check::passed);
   if (fault != report.checks.end()) return Error{file + " is not installed: " + fault->detail};
   if (deb->field("Architecture") != architecture_of(layout)) {
     return Error{file + " is for " + deb->field("Architecture") + ", and this root is " +
                  std::string(layout_name(layout))};
   }
-  return deb;
+  return CleanPackage{*std::move(deb), *std::move(bytes)};
 }
 
-}  // namespace
+/// A file without a name that holds the bytes and never others. dpkg is given this one: what has the
+/// package's name may be something else by now.
+Result<UniqueFd> sealed_file(const std::string& bytes) {
+  UniqueFd file(::memfd_create("package.deb", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+  std::size_t written = 0;
+  while (file && written < bytes.size()) {
+    const ssize_t count = ::write(file.get(), bytes.data() + written, bytes.size() - written);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    written += static_cast<std::size_t>(count);
+  }
+  constexpr int kSeals = F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
+  if (!file || written != bytes.size() || ::fcntl(file.get(), F_ADD_SEALS, kSeals) != 0) {
+    return Error{std::string("the package cannot be kept for its installation: ") + std::strerror(errno)};
+  }
+  return file;
+}
 
-Result<void> install(const DeviceRoot& root, const std::string& file) {
-  const auto deb = read_clean(file, root.layout());
-  if (!deb) return deb.error();
-  if (auto free = check_place(root, *deb); !free) return free;
-  const auto done = run_dpkg(root, {"--install", file});
+Result<void> install_clean(const DeviceRoot& root, const CleanPackage& package) {
+  if (auto free = check_place(root, package.deb); !free) return free;
+  const auto file = sealed_file(package.bytes);
+  if (!file) return file.error();
+  const std::string path = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(file->get());
+  const auto done = run_dpkg(root, {"--install", path});
   if (!done) return done.error();
   if (done->status != 0) return dpkg_error(*done);
   return {};
 }
 
+}  // namespace
+
+Result<void> install(const DeviceRoot& root, const std::string& file) {
+  const auto package = read_clean(file, root.layout());
+  return package ? install_clean(root, *package) : package.error();
+}
+
 Result<bool> install_when_newer(const DeviceRoot& root, const std::string& file) {
-  const auto deb = read_clean(file, root.layout());
-  if (!deb) return deb.error();
+  const auto package = read_clean(file, root.layout());
+  if (!package) return package.error();
   const auto installed = installed_version(root);
   if (!installed) return installed.error();
   if (!installed->empty()) {
-    const auto older = run_command({"dpkg", "--compare-versions", *installed, "lt", deb->field("Version")});
+    const auto older =
+        run_command({"dpkg", "--compare-versions", *installed, "lt", package->deb.field("Version")});
     if (!older) return older.error();
     if (older->status != 0) return false;
   }
-  if (auto done = install(root, file); !done) return done.error();
+  if (auto done = install_clean(root, *package); !done) return done.error();
   return true;
 }
 

@@ -2,8 +2,12 @@
 
 #include "host/package/verify.hpp"
 
+#include <glib.h>
+#include <strings.h>
+
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -33,6 +37,46 @@ std::string control_fault(const DebFile& deb) {
   return {};
 }
 
+/// Fields that make dpkg refuse to remove the package again.
+std::string lasting_fault(const DebFile& deb) {
+  for (const auto& [name, value] : deb.control) {
+    for (const char* const lasting : {"Essential", "Protected", "Important"}) {
+      if (::strcasecmp(name.c_str(), lasting) == 0 && ::strcasecmp(value.c_str(), "no") != 0) {
+        return "it says " + name + ": " + value + ", and could not be removed";
+      }
+    }
+  }
+  return {};
+}
+
+std::string md5_of(const std::string& bytes) {
+  const std::unique_ptr<char, decltype(&g_free)> text(
+      g_compute_checksum_for_data(G_CHECKSUM_MD5, reinterpret_cast<const guchar*>(bytes.data()),
+                                  bytes.size()),
+      g_free);
+  return text.get();
+}
+
+/// "<32 digits>  path" lines; a package may come without them.
+std::string checksums_fault(const DebFile& deb) {
+  constexpr std::size_t kDigits = 32;
+  for (const Entry& file : deb.control_files) {
+    if (device_path(file.path) != "/md5sums") continue;
+    for (std::string_view rest = file.bytes; !rest.empty();) {
+      const std::string_view line = rest.substr(0, rest.find('\n'));
+      rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+      if (line.empty()) continue;
+      if (line.size() < kDigits + 3) return "md5sums has a line that is not a sum and a path";
+      const std::string path = device_path(line.substr(kDigits + 2));
+      const std::string* const bytes = file_at(deb, path);
+      if (bytes == nullptr)
+        return "md5sums names " + std::string(line.substr(kDigits + 2)) + ", which is missing";
+      if (md5_of(*bytes) != line.substr(0, kDigits)) return path + " is not what md5sums says";
+    }
+  }
+  return {};
+}
+
 std::string script_fault(const DebFile& deb) {
   for (const Entry& file : deb.control_files) {
     const std::string path = device_path(file.path);
@@ -56,6 +100,14 @@ std::string path_fault(const DebFile& deb, const std::string& prefix) {
     const std::string path = device_path(entry.path);
     if (path.empty()) return "\"" + entry.path + "\" leads out of the tree";
     if (!seen.insert(path).second) return path + " is there twice";
+    for (std::size_t at = 1; at < path.size();) {
+      const std::size_t end = std::min(path.find('/', at), path.size());
+      if (end - at > DebFile::kLongestName) {
+        return "a name of " + std::to_string(end - at) + " bytes: " + path.substr(at, 40) + "...";
+      }
+      at = end + 1;
+    }
+    if (path == bundle && entry.type != EntryType::Folder) return path + " is not a folder";
     if (entry.type != EntryType::File && entry.type != EntryType::Folder) {
       return path + " is neither a file nor a folder";
     }
@@ -63,6 +115,12 @@ std::string path_fault(const DebFile& deb, const std::string& prefix) {
     const bool on_the_way =
         entry.type == EntryType::Folder && (is_parent_of(path, bundle) || is_parent_of(path, entry_file));
     if (!own && !on_the_way) return path + " is no place for a file of this package";
+  }
+  for (const Entry& entry : deb.entries) {
+    if (entry.type != EntryType::File) continue;
+    const std::string path = device_path(entry.path) + "/";
+    const auto inside = seen.lower_bound(path);
+    if (inside != seen.end() && inside->starts_with(path)) return *inside + " lies in a file";
   }
   for (const std::string& needed : {bundle + "/3dvitrelleprefs", bundle + "/Info.plist", entry_file}) {
     if (file_at(deb, needed) == nullptr) return needed + " is missing";
@@ -121,6 +179,8 @@ void check_tree(const DebFile& deb, Report& report) {
   report.judge(kPackage, "control fields", control_fault(deb),
                deb.field("Package") + " " + deb.field("Version"));
   report.judge(kPackage, "no scripts", script_fault(deb), "");
+  report.judge(kPackage, "removable", lasting_fault(deb), "");
+  report.judge(kPackage, "checksums", checksums_fault(deb), "");
   const char* const prefix = prefix_of(deb.field("Architecture"));
   if (prefix == nullptr) {
     report.fail(kPackage, "architecture",

@@ -6,6 +6,7 @@
 #include "host/preferences/choice_page.hpp"
 #include "host/preferences/confirmation.hpp"
 #include "host/preferences/list_state.hpp"
+#include "host/preferences/named_method.hpp"
 #include "host/uikit/controllers/navigation_item.hpp"
 
 namespace wispen::preferences {
@@ -256,7 +257,8 @@ struct ListTable {
 
   static void perform_action(const Self& self, const PSSpecifier& specifier, objc::Selector action) {
     const NSObject target = specifier.target() ? specifier.target() : NSObject(self);
-    if (objc::responds_to(target, action)) objc::perform<void>(target, action, specifier);
+    if (!may_perform(target, action, MethodRole::Action)) return;
+    objc::perform<void>(target, action, specifier);
   }
   static void press(const Self& self, const PSSpecifier& specifier) {
     const auto action = objc::send<"action", objc::Selector>(specifier);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "host/preferences/named_method.hpp"
+
 namespace wispen::preferences {
 
 struct SpecifierState {
@@ -31,7 +33,12 @@ NSDictionary dictionary_of(const NSArray& values, const NSArray& titles) {
   NSMutableDictionary result = NSMutableDictionary::dictionary();
   const NSUInteger count = std::min(values.count(), titles.count());
   // Equal values share one title, the last one given.
-  for (NSUInteger i = 0; i < count; ++i) result.setObject(titles.objectAtIndex(i), values.objectAtIndex(i));
+  for (NSUInteger i = 0; i < count; ++i) {
+    const NSObject value = values.objectAtIndex(i);
+    // A data source may give anything, and a dictionary copies its keys.
+    if (objc::responds_to(value, objc::selector<"copyWithZone:">()))
+      result.setObject(titles.objectAtIndex(i), value);
+  }
   return result;
 }
 
@@ -106,13 +113,13 @@ void Specifier::setAction(objc::Selector action) const { parts().action = action
 
 NSObject Specifier::performGetter() const {
   const NSObject page = target();
-  if (!page.respondsToSelector(getter())) return NSObject();
+  if (!may_perform(page, getter(), MethodRole::Getter)) return NSObject();
   return objc::perform<NSObject>(page, getter(), *this);
 }
 
 void Specifier::performSetterWithValue(const NSObject& value) const {
   const NSObject page = target();
-  if (page.respondsToSelector(setter())) objc::perform(page, setter(), value, *this);
+  if (may_perform(page, setter(), MethodRole::Setter)) objc::perform(page, setter(), value, *this);
 }
 
 NSArray Specifier::values() const { return parts().values; }

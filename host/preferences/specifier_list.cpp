@@ -5,7 +5,12 @@
 #include <optional>
 #include <utility>
 
+#include "host/foundation/device_paths.hpp"
+#include "host/foundation/plist/document.hpp"
+#include "host/foundation/plist_objects.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/preferences/limits.hpp"
+#include "host/preferences/named_method.hpp"
 
 namespace wispen::preferences {
 
@@ -16,6 +21,26 @@ std::set<std::string>& capabilities() {
       "armv7", "arm64", "wifi", "bluetooth-le", "touch-id", "accelerometer", "gyroscope", "haptics", "metal"};
   return *set;
 }
+
+/// A data source may ask its page for the very list that it is being asked for; the list is then read without
+/// it.
+class DataSourceTurn {
+ public:
+  explicit DataSourceTurn(const std::string& list) : list_(list), first_(lists_asking.insert(list).second) {
+    if (!first_) report_problem(list + ": a data source asks for the list that it belongs to");
+  }
+  DataSourceTurn(const DataSourceTurn&) = delete;
+  DataSourceTurn& operator=(const DataSourceTurn&) = delete;
+  ~DataSourceTurn() {
+    if (first_) lists_asking.erase(list_);
+  }
+  bool granted() const { return first_; }
+
+ private:
+  static inline std::set<std::string> lists_asking;
+  const std::string list_;
+  const bool first_;
+};
 
 /// Reads one list's items; it knows the table that their texts are translated by.
 class ListReader {
@@ -41,9 +66,15 @@ class ListReader {
     return specifier;
   }
 
+  /// As it is to be shown: translated, and no longer than anybody reads.
   NSString translated(const NSString& source) const {
     if (!source || source.length() == 0) return source;
-    return bundle_.localizedString(source, source, name_);
+    const NSString text = bundle_.localizedString(source, source, name_);
+    if (text.length() > kLongestText) {
+      report_problem(where() + ": a text of " + std::to_string(text.length()) + " characters is cut at " +
+                     std::to_string(kLongestText));
+    }
+    return shortened(text);
   }
 
   std::string where() const { return name_.utf8() + ".plist"; }
@@ -104,8 +135,10 @@ class ListReader {
                   const Specifier& specifier) const {
     if (const NSString source = text(item, source_key)) {
       const auto selector = objc::Selector::named(source.utf8().c_str());
-      if (target_.respondsToSelector(selector)) {
-        return objc::cast_or_nil<NSArray>(objc::perform<NSObject>(target_, selector, specifier));
+      if (may_perform(target_, selector, MethodRole::DataSource)) {
+        const DataSourceTurn turn(where());
+        if (turn.granted())
+          return objc::cast_or_nil<NSArray>(objc::perform<NSObject>(target_, selector, specifier));
       }
     }
     return objc::cast_or_nil<NSArray>(item.objectForKey(key));
@@ -149,6 +182,15 @@ bool device_has_what_it_needs(const NSDictionary& item) {
 std::set<std::string> device_capabilities() { return capabilities(); }
 void set_device_capabilities(std::set<std::string> wanted) { capabilities() = std::move(wanted); }
 
+NSString shortened(const NSString& text) {
+  if (!text || text.length() <= kLongestText) return text;
+  // Not between the halves of a character of two units.
+  const auto last = objc::send<"characterAtIndex:", unsigned short>(text, NSUInteger{kLongestText - 1});
+  const std::size_t length = kLongestText - (last >= 0xD800 && last < 0xDC00 ? 1 : 0);
+  return objc::send<"stringByAppendingString:", NSString>(
+      objc::send<"substringToIndex:", NSString>(text, NSUInteger{length}), "\u2026"_ns);
+}
+
 SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, const NSObject& target) {
   SpecifierList list{NSString(), NSMutableArray::array()};
   const ListReader reader(bundle, name, target);
@@ -157,20 +199,32 @@ SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, 
     report_problem("the bundle has no list " + reader.where());
     return list;
   }
-  const NSDictionary file = NSDictionary::dictionaryWithContentsOfFile(path);
-  if (!file) {
+  // Row by row, for a list may hold any number of them.
+  const auto file = plist::Document::read(path.utf8(), device_calls());
+  if (!file || !file->root().is(plist::Type::Dictionary)) {
     report_problem(path.utf8() + " is no property list that can be read");
     return list;
   }
-  list.title = reader.translated(objc::cast_or_nil<NSString>(file.objectForKey("title"_ns)));
-  const auto items = objc::cast_or_nil<NSArray>(file.objectForKey("items"_ns));
-  if (!items) report_problem(reader.where() + " has no array \"items\"");
-  for (NSUInteger i = 0, count = items.count(); i < count; ++i) {
-    const auto item = objc::cast_or_nil<NSDictionary>(items.objectAtIndex(i));
-    if (!item) {
-      report_problem(reader.where() + ": item " + std::to_string(i) + " is no dictionary");
+  const auto title = file->root().find("title");
+  if (title && title->is(plist::Type::String)) list.title = reader.translated(string_of(title->string()));
+  const auto items = file->root().find("items");
+  if (!items || !items->is(plist::Type::Array)) {
+    report_problem(reader.where() + " has no array \"items\"");
+    return list;
+  }
+  std::size_t index = 0;
+  for (const plist::Value value : items->elements()) {
+    const std::size_t row = index++;
+    if (row == kMostRows) {
+      report_problem(reader.where() + ": only the first " + std::to_string(kMostRows) + " rows are shown");
+      break;
+    }
+    if (!value.is(plist::Type::Dictionary)) {
+      report_problem(reader.where() + ": item " + std::to_string(row) + " is no dictionary");
       continue;
     }
+    const objc::AutoreleasePool pool;
+    const auto item = object_of(value).as<NSDictionary>();
     if (device_has_what_it_needs(item)) list.specifiers.addObject(reader.read(item));
   }
   return list;

@@ -21,6 +21,9 @@ struct SpecifierList {
 /// reported as a problem and passed over.
 SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, const NSObject& target);
 
+/// The text, or so much of it that it can be shown (limits.hpp), with an ellipsis.
+NSString shortened(const NSString& text);
+
 /// The device's capabilities, by which "requiredCapabilities" filters.
 std::set<std::string> device_capabilities();
 void set_device_capabilities(std::set<std::string> capabilities);

@@ -66,7 +66,7 @@ int read_defaults(const CommonOptions& options, const DefaultsOptions& what) {
                   Json{{"page", row->page.cls}, {"key", what.key}, {"value", json_of(value)}}.dump().c_str());
     } else {
       const auto string = objc::cast_or_nil<NSString>(value);
-      std::printf("%s\n", string ? string.utf8().c_str() : text_of(value).c_str());
+      std::printf("%s\n", string ? shown(json_of(value).get<std::string>()).c_str() : text_of(value).c_str());
     }
     return kDone;
   }
@@ -76,7 +76,7 @@ int read_defaults(const CommonOptions& options, const DefaultsOptions& what) {
     if (options.json) {
       all.push_back({{"page", row.page.cls}, {"key", key_of(row)}, {"value", json_of(value)}});
     } else {
-      std::printf("%s %s %s\n", padded(row.page.cls, 24).c_str(), padded(key_of(row), 28).c_str(),
+      std::printf("%s %s %s\n", padded(row.page.cls, 24).c_str(), padded(shown(key_of(row)), 28).c_str(),
                   text_of(value).c_str());
     }
   }
@@ -110,7 +110,7 @@ int write_defaults(const CommonOptions& options, const DefaultsOptions& what) {
             .dump()
             .c_str());
   } else if (written) {
-    std::printf("%s = %s\n", what.key.c_str(), text_of(stored).c_str());
+    std::printf("%s = %s\n", shown(what.key).c_str(), text_of(stored).c_str());
   }
   print_problems();
   return written ? kDone : fail(what.key + " was not stored");

@@ -32,8 +32,8 @@ int do_step(Driver& driver, const Step& step, const DriveOptions& what) {
   if (answer) {
     line.update(*answer);
     std::printf("%s\n", line.dump().c_str());
-    std::fflush(stdout);
-    return kDone;
+    print_problems();  // of this step: a write that failed, say
+    return output_is_written() ? kDone : kFailed;
   }
   line["error"] = answer.error().message;
   if (wispen_host_snapshot(what.failure_picture.c_str(), 0, 0) != 0) line["picture"] = what.failure_picture;

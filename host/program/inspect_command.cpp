@@ -35,7 +35,7 @@ void print_view(const Json& view, int depth) {
     }
     line += " " + name + "=" + value.dump();
   }
-  std::printf("%s\n", line.c_str());
+  std::printf("%s\n", shown(line).c_str());
   if (!view.contains("subviews")) return;
   for (const Json& subview : view["subviews"]) print_view(subview, depth + 1);
 }

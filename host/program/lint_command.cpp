@@ -23,6 +23,12 @@ class RuntimeClasses : public lint::Classes {
   bool answers(const std::string& name, const std::string& selector) const override {
     return objc::ClassRef::named(name.c_str()).instances_respond_to(objc::Selector::named(selector.c_str()));
   }
+  std::optional<std::string> misfit(const std::string& name, const std::string& selector,
+                                    preferences::MethodRole role) const override {
+    const auto shape =
+        objc::shape_of_method(objc::ClassRef::named(name.c_str()), objc::Selector::named(selector.c_str()));
+    return shape ? preferences::why_not_performed(selector, *shape, role) : std::nullopt;
+  }
   std::string page_of_list(const std::string& list) const override {
     for (const Page& page : pages_) {
       if (page.list == list) return page.cls;
@@ -43,8 +49,10 @@ std::string line_of(const lint::Finding& finding) {
 
 }  // namespace
 
-int lint(const CommonOptions& options) {
+int lint(const CommonOptions& given) {
   const objc::AutoreleasePool pool;
+  CommonOptions options = given;
+  options.lists_as_data = true;
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
   const std::string folder =
@@ -65,7 +73,7 @@ int lint(const CommonOptions& options) {
                      {"row", finding.row},
                      {"message", finding.message}});
     } else {
-      std::printf("%s\n", line_of(finding).c_str());
+      std::printf("%s\n", shown(line_of(finding)).c_str());
     }
   }
   if (options.json) {

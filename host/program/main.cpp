@@ -5,24 +5,32 @@
 #include <string>
 #include <utility>
 
+#include "host/foundation/plist/utf.hpp"
 #include "host/program/commands.hpp"
 #include "host/program/drive/script.hpp"
 #include "host/program/output.hpp"
+#include "host/program/process_room.hpp"
 
 namespace {
 
 using namespace wispen::program;
 
+std::string not_empty(const std::string& folder) {
+  return folder.empty() ? "the folder's name is empty" : "";
+}
+
 void add_common(CLI::App& command, CommonOptions& options, bool with_bundle = true) {
   command
       .add_option("--root", options.root, "The folder that plays the phone's file system (made on first use)")
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(not_empty);
   command.add_option("--layout", options.layout, "Where a new root keeps the jailbreak's files")
       ->check(CLI::IsMember({"rootless", "rootful"}))
       ->type_name("rootless|rootful");
   if (with_bundle) {
     command.add_option("--bundle", options.bundle, "The settings bundle (the one beside this program)")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->check(not_empty);
     command.add_option("--language", options.languages, "The user's languages, most wanted first")
         ->type_name("de,en");
   }
@@ -226,13 +234,21 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
     });
   }
 
+  for (int i = 1; i < argc; ++i) {
+    if (wispen::plist::is_utf8(argv[i])) continue;
+    fail("the argument \"" + std::string(argv[i]) + "\" is not UTF-8");
+    return kWrongUse;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kDone : kWrongUse;
+    const int status = app.exit(error) == 0 ? kDone : kWrongUse;
+    return output_is_written() ? status : kFailed;
   }
+  if (const auto missing = wispen::program::missing_room()) return fail(*missing);
   try {
-    return command();
+    const int status = command();
+    return output_is_written() ? status : kFailed;
   } catch (const std::exception& error) {
     return fail(error.what());
   } catch (...) {  // the platform's exceptions do not tell C++ what they are

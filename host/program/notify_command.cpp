@@ -14,6 +14,7 @@ namespace {
 struct Watch {
   bool json;
   unsigned long long posts = 0;
+  bool lost = false;
 };
 
 void print_post(const char* name, unsigned long long posts, void* context) {
@@ -24,11 +25,11 @@ void print_post(const char* name, unsigned long long posts, void* context) {
         "%s\n",
         Json{{"name", name}, {"posts", posts}}.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
   } else if (posts == 1) {
-    std::printf("%s\n", name);
+    std::printf("%s\n", shown(name).c_str());
   } else {
-    std::printf("%s (%llu posts)\n", name, posts);
+    std::printf("%s (%llu posts)\n", shown(name).c_str(), posts);
   }
-  std::fflush(stdout);  // whoever reads along wants to see it now
+  watch->lost = !output_is_written();  // whoever reads along wants to see it now
 }
 
 }  // namespace
@@ -36,7 +37,7 @@ void print_post(const char* name, unsigned long long posts, void* context) {
 int watch_notifications(const CommonOptions& options, const WatchOptions& what) {
   const auto session = Session::start(options);
   if (!session) return kFailed;
-  Watch watch{options.json};
+  Watch watch{.json = options.json};
   if (wispen_host_listen(what.name.empty() ? nullptr : what.name.c_str(), print_post, &watch) == 0) {
     return fail(wispen_host_last_error());
   }
@@ -44,6 +45,7 @@ int watch_notifications(const CommonOptions& options, const WatchOptions& what) 
   const double end = what.timeout ? wispen_host_now() + *what.timeout : 0;
   while (what.count == 0 || watch.posts < what.count) {
     if (wispen_host_run_for(0.05) == 0) return fail(wispen_host_last_error());
+    if (watch.lost) return kFailed;
     if (what.timeout && wispen_host_now() >= end) {
       return what.count == 0 ? kDone : fail("not all of the awaited notifications came in time");
     }

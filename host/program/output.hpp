@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "platform/Foundation.hpp"
 
@@ -19,6 +20,13 @@ Json json_of(const NSObject& value);
 
 /// The same for a line of text: strings in quotes, yes and no for Booleans.
 std::string text_of(const NSObject& value);
+
+/// The text as a terminal may have it: control characters, marks that turn the text's direction, and bytes
+/// that are no UTF-8 are written as \\x1b, \\u202e. Line breaks and tabs stay.
+std::string shown(std::string_view text);
+
+/// Whether everything printed so far has been written. Prints why not, unless nobody reads any more.
+bool output_is_written();
 
 /// Pads to a width in characters (not bytes); longer text stays whole.
 std::string padded(const std::string& utf8, std::size_t width);

@@ -75,13 +75,13 @@ int list_pages(const CommonOptions& options, const std::string& name) {
     const NSArray specifiers = page.all_specifiers();
     Json rows = Json::array();
     if (!options.json)
-      std::printf("%s  %s, %s.plist\n", page.title.c_str(), page.cls.c_str(), page.list.c_str());
+      std::printf("%s  %s, %s.plist\n", shown(page.title).c_str(), page.cls.c_str(), page.list.c_str());
     for (NSUInteger i = 0; i < specifiers.count(); ++i) {
       const auto specifier = specifiers.objectAtIndex<PSSpecifier>(i);
       if (options.json) {
         rows.push_back(row_json(page, specifier));
       } else {
-        std::printf("%s\n", row_text(page, specifier).c_str());
+        std::printf("%s\n", shown(row_text(page, specifier)).c_str());
       }
     }
     if (options.json) {

@@ -34,7 +34,8 @@ Result<CommonOptions> with_installed_bundle(CommonOptions options) {
   const auto installed = package::install_when_newer(*root, *package);
   if (!installed) return installed.error();
   if (*installed) std::printf("Installed %s.\n", package->c_str());
-  options.bundle = root->jbroot_prefix() + "/Library/PreferenceBundles/3dvitrelleprefs.bundle";
+  options.bundle = root->resolve_or_nowhere(std::string(root->device_jbroot()) +
+                                            "/Library/PreferenceBundles/3dvitrelleprefs.bundle");
   return options;
 }
 

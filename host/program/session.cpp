@@ -63,6 +63,7 @@ std::optional<Session> Session::start_on_clock(const CommonOptions& options, boo
   if (!options.layout.empty()) host.layout = options.layout.c_str();
   host.languages = options.languages.c_str();
   host.wall_clock = wall_clock ? 1 : 0;
+  host.lists_as_data = options.lists_as_data ? 1 : 0;
   if (wispen_host_start(&host) == 0) {
     fail(wispen_host_last_error());
     return std::nullopt;

@@ -16,6 +16,7 @@ struct CommonOptions {
   std::string bundle;  // empty: the one beside the program
   std::string languages = "en";
   bool json = false;
+  bool lists_as_data = false;  // nothing that lists name is performed
 };
 
 /// How a screen looks; empty words are the host's defaults.

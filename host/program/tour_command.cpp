@@ -2,9 +2,9 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
+#include "host/foundation/plist/document.hpp"
+#include "host/foundation/plist/tree.hpp"
 #include "host/program/commands.hpp"
 #include "host/program/home_screen.hpp"
 #include "host/program/line_diff.hpp"
@@ -20,9 +20,21 @@ constexpr double kListenerTimeout = 20;  // seconds; reached only where somethin
 
 constexpr char kDomainFile[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
 
-std::string file_bytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+/// The values that a file holds, as XML whatever its own format is; none of what cannot be read.
+std::string values_of(const std::string& path) {
+  const auto document = plist::Document::read(path);
+  if (!document) return {};
+  const plist::Tree tree = plist::Tree::of(document->root());
+  plist::Dictionary shown_values;
+  for (plist::Member member :
+       tree.as<plist::Dictionary>() ? *tree.as<plist::Dictionary>() : plist::Dictionary()) {
+    // A binary list may hold what XML cannot.
+    const auto alone = plist::encode(plist::Tree(plist::Dictionary{member}), plist::Format::Xml);
+    if (!alone) member = {shown(member.key), "(not shown: " + alone.error().message + ")"};
+    shown_values.push_back(std::move(member));
+  }
+  const auto xml = plist::encode(plist::Tree(std::move(shown_values)), plist::Format::Xml);
+  return xml ? *xml : std::string();
 }
 
 /// Another value that a user could choose; nil for a row without one.
@@ -127,23 +139,24 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
   const char* const domain = wispen_host_jailbreak_path(kDomainFile);
   if (domain == nullptr) return fail(wispen_host_last_error());
   const std::string file = domain;
-  const std::string before = file_bytes(file);
+  const std::string before = values_of(file);
   for (const Step& step : steps) {
     const std::string old_value = text_of(step.specifier.performGetter());
     step.specifier.performSetterWithValue(other_value(step.specifier));
     std::printf("  %s %s: %s -> %s\n",
-                padded(step.page.title + " / " + step.specifier.name().utf8(), 52).c_str(),
+                padded(shown(step.page.title + " / " + step.specifier.name().utf8()), 52).c_str(),
                 step.specifier.propertyForKey("key"_ns).description().utf8().c_str(), old_value.c_str(),
                 text_of(step.specifier.performGetter()).c_str());
   }
 
   std::printf("\nWhat changed in %s:\n", file.c_str());
-  for (const std::string& line : line_diff(before, file_bytes(file))) std::printf("  %s\n", line.c_str());
+  for (const std::string& line : line_diff(before, values_of(file)))
+    std::printf("  %s\n", shown(line).c_str());
 
   std::printf("\nWhat the other process heard:\n");
   std::fflush(stdout);
   const std::vector<std::string> heard = listener->finish();
-  for (const std::string& line : heard) std::printf("  %s\n", line.c_str());
+  for (const std::string& line : heard) std::printf("  %s\n", shown(line).c_str());
   if (with_home_screen) {
     if (const auto painted = await_home_screen_picture(); !painted) return fail(painted.error().message);
     std::printf("\nThe home screen, which heard it too: %s\n", (folder / "home-screen.png").c_str());

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -24,7 +26,6 @@ constexpr std::array<std::uint8_t, 256> kSimplePayloads = [] {
   for (std::uint8_t low = 0; low <= 3; ++low) sizes[0x10U | low] = static_cast<std::uint8_t>(1U << low);
   sizes[0x22] = 4;
   sizes[0x23] = 8;
-  sizes[0x33] = 8;
   return sizes;
 }();
 
@@ -143,6 +144,10 @@ bool BinaryParser::check_leaf(const BinaryObject& object) {
     if (high != 0 && (high != std::numeric_limits<std::uint64_t>::max() || low >> 63 == 0)) {
       return fail_at(object.begin, "a number needs more than 64 bits");
     }
+  }
+  if (object.marker == Marker::Date) {
+    const auto seconds = std::bit_cast<double>(read_big_endian(bytes_ + object.payload, 8));
+    return std::isfinite(seconds) || fail_at(object.begin, "a date is not a finite number of seconds");
   }
   return true;
 }

@@ -18,4 +18,9 @@ inline constexpr std::size_t kMaxFileSize = std::size_t{64} << 20;
 inline constexpr std::uint64_t kMaxExpandedSize = std::uint64_t{160} << 20;
 inline constexpr std::uint64_t kExpandedValueSize = 16;
 
+/// Seconds since 2001: the first and the last second that a date object is made of. A file may hold dates
+/// beyond (the platform writes its distant past as the year 0); their bytes stay as they are.
+inline constexpr double kEarliestDate = -63113904000;  // 0001-01-01T00:00:00Z
+inline constexpr double kLatestDate = 252423993599;    // 9999-12-31T23:59:59Z
+
 }  // namespace wispen::plist

@@ -1,5 +1,6 @@
 #include "host/foundation/plist/tree_check.hpp"
 
+#include <cmath>
 #include <cstdio>
 
 #include "host/foundation/plist/limits.hpp"
@@ -53,6 +54,9 @@ const char* find_unwritable(std::string_view text) {
 const char* find_unwritable(const Tree& tree, std::size_t depth) {
   static_assert(kMaxDepth == 512, "the sentence below names it");
   if (const auto* text = tree.as<std::string>()) return find_unwritable(std::string_view{*text});
+  if (const auto* date = tree.as<Date>()) {
+    return std::isfinite(date->seconds) ? nullptr : "a date is not a finite number of seconds";
+  }
   const auto* array = tree.as<Array>();
   const auto* dictionary = tree.as<Dictionary>();
   // In XML a UID is a dictionary too.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/foundation/problems.hpp"
+#include "host/preferences/specifier_list.hpp"
 #include "host/uikit/values/color.hpp"
 #include "platform/UIKit.hpp"
 
@@ -70,8 +71,8 @@ NSString displayed_value(const PSSpecifier& specifier, const NSObject& value) {
                              objc::send<"titleDictionary", NSDictionary>(specifier)}) {
     if (const auto title = objc::cast_or_nil<NSString>(titles.objectForKey(value))) return title;
   }
-  if (const auto text = objc::cast_or_nil<NSString>(value)) return text;
-  return objc::send<"description", NSString>(value);
+  if (const auto text = objc::cast_or_nil<NSString>(value)) return shortened(text);
+  return shortened(objc::send<"description", NSString>(value));
 }
 
 NSBundle bundle_of(const PSSpecifier& specifier) {

@@ -26,7 +26,6 @@ Segment* SegmentedMethods::segment_at(const Self& self, NSUInteger index) {
 }
 
 void SegmentedMethods::content_changed(const Self& self) {
-  show(self);
   self.invalidateIntrinsicContentSize();
   self.setNeedsLayout();
 }

@@ -44,16 +44,17 @@ std::size_t open_descriptors() {
 class LongRunTest : public HostTest {};
 
 TEST_F(LongRunTest, AHundredThousandValuesReadAndWrittenLeaveMemoryAndDescriptorsFlat) {
+  // The root in memory, where there is such: this is about memory and not about the disk.
+  const TemporaryFolder memory(fs::is_directory("/dev/shm") ? fs::path("/dev/shm")
+                                                            : fs::temp_directory_path());
+  ASSERT_EQ(wispen_host_stop(), 1);
+  wispen_host_options options{};
+  options.size = sizeof options;
+  const std::string root = memory / "root";
+  options.root = root.c_str();
+  ASSERT_EQ(wispen_host_start(&options), 1) << wispen_host_last_error();
   load_shipped_bundle();
   const auto page = open_page("SepSettingsCell");
-  // The value store's folder in memory, where there is such: this is about memory and not about the disk.
-  if (fs::is_directory("/dev/shm")) {
-    const fs::path aside = fs::path("/dev/shm") / fs::path(folder_.path()).filename();
-    const fs::path preferences = domain_file().parent_path();
-    fs::create_directories(aside);
-    fs::remove(preferences);
-    fs::create_directory_symlink(aside, preferences);
-  }
   PSSpecifier row;
   for (NSUInteger i = 0; !row; ++i) {
     const auto candidate = page.specifiers().objectAtIndex<PSSpecifier>(i);
@@ -80,8 +81,6 @@ TEST_F(LongRunTest, AHundredThousandValuesReadAndWrittenLeaveMemoryAndDescriptor
   EXPECT_LT(memory_after - memory_before, kMoreKilobytes);
   EXPECT_EQ(open_descriptors(), descriptors_before);
   EXPECT_EQ(wispen_host_posted_count(), static_cast<std::size_t>(kOperations));
-  if (fs::is_symlink(domain_file().parent_path()))
-    fs::remove_all(fs::read_symlink(domain_file().parent_path()));
 }
 
 TEST_F(LongRunTest, AHostStartsAndStopsManyTimesOnManyRoots) {

@@ -39,7 +39,7 @@ TEST_F(BundleTest, OwnsTheClassesThatItsCodeRegistered) {
 
 TEST_F(BundleTest, TwoPathsAreTwoBundlesAlsoWithTheSameIdentifier) {
   load_bundle_with({});
-  const auto copy = std::filesystem::path(folder_ / "copy.bundle");
+  const auto copy = std::filesystem::path(folder_ / "root/copy.bundle");
   std::filesystem::copy(bundle_folder(), copy, std::filesystem::copy_options::recursive);
   const NSBundle first = bundle();
   const NSBundle second = NSBundle::bundleWithPath(copy.c_str());

@@ -1,10 +1,14 @@
 // tests/host/foundation/file_dictionaries_test.cpp: Foundation's dictionaries over property-list files.
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <bit>
+#include <cmath>
 #include <filesystem>
 #include <string>
 
+#include "tests/host/foundation/plist/binary_maker.hpp"
 #include "tests/support/host_fixture.hpp"
 
 namespace wispen::testing {
@@ -15,8 +19,8 @@ namespace fs = std::filesystem;
 class FileDictionariesTest : public HostTest {
  protected:
   std::string file(const std::string& bytes) const {
-    write_file(folder_ / "file.plist", bytes);
-    return folder_ / "file.plist";
+    write_file(folder_ / "root/file.plist", bytes);
+    return folder_ / "root/file.plist";
   }
   static NSDictionary read(const std::string& path) {
     return NSDictionary::dictionaryWithContentsOfFile(path.c_str());
@@ -49,9 +53,48 @@ TEST_F(FileDictionariesTest, ReadsEveryKindOfValue) {
   EXPECT_EQ(dictionary.allKeys().count(), 9u);
 }
 
+TEST_F(FileDictionariesTest, ADateBeyondTheCalendarIsItsFirstOrItsLastAndKeepsItsBytes) {
+  const std::string path =
+      file(plist("<dict><key>before</key><date>0000-01-01T00:00:00Z</date><key>past</key>"
+                 "<date>0000-12-30T00:00:00Z</date><key>first</key><date>0001-01-01T00:00:00Z</date>"
+                 "<key>far</key><date>12345678-01-01T00:00:00Z</date></dict>"));
+  const auto dictionary = read_mutable(path);
+  ASSERT_TRUE(dictionary);
+  for (const char* const key : {"before", "past", "first"}) {
+    EXPECT_EQ(dictionary.objectForKey(NSString(key)).description().utf8(), "0001-01-01 00:00:00 +0000")
+        << key;
+  }
+  EXPECT_EQ(dictionary.objectForKey("far"_ns).description().utf8(), "9999-12-31 23:59:59 +0000");
+  EXPECT_THAT(dictionary.description().utf8(), ::testing::HasSubstr("0001-01-01 00:00:00 +0000"));
+  dictionary.setObject("x"_ns, "k"_ns);
+  ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
+  EXPECT_THAT(contents_of(path), ::testing::HasSubstr("<date>0000-12-30T00:00:00Z</date>"));
+}
+
+TEST_F(FileDictionariesTest, ADateDescribesItselfWithoutTheTimeZone) {
+  const auto text = [](double seconds) {
+    return NSDate::dateWithTimeIntervalSinceReferenceDate(seconds).description().utf8();
+  };
+  EXPECT_EQ(text(0), "2001-01-01 00:00:00 +0000");
+  EXPECT_EQ(text(-1e300), "-1e+300 s since 2001-01-01 00:00:00 +0000");
+  EXPECT_EQ(NSArray(objc::send<"arrayWithObject:", NSArray>(
+                        objc::class_for<NSArray>(), NSDate::dateWithTimeIntervalSinceReferenceDate(0)))
+                .description()
+                .utf8(),
+            "(\"2001-01-01 00:00:00 +0000\")");
+}
+
+TEST_F(FileDictionariesTest, ADateThatIsNotANumberMakesABinaryFileUnreadable) {
+  for (const double seconds : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    std::string date = "\x33";
+    plist::append_big_endian(date, std::bit_cast<std::uint64_t>(seconds), 8);
+    EXPECT_FALSE(read(file(plist::testing::binary({"\xD1\x01\x02", "\x51k", date})))) << seconds;
+  }
+}
+
 TEST_F(FileDictionariesTest, WhatCannotBeReadIsNilForBothKinds) {
   for (const char* const damaged : {"", " \n", "hello", "<plist><array/></plist>",
-                                    "<plist><dict><key>a</key></dict></plist>", "bplist00", "{ a = b; }"}) {
+                                    "<plist><dict><key>a</key></dict></plist>", "bplist00", "{ a = ; }"}) {
     EXPECT_FALSE(read(file(damaged))) << damaged;
     EXPECT_FALSE(read_mutable(file(damaged))) << damaged;
   }
@@ -136,7 +179,7 @@ TEST_F(FileDictionariesTest, APlainDictionaryIsWrittenWholeAndReadBackEqual) {
   dictionary.setObject(NSNumber::numberWithBool(true), "yes"_ns);
   dictionary.setObject(NSNumber::numberWithInt(1), "one"_ns);
   dictionary.setObject(NSNumber::numberWithDouble(1e-300), "tiny"_ns);
-  const std::string path = folder_ / "made.plist";
+  const std::string path = folder_ / "root/made.plist";
   ASSERT_TRUE(dictionary.writeToFile(path.c_str(), true));
   EXPECT_TRUE(read(path).isEqual(dictionary));
   const std::string bytes = contents_of(path);
@@ -159,6 +202,20 @@ TEST_F(FileDictionariesTest, WhatNoPropertyListHoldsIsNotWrittenAndTheFileStays)
   circle.removeObjectForKey("me"_ns);
   EXPECT_EQ(contents_of(path), before);
   EXPECT_EQ(problems().size(), 3u);
+}
+
+TEST_F(FileDictionariesTest, AReadThatFailedIsReportedAndAMissingFileIsNot) {
+  const std::string path = file(plist("<dict><key>a</key><integer>1</integer></dict>"));
+  EXPECT_FALSE(read("/tmp/missing.plist"));
+  EXPECT_TRUE(problems().empty());
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none{0, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const NSMutableDictionary unread = read_mutable(path);
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_FALSE(unread);
+  EXPECT_THAT(problems(), ::testing::ElementsAre(::testing::HasSubstr("Too many open files")));
 }
 
 TEST_F(FileDictionariesTest, AllocAndInitReadAFileToo) {

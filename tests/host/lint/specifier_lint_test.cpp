@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/preferences/limits.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace wispen::lint {
@@ -23,7 +24,12 @@ class KnownClasses : public Classes {
   bool exists(const std::string& name) const override { return name == "SomePage" || name == "SomeCell"; }
   bool is_page(const std::string& name) const override { return name == "SomePage"; }
   bool answers(const std::string& name, const std::string& selector) const override {
-    return name == "SomePage" && selector == "doIt";
+    return name == "SomePage" && (selector == "doIt" || selector == "hash");
+  }
+  std::optional<std::string> misfit(const std::string&, const std::string& selector,
+                                    preferences::MethodRole role) const override {
+    if (selector == "hash") return preferences::why_not_performed(selector, {'Q', 0, true}, role);
+    return std::nullopt;
   }
   std::string page_of_list(const std::string& list) const override {
     return list == "Orphan" ? "" : "SomePage";
@@ -73,6 +79,25 @@ TEST_F(SpecifierLintTest, FindsUnknownKeysAndCells) {
               ElementsAre(HasSubstr("PSSwichCell")));
   EXPECT_THAT(check("<dict><key>id</key><string>x</string></dict>"), ElementsAre(HasSubstr("no cell type")));
   EXPECT_THAT(check("<string>x</string>"), ElementsAre(HasSubstr("no dictionary")));
+}
+
+TEST_F(SpecifierLintTest, FindsMethodsThatDoNotFitWhatTheyAreNamedFor) {
+  EXPECT_THAT(check(row(text("get", "hash"))),
+              ElementsAre(HasSubstr("the method hash does not return an object (\"get\")")));
+  EXPECT_THAT(check(row(text("set", "hash"))), ElementsAre(HasSubstr("does not take a value and the row")));
+  EXPECT_THAT(check(row(text("titlesDataSource", "hash"))), ElementsAre(HasSubstr("titlesDataSource")));
+  EXPECT_THAT(check(row(text("action", "hash"))), IsEmpty()) << "its result is not looked at";
+}
+
+TEST_F(SpecifierLintTest, FindsMoreRowsAndLongerTextsThanAreShown) {
+  std::string rows;
+  for (std::size_t i = 0; i < preferences::kMostRows; ++i) rows += row("");
+  EXPECT_THAT(check(rows), IsEmpty());
+  EXPECT_THAT(check(rows + row("")),
+              ElementsAre(HasSubstr("10001 rows, and only the first 10000 are shown")));
+  const std::string long_text(preferences::kLongestText + 1, '#');
+  EXPECT_THAT(check(row(text("label", long_text.substr(1).c_str()))), IsEmpty());
+  EXPECT_THAT(check(row(text("label", long_text.c_str()))), ElementsAre(HasSubstr("16385 characters")));
 }
 
 TEST_F(SpecifierLintTest, FindsClassesAndSelectorsThatDoNotExist) {

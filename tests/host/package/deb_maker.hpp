@@ -12,7 +12,7 @@
 namespace wispen::testing {
 
 /// One 512-byte header of a tar archive: https://www.gnu.org/software/tar/manual/html_node/Standard.html
-inline std::string tar_header(const package::Entry& entry) {
+inline std::string tar_header(const package::Entry& entry, char special = 0) {
   std::string header(512, '\0');
   const auto put = [&](std::size_t at, std::size_t size, const std::string& text) {
     header.replace(at, std::min(size, text.size()), text.substr(0, size));
@@ -39,7 +39,7 @@ inline std::string tar_header(const package::Entry& entry) {
                     : entry.type == package::EntryType::Link     ? '2'
                     : entry.type == package::EntryType::Folder   ? '5'
                                                                  : '3';
-  header[156] = type;
+  header[156] = special != 0 ? special : type;
   put(157, 100, entry.target);
   put(257, 8, std::string("ustar\00000", 8));
   std::memset(header.data() + 148, ' ', 8);
@@ -51,7 +51,15 @@ inline std::string tar_header(const package::Entry& entry) {
 
 inline std::string tar_of(const std::vector<package::Entry>& entries) {
   std::string tar;
-  for (const package::Entry& entry : entries) {
+  for (package::Entry entry : entries) {
+    if (entry.path.size() - entry.path.rfind('/') > 100) {
+      // A name that has no room in the header goes before it, as GNU tar has it.
+      const package::Entry long_name{"././@LongLink",  package::EntryType::File, 0, 0, 0, "",
+                                     entry.path + '\0'};
+      tar += tar_header(long_name, 'L') + long_name.bytes;
+      tar.resize((tar.size() + 511) / 512 * 512, '\0');
+      entry.path.resize(100);
+    }
     tar += tar_header(entry) + entry.bytes;
     tar.resize((tar.size() + 511) / 512 * 512, '\0');
   }

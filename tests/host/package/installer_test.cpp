@@ -2,10 +2,14 @@
 
 #include "host/package/installer.hpp"
 
+#include <elf.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstring>
 #include <filesystem>
+#include <thread>
 
 #include "host/package/verify.hpp"
 #include "tests/host/package/deb_maker.hpp"
@@ -19,6 +23,20 @@ using package::DebFile;
 using package::Entry;
 using package::EntryType;
 using ::testing::HasSubstr;
+
+/// A library of this machine's as far as its header goes.
+std::string code_of(const std::string& version) {
+  Elf64_Ehdr header{};
+  std::memcpy(header.e_ident, ELFMAG, SELFMAG);
+  header.e_ident[EI_CLASS] = ELFCLASS64;
+  header.e_type = ET_DYN;
+#if defined(__aarch64__)
+  header.e_machine = EM_AARCH64;
+#else
+  header.e_machine = EM_X86_64;
+#endif
+  return std::string(reinterpret_cast<const char*>(&header), sizeof header) + "code " + version;
+}
 
 class InstallerTest : public ::testing::TestWithParam<Layout> {
  protected:
@@ -54,7 +72,7 @@ class InstallerTest : public ::testing::TestWithParam<Layout> {
       }
     }
     deb.entries.push_back(
-        {"." + bundle + "/3dvitrelleprefs", EntryType::File, 0755, 0, 0, "", "code " + version});
+        {"." + bundle + "/3dvitrelleprefs", EntryType::File, 0755, 0, 0, "", code_of(version)});
     deb.entries.push_back({"." + bundle + "/Info.plist", EntryType::File, 0644, 0, 0, "", "info"});
     deb.entries.push_back({"." + entry, EntryType::File, 0644, 0, 0, "", "entry"});
     for (const std::string& file : files) {
@@ -90,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, InstallerTest, ::testing::Values(Layout::Rootl
 TEST_P(InstallerTest, PutsTheFilesBelowTheRootAndItsVersionIntoTheRootsDatabase) {
   EXPECT_EQ(*package::installed_version(*root_), "");
   install(made("1.2", {"Root.plist"}));
-  EXPECT_EQ(contents_of(bundle_ + "/3dvitrelleprefs"), "code 1.2");
+  EXPECT_EQ(contents_of(bundle_ + "/3dvitrelleprefs"), code_of("1.2"));
   EXPECT_EQ(contents_of(bundle_ + "/Root.plist"), "Root.plist");
   EXPECT_EQ(*package::installed_version(*root_), "1.2");
   EXPECT_THAT(contents_of(root_->jbroot_prefix() + "/var/lib/dpkg/status"),
@@ -156,6 +174,48 @@ TEST_P(InstallerTest, RefusesThePackageOfTheOtherLayout) {
   deb.control["Architecture"] = GetParam() == Layout::Rootless ? "iphoneos-arm" : "iphoneos-arm64";
   EXPECT_NE(why_not(deb), "");
   EXPECT_EQ(*package::installed_version(*root_), "");
+}
+
+TEST_P(InstallerTest, CodeThatIsNeitherThePhonesNorThisMachinesIsRefused) {
+  DebFile deb = made("1.2", {});
+  const auto code = std::ranges::find_if(
+      deb.entries, [](const Entry& entry) { return entry.path.ends_with("/3dvitrelleprefs"); });
+  ASSERT_NE(code, deb.entries.end());
+  code->bytes = "#!/bin/sh\n";
+  EXPECT_THAT(why_not(deb), HasSubstr("is not installed"));
+  code->bytes = code_of("1.2");
+  code->bytes[EI_CLASS] = ELFCLASS32;
+  EXPECT_THAT(why_not(deb), HasSubstr("for another machine"));
+  code->bytes = code_of("1.2").substr(0, 40);
+  EXPECT_THAT(why_not(deb), HasSubstr("ends in its header"));
+  EXPECT_EQ(*package::installed_version(*root_), "");
+}
+
+TEST_P(InstallerTest, AFileThatChangesBetweenCheckAndInstallationIsInstalledAsItWasChecked) {
+  DebFile bad = made("1.3", {});
+  bad.entries.push_back({"./usr/bin/", EntryType::Folder, 0755, 0, 0, "", ""});
+  bad.entries.push_back({"./usr/bin/planted", EntryType::File, 0755, 0, 0, "", "x"});
+  const std::string good_file = file_of(made("1.2", {}));
+  const std::string bad_file = file_of(bad);
+  const std::string file = folder_ / "changing.deb";
+  fs::create_hard_link(good_file, file);
+  std::atomic<bool> ended = false;
+  std::thread swapping([&] {
+    for (int i = 0; !ended; ++i) {
+      const std::string next = folder_ / "next.deb";
+      fs::create_hard_link(i % 2 == 0 ? bad_file : good_file, next);
+      fs::rename(next, file);
+    }
+  });
+  int installed = 0;
+  for (int i = 0; i < 40; ++i) {
+    if (package::install(*root_, file)) ++installed;
+  }
+  ended = true;
+  swapping.join();
+  EXPECT_GT(installed, 0);
+  EXPECT_EQ(*package::installed_version(*root_), "1.2");
+  EXPECT_FALSE(fs::exists(root_->path() + "/usr/bin/planted"));
 }
 
 }  // namespace

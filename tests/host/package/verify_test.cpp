@@ -111,6 +111,32 @@ std::vector<Breakage> breakages() {
        [](DebFile& deb) {
          deb.control_files.push_back({"./postinst", EntryType::File, 0755, 0, 0, "", "#!/bin/sh\n"});
        }},
+      {"ALastingPackage", "removable", "essential: Yes",
+       [](DebFile& deb) { deb.control["essential"] = "Yes"; }},
+      {"AWrongSum", "checksums", "is not what md5sums says",
+       [](DebFile& deb) {
+         deb.control_files.push_back({"./md5sums", EntryType::File, 0644, 0, 0, "",
+                                      std::string(32, '0') + "  " + kBundle.substr(2) + "Info.plist\n"});
+       }},
+      {"ASumOfNothing", "checksums", "which is missing",
+       [](DebFile& deb) {
+         deb.control_files.push_back(
+             {"./md5sums", EntryType::File, 0644, 0, 0, "", std::string(32, '0') + "  no/such/file\n"});
+       }},
+      {"AFileForAFolder", "install paths", "is not a folder",
+       [](DebFile& deb) {
+         Entry& bundle = entry_at(deb, kBundle);
+         bundle.type = EntryType::File;
+         bundle.path.pop_back();
+       }},
+      {"AFileInAFile", "install paths", "lies in a file",
+       [](DebFile& deb) {
+         deb.entries.push_back({kBundle + "Info.plist/x", EntryType::File, 0644, 0, 0, "", "x"});
+       }},
+      {"ANameTooLong", "install paths", "a name of 256 bytes",
+       [](DebFile& deb) {
+         deb.entries.push_back({kBundle + std::string(256, 'x'), EntryType::File, 0644, 0, 0, "", "x"});
+       }},
       {"APathOutOfTheTree", "install paths", "leads out",
        [](DebFile& deb) {
          deb.entries.push_back({kBundle + "../../../../../../etc/x", EntryType::File, 0644, 0, 0, "", "x"});

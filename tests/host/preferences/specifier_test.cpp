@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/preferences/limits.hpp"
 #include "tests/support/host_fixture.hpp"
 
 namespace wispen::testing {
@@ -32,6 +33,7 @@ class AskedPage : public objc::Authored<AskedPage, PSListController> {
     values.addObject(NSNumber::numberWithInt(2));
     return values;
   }
+  NSArray load_again(const PSSpecifier&) const { return loadSpecifiersFromPlistName("List"_ns, *this); }
   NSArray title_source(const PSSpecifier&) const {
     NSMutableArray titles = NSMutableArray::array();
     titles.addObject("One"_ns);
@@ -46,6 +48,7 @@ class AskedPage : public objc::Authored<AskedPage, PSListController> {
         .method<"getIt:", &AskedPage::get_it>()
         .method<"setIt:forSpecifier:", &AskedPage::set_it>()
         .method<"valueSource:", &AskedPage::value_source>()
+        .method<"loadAgain:", &AskedPage::load_again>()
         .method<"titleSource:", &AskedPage::title_source>()
         .method<"bundle", &AskedPage::bundle_under_test>()
         .register_class();
@@ -149,6 +152,49 @@ TEST_F(SpecifierTest, ASelectorThatTheTargetLacksDoesNothing) {
   EXPECT_FALSE(specifier.performGetter());
   specifier.performSetterWithValue("v"_ns);
   EXPECT_TRUE(AskedPage::log.empty());
+}
+
+TEST_F(SpecifierTest, AMethodThatDoesNotFitIsReportedAndNotPerformed) {
+  for (const char* const name : {"hash", "retainCount", "release", "dealloc", "autorelease", "isProxy",
+                                 "setPreferenceValue:specifier:", "specifiers", "initWithCoder:"}) {
+    const auto specifier = load_one(item({{"cell", "PSSwitchCell"},
+                                          {"key", "k"},
+                                          {"get", name},
+                                          {"set", "getIt:"},
+                                          {"valuesDataSource", name},
+                                          {"titlesDataSource", name}}));
+    EXPECT_FALSE(specifier.values()) << name;
+    EXPECT_FALSE(specifier.performGetter()) << name;
+    specifier.performSetterWithValue("v"_ns);
+    EXPECT_THAT(problems(), ::testing::Contains(HasSubstr(name))) << name;
+  }
+  EXPECT_TRUE(AskedPage::log.empty());
+}
+
+TEST_F(SpecifierTest, ADataSourceThatAsksForItsOwnListEnds) {
+  const auto specifiers =
+      load(item({{"cell", "PSLinkListCell"}, {"key", "k"}, {"valuesDataSource", "loadAgain:"}}) +
+           item({{"cell", "PSLinkListCell"}, {"key", "l"}, {"valuesDataSource", "loadAgain:"}}));
+  EXPECT_EQ(specifiers.count(), 2u);
+  EXPECT_THAT(problems(), ::testing::Contains(HasSubstr("asks for the list that it belongs to")));
+}
+
+TEST_F(SpecifierTest, OfAListWithoutEndTheFirstRowsAreRead) {
+  std::string items;
+  for (std::size_t i = 0; i <= preferences::kMostRows; ++i) items += "<dict/>";
+  EXPECT_EQ(load(items).count(), preferences::kMostRows);
+  EXPECT_THAT(problems(), ElementsAre(HasSubstr("List.plist: only the first 10000 rows are shown")));
+}
+
+TEST_F(SpecifierTest, ATextWithoutEndIsCutAndReported) {
+  const std::string text(preferences::kLongestText - 1, 'x');
+  const auto whole = load_one(item({{"cell", "PSGroupCell"}, {"footerText", (text + "y").c_str()}}));
+  EXPECT_EQ(whole.propertyForKey<NSString>("footerText"_ns).utf8(), text + "y");
+  EXPECT_TRUE(problems().empty());
+  const auto cut = load_one(item({{"cell", "PSGroupCell"}, {"footerText", (text + "\U0001F642").c_str()}}));
+  EXPECT_EQ(cut.propertyForKey<NSString>("footerText"_ns).utf8(), text + "\u2026")
+      << "not between the halves of a character";
+  EXPECT_THAT(problems(), ElementsAre(HasSubstr("16385 characters is cut")));
 }
 
 TEST_F(SpecifierTest, DoesNotKeepItsTargetAlive) {

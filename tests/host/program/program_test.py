@@ -5,6 +5,7 @@ import os
 import pathlib
 import plistlib
 import re
+import resource
 import shutil
 import subprocess
 import sys
@@ -50,6 +51,78 @@ class ProgramTest(unittest.TestCase):
             done = self.run_program(*words, root=False)
             self.assertEqual(done.returncode, 2, words)
             self.assertNotEqual(done.stderr, "", words)
+
+    def test_lost_output_is_a_failure(self):
+        for words in (["pages"], ["defaults", "read"], ["lint"], ["inspect"], ["package", "status"], ["--help"]):
+            root = [] if words == ["--help"] else ["--root", self.root]
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([PROGRAM, *words, *root], stdout=full, stderr=subprocess.PIPE, text=True,
+                                      timeout=120, env=self.environment)
+            self.assertEqual(done.returncode, 1, words)
+            self.assertIn("the output was not written: No space left on device", done.stderr)
+
+    def test_a_closed_pipe_ends_it_quietly(self):
+        reading, writing = os.pipe()
+        os.close(reading)
+        done = subprocess.run([PROGRAM, "pages", "--root", self.root], stdout=writing, stderr=subprocess.PIPE,
+                              text=True, timeout=120, env=self.environment)
+        os.close(writing)
+        self.assertNotEqual(done.returncode, 0)
+        self.assertNotIn("not written", done.stderr)
+
+    def test_empty_folders_and_arguments_that_are_not_text_are_wrong_use(self):
+        for words in (["pages", "--root", ""], ["pages", "--bundle", ""]):
+            done = self.run_program(*words, root=False)
+            self.assertEqual(done.returncode, 2, words)
+            self.assertIn("empty", done.stderr)
+        done = subprocess.run([PROGRAM.encode(), b"defaults", b"write", b"enabled", b"a\xff"], capture_output=True,
+                              timeout=120, env=self.environment)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn(b'the argument "a\\xff" is not UTF-8', done.stderr)
+
+    def test_a_terminal_gets_no_control_characters_from_stored_values(self):
+        self.succeed("pages")
+        path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
+        path.write_bytes(plistlib.dumps({"colorSource": "a\0b\x1b[31m\x7f\x9b\u202ec"}, fmt=plistlib.FMT_BINARY))
+        for words in (["defaults", "read", "colorSource"], ["defaults", "read"], ["pages"]):
+            out = self.succeed(*words)
+            for character in "\0\x1b\x7f\x9b\u202e":
+                self.assertNotIn(character, out, words)
+        self.assertEqual(self.succeed("defaults", "read", "colorSource"), "a\\x00b\\x1b[31m\\x7f\\u009b\\u202ec\n")
+        self.assertEqual(json.loads(self.succeed("defaults", "read", "colorSource", "--json"))["value"],
+                         "a\0b\x1b[31m\x7f\x9b\u202ec")
+
+    def test_too_small_limits_are_named(self):
+        for limit, value, word in ((resource.RLIMIT_STACK, 128 * 1024, "stack"), (resource.RLIMIT_NOFILE, 12, "open 12")):
+            done = subprocess.run([PROGRAM, "pages", "--root", self.root], capture_output=True, text=True, timeout=120,
+                                  env=self.environment,
+                                  preexec_fn=lambda limit=limit, value=value: resource.setrlimit(limit, (value, value)))
+            self.assertEqual(done.returncode, 1)
+            self.assertIn(word, done.stderr)
+
+    def test_the_tour_shows_a_binary_file_by_its_values(self):
+        self.succeed("pages")
+        path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
+        path.write_bytes(plistlib.dumps({"enabled": True, "odd": "a\0b"}, fmt=plistlib.FMT_BINARY))
+        out = self.succeed("run", "--no-window", "--no-home-screen", "--pictures", "pictures")
+        changed = out[out.index("What changed"):out.index("What the other process")]
+        self.assertIn("<false/>", changed)
+        self.assertNotIn("bplist", changed)
+
+    def test_lint_performs_nothing_that_a_list_names(self):
+        bundle = os.path.join(self.folder.name, "named.bundle")
+        shutil.copytree(BUNDLE, bundle)
+        path = pathlib.Path(bundle, "Root.plist")
+        root = plistlib.loads(path.read_bytes())
+        for name in ("hash", "release", "dealloc", "respring", "specifiers"):
+            root["items"].append({"cell": "PSLinkListCell", "id": name, "key": name, "get": name,
+                                  "valuesDataSource": name, "titlesDataSource": name})
+        path.write_bytes(plistlib.dumps(root))
+        done = self.run_program("lint", "--bundle", bundle)
+        self.assertEqual(done.returncode, 1)
+        for name in ("hash", "release", "dealloc", "respring", "specifiers"):
+            self.assertIn(f"({name}): error: the method {name} ", done.stdout)
+        self.assertEqual(self.run_program("pages", "--bundle", bundle).returncode, 0)
 
     def test_colour_reads_texts(self):
         self.assertEqual(self.succeed("colour", "hex", "0x00FF00", "#FFF:0.5"),

@@ -4,6 +4,7 @@
 #include <pthread.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <functional>
 
@@ -55,6 +56,9 @@ TEST(Corruption, MakesAFileUnreadableAndNothingWorse) {
   EXPECT_NE(error_of(binary({"\xAF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge count";
   EXPECT_NE(error_of(binary({"\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), "") << "a huge length";
   EXPECT_NE(error_of("bplist00"), "");
+  EXPECT_NE(error_of(binary({"\xA1\x01"s, "\x33\x7F\xF8\0\0\0\0\0\0"s})), "") << "a date of NaN";
+  EXPECT_NE(error_of(binary({"\x33\xFF\xF0\0\0\0\0\0\0"s})), "") << "a date of minus infinity";
+  EXPECT_FALSE(encode(Tree(Date{std::nan("")}), Format::Binary)) << "nor is it written";
   std::string trailer = binary_list;
   trailer[trailer.size() - 16] = '\x7F';
   EXPECT_NE(error_of(trailer), "") << "a root that is not there";

@@ -20,9 +20,13 @@ std::string png(int width, int height) {
 
 class NamedImageTest : public HostTest {
  protected:
-  void save(const char* name, const std::string& bytes) const { write_file(bundle_folder() / name, bytes); }
+  /// Below the root: what opens a bundle by a path from inside finds it there.
+  std::string own_folder() const { return folder_ / "root/test.bundle"; }
+  void save(const char* name, const std::string& bytes) const {
+    write_file(own_folder() + "/" + name, bytes);
+  }
   UIImage named(const char* name) const {
-    const NSBundle bundle = NSBundle::bundleWithPath(NSString(bundle_folder().c_str()));
+    const NSBundle bundle = NSBundle::bundleWithPath(NSString(own_folder().c_str()));
     return UIImage::imageNamed(NSString(name), bundle, NSObject());
   }
   static void display(float scale, graphics::Idiom idiom) {
