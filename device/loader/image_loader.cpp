@@ -170,10 +170,10 @@ Result<std::string_view> slice_for_this_machine(std::string_view file) {
 #endif
   const auto slices = macho::slices_of(file);
   if (!slices) return slices.error();
-  for (const std::string_view slice : *slices) {
-    const auto header = macho::read_at<macho::Header64>(slice, 0);
+  for (const macho::Slice& slice : *slices) {
+    const auto header = macho::read_at<macho::Header64>(slice.bytes, 0);
     const bool plain = header && (header->subtype & macho::kSubtypeMask) != macho::kSubtypeArm64e;
-    if (header && header->magic == macho::kMagic64 && header->cpu == kCpu && plain) return slice;
+    if (header && header->magic == macho::kMagic64 && header->cpu == kCpu && plain) return slice.bytes;
   }
   return Error{"the file has no code for this processor"};
 }

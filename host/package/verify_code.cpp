@@ -188,14 +188,14 @@ void check_code(std::string_view file, Report& report) {
   const auto slices = macho::slices_of(file);
   if (!slices) return report.fail("code", "slices", slices.error().message);
   bool for_every_phone = false;
-  for (const std::string_view slice : *slices) {
-    const auto header = macho::read_at<macho::Header64>(slice, 0);
+  for (const macho::Slice& slice : *slices) {
+    const auto header = macho::read_at<macho::Header64>(slice.bytes, 0);
     for_every_phone |=
         header && header->cpu == macho::kCpuArm64 && (header->subtype & macho::kSubtypeMask) == 0;
   }
   report.judge("code", "slices", for_every_phone ? "" : "there is no arm64 slice",
                std::to_string(slices->size()));
-  for (const std::string_view slice : *slices) check_slice(slice, report);
+  for (const macho::Slice& slice : *slices) check_slice(slice.bytes, report);
 }
 
 }  // namespace wispen::package
