@@ -14,9 +14,16 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "" FORCE)
 endif()
 
+# Lines and functions for backtraces; what a debugger wants beyond that costs a third of the build's time and most
+# of the library's size. `cmake --preset default -D CMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -g"` gives it back.
+if(NOT CMAKE_CXX_FLAGS_RELWITHDEBINFO OR CMAKE_CXX_FLAGS_RELWITHDEBINFO STREQUAL "-O2 -g -DNDEBUG")
+  set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
+endif()
+
 option(WISPEN_BUILD_TESTS "Build the tests" ON)
 option(WISPEN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(WISPEN_BUILD_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
+option(WISPEN_ARM64E "Build the slice for phones from A12 on (needs clang 22)" ON)
 set(WISPEN_SANITIZE "" CACHE STRING "Comma-separated sanitizers, as -fsanitize takes them")
 set(WISPEN_OUTPUT_DIR ${CMAKE_BINARY_DIR}/out CACHE PATH "Where programs, libraries and the bundle go")
 
