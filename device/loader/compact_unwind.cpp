@@ -60,6 +60,11 @@ class Rules {
     }
     return *this;
   }
+  /// From here on the return address is signed.
+  Rules& signed_return() {
+    bytes_.byte(0x2D);  // DW_CFA_AARCH64_negate_ra_state
+    return *this;
+  }
   const std::string& text() const { return bytes_.text(); }
 
  private:
@@ -91,12 +96,14 @@ std::optional<std::string> rules_x86_64(std::uint32_t code) {
   return std::nullopt;
 }
 
-/// arm64: fp 29, lr 30, sp 31, d8 is 72. Registers are saved in pairs.
-std::optional<std::string> rules_arm64(std::uint32_t code) {
+/// arm64: fp 29, lr 30, sp 31, d8 is 72. Registers are saved in pairs. Each frame of arm64e code has a signed
+/// return address.
+std::optional<std::string> rules_arm64(std::uint32_t code, bool arm64e) {
   Rules rules;
   std::uint64_t next = 1;
   if ((code & kUnwindModeMask) == macho::kUnwindArm64Frame) {
     rules.frame(29, 16).saved(30, 1).saved(29, 2);
+    if (arm64e) rules.signed_return();
     next = 3;
   } else if ((code & kUnwindModeMask) == macho::kUnwindArm64Frameless) {
     rules.frame(31, static_cast<std::uint64_t>(code >> 12 & 0xFFF) * 16);
@@ -120,6 +127,8 @@ std::optional<std::string> rules_arm64(std::uint32_t code) {
   return rules.text();
 }
 
+bool is_arm64e(const macho::Image& image) { return image.architecture() == "arm64e"; }
+
 /// Writes the section, record by record.
 class Frames {
  public:
@@ -133,7 +142,9 @@ class Frames {
     const bool arm = image_.cpu == macho::kCpuArm64;
     Bytes body;
     body.raw(std::uint32_t{0}).byte(1);
-    body.append(personality != 0 ? std::string("zPLR\0", 5) : std::string("zR\0", 3));
+    body.append(personality != 0 ? "zPLR" : "zR");
+    if (is_arm64e(image_)) body.append("B");  // with key IB
+    body.byte(0);
     body.uleb(1).byte(0x78);  // code in bytes, data in words downwards
     body.uleb(arm ? 30 : 16);
     if (personality != 0) {
@@ -178,16 +189,20 @@ class Frames {
 
 }  // namespace
 
-Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base) {
+Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base,
+                                 std::uintptr_t authenticating_personality) {
   const auto table = macho::read_unwind_table(image);
   if (!table) return table.error();
   if (table->functions.empty()) return std::string();
 
+  const bool arm64e = is_arm64e(image);
+  if (arm64e && table->personalities.size() > 1)
+    return Error{"the image has several personality functions, of which only one could be authenticated"};
   Frames frames(image);
   for (const macho::UnwindTable::Function& function : table->functions) {
     if (function.size == 0 || !macho::fits(function.offset, function.size, image.memory_size())) continue;
     const auto rules =
-        image.cpu == macho::kCpuArm64 ? rules_arm64(function.code) : rules_x86_64(function.code);
+        image.cpu == macho::kCpuArm64 ? rules_arm64(function.code, arm64e) : rules_x86_64(function.code);
     if (!rules) continue;
     std::uintptr_t personality = 0;
     std::optional<std::uint64_t> lsda;
@@ -197,8 +212,12 @@ Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base)
       if (!offset || !macho::fits(*place, 8, image.memory_size()) || *offset >= image.memory_size()) {
         return Error{"the table of unwinding codes leads out of the image"};
       }
-      // The pointer was bound already: it lies in the image's own table of imports.
-      std::memcpy(&personality, reinterpret_cast<const void*>(base + *place), sizeof personality);
+      if (arm64e) {
+        personality = authenticating_personality;
+      } else {
+        // The pointer was bound already: it lies in the image's own table of imports.
+        std::memcpy(&personality, reinterpret_cast<const void*>(base + *place), sizeof personality);
+      }
       lsda = base + *offset;
     }
     frames.function(frames.common(personality), base + function.offset, function.size, lsda, *rules);
