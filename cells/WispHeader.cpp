@@ -15,7 +15,6 @@ constexpr UIViewAutoresizing kFlexibleSize =
 
 UILabel make_label(const CGRect& frame) {
   const UILabel label = UILabel::alloc().initWithFrame(frame);
-  label.layoutIfNeeded();
   label.setNumberOfLines(1);
   label.setAutoresizingMask(kFlexibleSize);
   return label;
@@ -23,6 +22,7 @@ UILabel make_label(const CGRect& frame) {
 
 UILabel make_title(const CGRect& frame) {
   const UILabel title = make_label(frame);
+  title.layoutIfNeeded();
   title.setFont(UIFont::fontWithName("HelveticaNeue-Light"_ns, 34));
   title.setTextColor(palette::accent());
   const NSMutableAttributedString name = NSMutableAttributedString::alloc().initWithString("WISPEN"_ns);

@@ -176,10 +176,10 @@ void XXXLabeledSliderCell::refreshCellContentsWithSpecifier(const PSSpecifier& s
 void XXXLabeledSliderCell::define() {
   using Self = XXXLabeledSliderCell;
   objc::Class<Self>()
-      .variable<"_stackView", UIStackView>()
-      .variable<"_sliderStackView", UIStackView>()
-      .variable<"_sliderLabel", UILabel>()
-      .variable<"_valueLabel", UILabel>()
+      .variable(kStackView)
+      .variable(kSliderStackView)
+      .variable(kSliderLabel)
+      .variable(kValueLabel)
       .initializer<"initWithStyle:reuseIdentifier:specifier:", &Self::initWithStyle>()
       .method<"infoButtonTapped", &Self::infoButtonTapped>()
       .method<"setCustomSliderValue", &Self::setCustomSliderValue>()

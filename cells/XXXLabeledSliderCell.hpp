@@ -25,10 +25,15 @@ class XXXLabeledSliderCell : public objc::Authored<XXXLabeledSliderCell, PSSlide
   void refreshCellContentsWithSpecifier(const PSSpecifier& specifier) const;
 
  private:
-  UIStackView& stack() const { return variable<UIStackView, "_stackView">(); }
-  UIStackView& slider_row() const { return variable<UIStackView, "_sliderStackView">(); }
-  UILabel& title() const { return variable<UILabel, "_sliderLabel">(); }
-  UILabel& value_label() const { return variable<UILabel, "_valueLabel">(); }
+  static constexpr objc::InstanceVariable<"_stackView", UIStackView> kStackView{};
+  static constexpr objc::InstanceVariable<"_sliderStackView", UIStackView> kSliderStackView{};
+  static constexpr objc::InstanceVariable<"_sliderLabel", UILabel> kSliderLabel{};
+  static constexpr objc::InstanceVariable<"_valueLabel", UILabel> kValueLabel{};
+
+  UIStackView& stack() const { return variable(kStackView); }
+  UIStackView& slider_row() const { return variable(kSliderStackView); }
+  UILabel& title() const { return variable(kSliderLabel); }
+  UILabel& value_label() const { return variable(kValueLabel); }
 
   void make_labels(const PSSpecifier& specifier) const;
   void make_stacks() const;

@@ -18,7 +18,7 @@ XXXSegmentTableImageCell XXXSegmentTableImageCell::initWithStyle(
 
 void XXXSegmentTableImageCell::refreshCellContentsWithSpecifier(const PSSpecifier& specifier) const {
   super<"refreshCellContentsWithSpecifier:">(specifier);
-  const auto values = objc::perform<NSArray>(specifier, objc::selector<"values">());
+  const auto values = specifier.performSelector<NSArray>(objc::selector<"values">());
   const NSDictionary titles = specifier.titleDictionary();
   for (NSUInteger i = 0, count = values.count(); i < count; ++i) {
     const NSObject value = values.objectAtIndex(i);
@@ -33,7 +33,7 @@ void XXXSegmentTableImageCell::refreshCellContentsWithSpecifier(const PSSpecifie
 void XXXSegmentTableImageCell::define() {
   using Self = XXXSegmentTableImageCell;
   objc::Class<Self>()
-      .variable<"_bundle", NSBundle>()
+      .variable(kBundle)
       .initializer<"initWithStyle:reuseIdentifier:specifier:", &Self::initWithStyle>()
       .method<"refreshCellContentsWithSpecifier:", &Self::refreshCellContentsWithSpecifier>()
       .register_class();

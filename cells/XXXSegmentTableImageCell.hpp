@@ -19,7 +19,9 @@ class XXXSegmentTableImageCell : public objc::Authored<XXXSegmentTableImageCell,
   void refreshCellContentsWithSpecifier(const PSSpecifier& specifier) const;
 
  private:
-  NSBundle& image_bundle() const { return variable<NSBundle, "_bundle">(); }
+  static constexpr objc::InstanceVariable<"_bundle", NSBundle> kBundle{};
+
+  NSBundle& image_bundle() const { return variable(kBundle); }
 };
 
 }  // namespace wispen

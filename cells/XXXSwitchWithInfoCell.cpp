@@ -47,7 +47,7 @@ void XXXSwitchWithInfoCell::refreshCellContentsWithSpecifier(const PSSpecifier& 
 void XXXSwitchWithInfoCell::define() {
   using Self = XXXSwitchWithInfoCell;
   objc::Class<Self>()
-      .variable<"_infoButton", UIButton>()
+      .variable(kInfoButton)
       .initializer<"initWithStyle:reuseIdentifier:specifier:", &Self::initWithStyle>()
       .method<"infoButtonTapped", &Self::infoButtonTapped>()
       .method<"tintColorDidChange", &Self::tintColorDidChange>()

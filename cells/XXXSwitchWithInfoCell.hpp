@@ -19,7 +19,9 @@ class XXXSwitchWithInfoCell : public objc::Authored<XXXSwitchWithInfoCell, PSSwi
   void refreshCellContentsWithSpecifier(const PSSpecifier& specifier) const;
 
  private:
-  UIButton& info_button() const { return variable<UIButton, "_infoButton">(); }
+  static constexpr objc::InstanceVariable<"_infoButton", UIButton> kInfoButton{};
+
+  UIButton& info_button() const { return variable(kInfoButton); }
 };
 
 }  // namespace wispen

@@ -23,7 +23,7 @@ foreach(compiler WISPEN_DEVICE_CXX WISPEN_ARM64E_CXX)
   execute_process(COMMAND ${${compiler}} -print-resource-dir
                   OUTPUT_VARIABLE resources OUTPUT_STRIP_TRAILING_WHITESPACE)
   set(${compiler}_COMMAND ${CMAKE_CXX_COMPILER_LAUNCHER} ${${compiler}}
-    -std=c++20 -Os -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wnon-virtual-dtor
+    -std=c++20 -Os -DNDEBUG -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wnon-virtual-dtor
     -fno-omit-frame-pointer -fvisibility=hidden -fvisibility-inlines-hidden
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
     -nostdinc -nostdinc++

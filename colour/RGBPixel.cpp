@@ -6,10 +6,10 @@ namespace wispen {
 
 void RGBPixel::define() {
   objc::Class<RGBPixel>()
-      .variable<"_r", int>()
-      .variable<"_g", int>()
-      .variable<"_b", int>()
-      .variable<"_d", int>()
+      .variable(kRed)
+      .variable(kGreen)
+      .variable(kBlue)
+      .variable(kCount)
       .method<"r", &RGBPixel::r>()
       .method<"g", &RGBPixel::g>()
       .method<"b", &RGBPixel::b>()

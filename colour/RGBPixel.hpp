@@ -13,14 +13,20 @@ class RGBPixel : public objc::Authored<RGBPixel, NSObject> {
 
   static void define();
 
-  int r() const { return variable<int, "_r">(); }
-  int g() const { return variable<int, "_g">(); }
-  int b() const { return variable<int, "_b">(); }
-  int d() const { return variable<int, "_d">(); }
-  void setR(int value) const { variable<int, "_r">() = value; }
-  void setG(int value) const { variable<int, "_g">() = value; }
-  void setB(int value) const { variable<int, "_b">() = value; }
-  void setD(int value) const { variable<int, "_d">() = value; }
+  int r() const { return variable(kRed); }
+  int g() const { return variable(kGreen); }
+  int b() const { return variable(kBlue); }
+  int d() const { return variable(kCount); }
+  void setR(int value) const { variable(kRed) = value; }
+  void setG(int value) const { variable(kGreen) = value; }
+  void setB(int value) const { variable(kBlue) = value; }
+  void setD(int value) const { variable(kCount) = value; }
+
+ private:
+  static constexpr objc::InstanceVariable<"_r", int> kRed{};
+  static constexpr objc::InstanceVariable<"_g", int> kGreen{};
+  static constexpr objc::InstanceVariable<"_b", int> kBlue{};
+  static constexpr objc::InstanceVariable<"_d", int> kCount{};
 };
 
 }  // namespace wispen

@@ -74,9 +74,16 @@ NSMutableArray WispBaseController::dynamicSpecifiersFromPlist(const NSString& na
 }
 
 void WispBaseController::updateSpecifiers() const {
-  int i = 0;
+  // Before the first filtered build there is nothing to bring in line, and asking for the shown rows would
+  // load them.
+  if (savedSpecifiers().count() > 0) show_visible_rows();
+  if (isKindOfClass(objc::class_for<WispRootListController>())) reloadSpecifiers();
+}
+
+void WispBaseController::show_visible_rows() const {
   const NSArray saved = savedSpecifiers();
   ShownRows shown(*this);
+  int i = 0;
   for (NSUInteger position = 0, count = saved.count(); position < count; ++position, ++i) {
     const auto specifier = saved.objectAtIndex<PSSpecifier>(position);
     const bool visible = is_visible(specifier);
@@ -92,27 +99,26 @@ void WispBaseController::updateSpecifiers() const {
     anchor = shown.contains(anchor) ? saved.objectAtIndex<PSSpecifier>(predecessor) : shown.last();
     if (visible) shown.insert(specifier, anchor);
   }
-  if (isKindOfClass(objc::class_for<WispRootListController>())) reloadSpecifiers();
 }
 
-NSArray WispBaseController::savedSpecifiers() const { return variable<NSArray, "_savedSpecifiers">(); }
+NSArray WispBaseController::savedSpecifiers() const { return variable(kSavedSpecifiers); }
 
 void WispBaseController::setSavedSpecifiers(const NSArray& specifiers) const {
-  variable<NSArray, "_savedSpecifiers">() = specifiers;
+  variable(kSavedSpecifiers) = specifiers;
 }
 
 void WispBaseController::define() {
   objc::Class<WispBaseController> page;
-  page.variable<"_label", UILabel>()
-      .variable<"_underLabel", UILabel>()
-      .variable<"headerView1", UIView>()
-      .variable<"headerView2", UIView>()
-      .variable<"iconImageView", UIImageView>()
-      .variable<"headerImageView", UIImageView>()
-      .variable<"headerImageView2", UIImageView>()
-      .variable<"changelogController", OBWelcomeController>()
-      .variable<"changelogController2", OBWelcomeController>()
-      .variable<"_savedSpecifiers", NSArray>()
+  page.variable(kLabel)
+      .variable(kUnderLabel)
+      .variable(kHeaderView1)
+      .variable(kHeaderView2)
+      .variable(kIconImageView)
+      .variable(kHeaderImageView)
+      .variable(kHeaderImageView2)
+      .variable(kChangelogController)
+      .variable(kChangelogController2)
+      .variable(kSavedSpecifiers)
       .method<"specifiers", &WispBaseController::specifiers>()
       .method<"dynamicSpecifiersFromPlist:", &WispBaseController::dynamicSpecifiersFromPlist>()
       .method<"updateSpecifiers", &WispBaseController::updateSpecifiers>()

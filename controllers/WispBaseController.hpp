@@ -47,17 +47,26 @@ class WispBaseController : public objc::Authored<WispBaseController, PSListContr
   void respring() const;
 
  private:
-  UIView& banner() const { return variable<UIView, "headerView1">(); }
-  UIView& second_banner() const { return variable<UIView, "headerView2">(); }
-  UIImageView& icon_view() const { return variable<UIImageView, "iconImageView">(); }
-  UIImageView& banner_image() const { return variable<UIImageView, "headerImageView">(); }
-  UIImageView& second_banner_image() const { return variable<UIImageView, "headerImageView2">(); }
-  OBWelcomeController& feature_sheet() const {
-    return variable<OBWelcomeController, "changelogController">();
-  }
-  OBWelcomeController& changelog_sheet() const {
-    return variable<OBWelcomeController, "changelogController2">();
-  }
+  static constexpr objc::InstanceVariable<"_label", UILabel> kLabel{};
+  static constexpr objc::InstanceVariable<"_underLabel", UILabel> kUnderLabel{};
+  static constexpr objc::InstanceVariable<"headerView1", UIView> kHeaderView1{};
+  static constexpr objc::InstanceVariable<"headerView2", UIView> kHeaderView2{};
+  static constexpr objc::InstanceVariable<"iconImageView", UIImageView> kIconImageView{};
+  static constexpr objc::InstanceVariable<"headerImageView", UIImageView> kHeaderImageView{};
+  static constexpr objc::InstanceVariable<"headerImageView2", UIImageView> kHeaderImageView2{};
+  static constexpr objc::InstanceVariable<"changelogController", OBWelcomeController> kChangelogController{};
+  static constexpr objc::InstanceVariable<"changelogController2", OBWelcomeController>
+      kChangelogController2{};
+  static constexpr objc::InstanceVariable<"_savedSpecifiers", NSArray> kSavedSpecifiers{};
+
+  UIView& banner() const { return variable(kHeaderView1); }
+  UIView& second_banner() const { return variable(kHeaderView2); }
+  UIImageView& icon_view() const { return variable(kIconImageView); }
+  UIImageView& banner_image() const { return variable(kHeaderImageView); }
+  UIImageView& second_banner_image() const { return variable(kHeaderImageView2); }
+  OBWelcomeController& feature_sheet() const { return variable(kChangelogController); }
+  OBWelcomeController& changelog_sheet() const { return variable(kChangelogController2); }
+  void show_visible_rows() const;
   bool is_visible(const PSSpecifier& specifier) const {
     return objc::send<"isSpecifierVisible:", bool>(*this, specifier);
   }

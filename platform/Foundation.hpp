@@ -40,6 +40,11 @@ class NSObject : public objc::Object {
   bool isEqual(const objc::Object& other) const { return objc::send<"isEqual:", bool>(*this, other); }
   bool isKindOfClass(objc::ClassRef cls) const { return objc::send<"isKindOfClass:", bool>(*this, cls); }
   bool respondsToSelector(objc::Selector selector) const { return objc::responds_to(*this, selector); }
+  /// Calls a method without arguments that gives an object; raises where the object does not answer it.
+  template <class R>
+  R performSelector(objc::Selector selector) const {
+    return objc::send<"performSelector:", R>(*this, selector);
+  }
   NSUInteger hash() const { return objc::send<"hash", NSUInteger>(*this); }
   NSUInteger retainCount() const { return objc::send<"retainCount", NSUInteger>(*this); }
   NSString description() const;
@@ -47,6 +52,7 @@ class NSObject : public objc::Object {
 
 class NSString : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSString"};
   using NSObject::NSObject;
   NSString() = default;
@@ -109,6 +115,7 @@ inline NSString NSObject::description() const { return objc::send<"description",
 
 class NSException : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSException"};
   using NSObject::NSObject;
 
@@ -122,6 +129,7 @@ class NSException : public NSObject {
 
 class NSNumber : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSNumber"};
   using NSObject::NSObject;
 
@@ -157,6 +165,7 @@ class NSNumber : public NSObject {
 
 class NSData : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSData"};
   using NSObject::NSObject;
 
@@ -169,6 +178,7 @@ class NSData : public NSObject {
 
 class NSDate : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSDate"};
   using NSObject::NSObject;
 
@@ -183,6 +193,7 @@ class NSDate : public NSObject {
 
 class NSEnumerator : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSEnumerator"};
   using NSObject::NSObject;
 
@@ -197,6 +208,7 @@ class NSMutableArray;
 
 class NSArray : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSArray"};
   using NSObject::NSObject;
 
@@ -236,6 +248,7 @@ class NSArray : public NSObject {
 
 class NSMutableArray : public NSArray {
  public:
+  using Base = NSArray;
   static constexpr objc::FixedString kClass{"NSMutableArray"};
   using NSArray::NSArray;
 
@@ -262,6 +275,7 @@ class NSMutableDictionary;
 
 class NSDictionary : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSDictionary"};
   using NSObject::NSObject;
 
@@ -294,6 +308,7 @@ class NSDictionary : public NSObject {
 
 class NSMutableDictionary : public NSDictionary {
  public:
+  using Base = NSDictionary;
   static constexpr objc::FixedString kClass{"NSMutableDictionary"};
   using NSDictionary::NSDictionary;
 
@@ -317,6 +332,7 @@ inline NSMutableDictionary NSDictionary::mutableCopy() const {
 
 class NSMutableSet : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSMutableSet"};
   using NSObject::NSObject;
 
@@ -332,6 +348,7 @@ class NSMutableSet : public NSObject {
 
 class NSUserDefaults : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSUserDefaults"};
   using NSObject::NSObject;
 
@@ -341,6 +358,7 @@ class NSUserDefaults : public NSObject {
 
 class NSBundle : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSBundle"};
   using NSObject::NSObject;
 

@@ -6,6 +6,7 @@
 /// A sheet with an icon, a title, a line of text, and a list of items.
 class OBWelcomeController : public UIViewController {
  public:
+  using Base = UIViewController;
   static constexpr objc::FixedString kClass{"OBWelcomeController"};
   using UIViewController::UIViewController;
 

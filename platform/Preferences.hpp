@@ -7,6 +7,7 @@
 /// One row, or the head of a group of rows: what a dictionary of a specifier list says.
 class PSSpecifier : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"PSSpecifier"};
   using NSObject::NSObject;
 
@@ -40,6 +41,7 @@ class PSSpecifier : public NSObject {
 /// A page that lists specifiers.
 class PSListController : public UIViewController {
  public:
+  using Base = UIViewController;
   static constexpr objc::FixedString kClass{"PSListController"};
   using UIViewController::UIViewController;
 
@@ -63,17 +65,17 @@ class PSListController : public UIViewController {
   NSBundle bundle() const { return objc::send<"bundle", NSBundle>(*this); }
 
  protected:
-  /// The framework's own variable `_specifiers`: the list that is shown, nil until it is built.
+  static constexpr objc::InstanceVariable<"_specifiers", NSMutableArray> kSpecifiers{};
+  /// The framework's own variable: the list that is shown, nil until it is built.
   NSMutableArray& specifiers_variable() const {
-    static const std::ptrdiff_t offset =
-        objc::detail::offset_of(objc::class_for<PSListController>().borrow(), "_specifiers");
-    return *objc::detail::at<NSMutableArray>(objc::borrow(*this), offset);
+    return objc::variable_of<PSListController>(*this, kSpecifiers);
   }
 };
 
 /// A row of a page, in the table.
 class PSTableCell : public UITableViewCell {
  public:
+  using Base = UITableViewCell;
   static constexpr objc::FixedString kClass{"PSTableCell"};
   using UITableViewCell::UITableViewCell;
 
@@ -89,6 +91,7 @@ class PSTableCell : public UITableViewCell {
 /// A row with a control, through which its value is set.
 class PSControlTableCell : public PSTableCell {
  public:
+  using Base = PSTableCell;
   static constexpr objc::FixedString kClass{"PSControlTableCell"};
   using PSTableCell::PSTableCell;
 
@@ -100,18 +103,21 @@ class PSControlTableCell : public PSTableCell {
 
 class PSSwitchTableCell : public PSControlTableCell {
  public:
+  using Base = PSControlTableCell;
   static constexpr objc::FixedString kClass{"PSSwitchTableCell"};
   using PSControlTableCell::PSControlTableCell;
 };
 
 class PSSliderTableCell : public PSControlTableCell {
  public:
+  using Base = PSControlTableCell;
   static constexpr objc::FixedString kClass{"PSSliderTableCell"};
   using PSControlTableCell::PSControlTableCell;
 };
 
 class PSSegmentTableCell : public PSControlTableCell {
  public:
+  using Base = PSControlTableCell;
   static constexpr objc::FixedString kClass{"PSSegmentTableCell"};
   using PSControlTableCell::PSControlTableCell;
 };

@@ -18,6 +18,7 @@
 
 #include "platform/objc/block.hpp"
 #include "platform/objc/class.hpp"
+#include "platform/objc/method_replacement.hpp"
 
 extern "C" {
 void wispen_loader_msg_send();

@@ -302,7 +302,7 @@ NSArray ListController::specifierChanges() const {
 
 void ListController::define() {
   objc::Class<ListController> page;
-  page.variable<"_specifiers", NSMutableArray>()
+  page.variable(kSpecifiers)
       .state<ListControllerState>()
       .method<"specifiers", &ListController::specifiers>()
       .method<"setSpecifiers:", &ListController::setSpecifiers>()

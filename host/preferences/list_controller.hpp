@@ -109,7 +109,8 @@ class ListController : public objc::Authored<ListController, PageController> {
   friend struct ListTable;
   static void define_table(objc::Class<ListController>& page);
   ListControllerState& parts() const;
-  NSMutableArray& list() const { return variable<NSMutableArray, "_specifiers">(); }
+  static constexpr objc::InstanceVariable<"_specifiers", NSMutableArray> kSpecifiers{};
+  NSMutableArray& list() const { return variable(kSpecifiers); }
   NSMutableArray shown() const;
   void record(ListChange::Kind kind, std::size_t index, const PSSpecifier& specifier, bool animated) const;
   void insert(const PSSpecifier& specifier, std::size_t index, bool animated) const;

@@ -34,7 +34,7 @@ class ListReader {
     Specifier specifier = Specifier::make(translated(text(item, "label"_ns)), *type);
     specifier.setTarget(target_);
     specifier.setProperties(item);
-    specifier.setPropertyForKey(name_, "localizationTable"_ns);
+    if (!text(item, "localizationTable"_ns)) specifier.setPropertyForKey(name_, "localizationTable"_ns);
     translate_properties(specifier);
     bind_selectors(specifier, item);
     read_choices(specifier, item);

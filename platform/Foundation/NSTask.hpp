@@ -5,6 +5,7 @@
 
 class NSFileHandle : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSFileHandle"};
   using NSObject::NSObject;
 
@@ -15,6 +16,7 @@ class NSFileHandle : public NSObject {
 
 class NSPipe : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSPipe"};
   using NSObject::NSObject;
 
@@ -26,6 +28,7 @@ class NSPipe : public NSObject {
 
 class NSTask : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSTask"};
   using NSObject::NSObject;
 

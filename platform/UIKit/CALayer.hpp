@@ -14,6 +14,7 @@ inline constexpr CACornerMask kCALayerMaxXMaxYCorner = 8;
 /// Lengths are points.
 class CALayer : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"CALayer"};
   using NSObject::NSObject;
 

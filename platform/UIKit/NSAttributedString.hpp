@@ -22,6 +22,7 @@ class NSMutableAttributedString;
 
 class NSAttributedString : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSAttributedString"};
   using NSObject::NSObject;
 
@@ -51,6 +52,7 @@ class NSAttributedString : public NSObject {
 
 class NSMutableAttributedString : public NSAttributedString {
  public:
+  using Base = NSAttributedString;
   static constexpr objc::FixedString kClass{"NSMutableAttributedString"};
   using NSAttributedString::NSAttributedString;
 

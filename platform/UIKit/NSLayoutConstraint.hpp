@@ -12,6 +12,7 @@ inline constexpr UILayoutPriority UILayoutPriorityDefaultLow = 250;
 
 class NSLayoutConstraint : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSLayoutConstraint"};
   using NSObject::NSObject;
 
@@ -38,6 +39,7 @@ class NSLayoutConstraint : public NSObject {
 /// One edge, centre line or size of a view.
 class NSLayoutAnchor : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSLayoutAnchor"};
   using NSObject::NSObject;
 
@@ -66,18 +68,21 @@ class NSLayoutAnchor : public NSObject {
 
 class NSLayoutXAxisAnchor : public NSLayoutAnchor {
  public:
+  using Base = NSLayoutAnchor;
   static constexpr objc::FixedString kClass{"NSLayoutXAxisAnchor"};
   using NSLayoutAnchor::NSLayoutAnchor;
 };
 
 class NSLayoutYAxisAnchor : public NSLayoutAnchor {
  public:
+  using Base = NSLayoutAnchor;
   static constexpr objc::FixedString kClass{"NSLayoutYAxisAnchor"};
   using NSLayoutAnchor::NSLayoutAnchor;
 };
 
 class NSLayoutDimension : public NSLayoutAnchor {
  public:
+  using Base = NSLayoutAnchor;
   static constexpr objc::FixedString kClass{"NSLayoutDimension"};
   using NSLayoutAnchor::NSLayoutAnchor;
 

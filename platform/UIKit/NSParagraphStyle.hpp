@@ -19,6 +19,7 @@ class NSMutableParagraphStyle;
 
 class NSParagraphStyle : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSParagraphStyle"};
   using NSObject::NSObject;
 
@@ -36,6 +37,7 @@ class NSParagraphStyle : public NSObject {
 
 class NSMutableParagraphStyle : public NSParagraphStyle {
  public:
+  using Base = NSParagraphStyle;
   static constexpr objc::FixedString kClass{"NSMutableParagraphStyle"};
   using NSParagraphStyle::NSParagraphStyle;
 

@@ -9,6 +9,7 @@ enum class UIAlertActionStyle : NSInteger { Default = 0, Cancel = 1, Destructive
 
 class UIAlertAction : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIAlertAction"};
   using NSObject::NSObject;
 
@@ -26,6 +27,7 @@ class UIAlertAction : public NSObject {
 
 class UIAlertController : public UIViewController {
  public:
+  using Base = UIViewController;
   static constexpr objc::FixedString kClass{"UIAlertController"};
   using UIViewController::UIViewController;
 

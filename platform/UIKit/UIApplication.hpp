@@ -5,6 +5,7 @@
 
 class UIWindow : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIWindow"};
   using UIView::UIView;
   static UIViewAllocated<UIWindow> alloc() { return UIViewAllocated<UIWindow>(objc::allocate<UIWindow>()); }
@@ -23,6 +24,7 @@ inline UIWindow UIView::window() const { return objc::send<"window", UIWindow>(*
 
 class UIApplication : public UIResponder {
  public:
+  using Base = UIResponder;
   static constexpr objc::FixedString kClass{"UIApplication"};
   using UIResponder::UIResponder;
 
@@ -36,6 +38,7 @@ class UIApplication : public UIResponder {
 
 class UIScreen : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIScreen"};
   using NSObject::NSObject;
 
@@ -50,6 +53,7 @@ enum class UIUserInterfaceIdiom : NSInteger { Unspecified = -1, Phone = 0, Pad =
 
 class UIDevice : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIDevice"};
   using NSObject::NSObject;
 

@@ -17,6 +17,7 @@ enum class UIButtonType : NSInteger {
 
 class UIButton : public UIControl {
  public:
+  using Base = UIControl;
   static constexpr objc::FixedString kClass{"UIButton"};
   using UIControl::UIControl;
 

@@ -6,6 +6,7 @@
 
 class UIColor : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIColor"};
   using NSObject::NSObject;
 

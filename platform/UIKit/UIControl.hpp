@@ -21,6 +21,7 @@ inline constexpr UIControlState UIControlStateSelected = 4;
 
 class UIControl : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIControl"};
   using UIView::UIView;
   static UIViewAllocated<UIControl> alloc() {

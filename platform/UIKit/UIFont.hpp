@@ -34,6 +34,7 @@ extern const UIFontTextStyle UIFontTextStyleCaption2;
 
 class UIFont : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIFont"};
   using NSObject::NSObject;
 

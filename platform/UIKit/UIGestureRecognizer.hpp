@@ -25,6 +25,7 @@ class UIGestureRecognizerAllocated : public objc::Allocated<T> {
 
 class UIGestureRecognizer : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIGestureRecognizer"};
   using NSObject::NSObject;
 
@@ -42,6 +43,7 @@ class UIGestureRecognizer : public NSObject {
 
 class UITapGestureRecognizer : public UIGestureRecognizer {
  public:
+  using Base = UIGestureRecognizer;
   static constexpr objc::FixedString kClass{"UITapGestureRecognizer"};
   using UIGestureRecognizer::UIGestureRecognizer;
   using Allocated = UIGestureRecognizerAllocated<UITapGestureRecognizer>;

@@ -23,6 +23,7 @@ enum class UIImageResizingMode : NSInteger { Tile = 0, Stretch = 1 };
 
 class UIImage : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIImage"};
   using NSObject::NSObject;
 

@@ -20,12 +20,14 @@ enum class UIImageSymbolScale : NSInteger { Default = -1, Unspecified = 0, Small
 
 class UIImageConfiguration : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIImageConfiguration"};
   using NSObject::NSObject;
 };
 
 class UIImageSymbolConfiguration : public UIImageConfiguration {
  public:
+  using Base = UIImageConfiguration;
   static constexpr objc::FixedString kClass{"UIImageSymbolConfiguration"};
   using UIImageConfiguration::UIImageConfiguration;
 

@@ -6,6 +6,7 @@
 
 class UIImageView : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIImageView"};
   using UIView::UIView;
 

@@ -8,6 +8,7 @@
 
 class UILabel : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UILabel"};
   using UIView::UIView;
   static UIViewAllocated<UILabel> alloc() { return UIViewAllocated<UILabel>(objc::allocate<UILabel>()); }

@@ -5,6 +5,7 @@
 
 class UINavigationBar : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UINavigationBar"};
   using UIView::UIView;
 
@@ -18,6 +19,7 @@ class UINavigationBar : public UIView {
 /// What the bar shows for one page.
 class UINavigationItem : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UINavigationItem"};
   using NSObject::NSObject;
 
@@ -32,6 +34,7 @@ class UINavigationItem : public NSObject {
 
 class UINavigationController : public UIViewController {
  public:
+  using Base = UIViewController;
   static constexpr objc::FixedString kClass{"UINavigationController"};
   using UIViewController::UIViewController;
 

@@ -5,6 +5,7 @@
 
 class UIResponder : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIResponder"};
   using NSObject::NSObject;
 

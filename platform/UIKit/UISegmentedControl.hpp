@@ -9,6 +9,7 @@ inline constexpr NSInteger UISegmentedControlNoSegment = -1;
 /// A segment shows a title or an image: what is set last. An index beyond the last segment means the last.
 class UISegmentedControl : public UIControl {
  public:
+  using Base = UIControl;
   static constexpr objc::FixedString kClass{"UISegmentedControl"};
   using UIControl::UIControl;
 

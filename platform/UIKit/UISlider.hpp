@@ -6,6 +6,7 @@
 
 class UISlider : public UIControl {
  public:
+  using Base = UIControl;
   static constexpr objc::FixedString kClass{"UISlider"};
   using UIControl::UIControl;
   static UIViewAllocated<UISlider> alloc() { return UIViewAllocated<UISlider>(objc::allocate<UISlider>()); }

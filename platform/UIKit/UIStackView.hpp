@@ -24,6 +24,7 @@ enum class UIStackViewAlignment : NSInteger {
 
 class UIStackView : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIStackView"};
   using UIView::UIView;
 

@@ -6,6 +6,7 @@
 /// 51 by 31 points, whatever frame it is given.
 class UISwitch : public UIControl {
  public:
+  using Base = UIControl;
   static constexpr objc::FixedString kClass{"UISwitch"};
   using UIControl::UIControl;
   static UIViewAllocated<UISwitch> alloc() { return UIViewAllocated<UISwitch>(objc::allocate<UISwitch>()); }

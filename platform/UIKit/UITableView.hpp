@@ -19,6 +19,7 @@ enum class UITableViewRowAnimation : NSInteger { Fade = 0, None = 5, Automatic =
 /// The place of a row.
 class NSIndexPath : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"NSIndexPath"};
   using NSObject::NSObject;
 
@@ -32,6 +33,7 @@ class NSIndexPath : public NSObject {
 
 class UITableViewCell : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UITableViewCell"};
   using UIView::UIView;
 
@@ -53,6 +55,7 @@ class UITableViewCell : public UIView {
 
 class UIScrollView : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIScrollView"};
   using UIView::UIView;
 
@@ -65,6 +68,7 @@ class UIScrollView : public UIView {
 
 class UITableView : public UIScrollView {
  public:
+  using Base = UIScrollView;
   static constexpr objc::FixedString kClass{"UITableView"};
   using UIScrollView::UIScrollView;
 

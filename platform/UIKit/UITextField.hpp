@@ -19,6 +19,7 @@ enum class UIKeyboardType : NSInteger {
 
 class UITextField : public UIControl {
  public:
+  using Base = UIControl;
   static constexpr objc::FixedString kClass{"UITextField"};
   using UIControl::UIControl;
   static UIViewAllocated<UITextField> alloc() {

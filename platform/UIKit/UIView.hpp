@@ -50,6 +50,7 @@ class UIViewAllocated : public objc::Allocated<T> {
 /// Places are points in the superview's coordinates, whose y axis goes down.
 class UIView : public UIResponder {
  public:
+  using Base = UIResponder;
   static constexpr objc::FixedString kClass{"UIView"};
   using UIResponder::UIResponder;
   static UIViewAllocated<UIView> alloc() { return UIViewAllocated<UIView>(objc::allocate<UIView>()); }

@@ -18,6 +18,7 @@ class UINavigationItem;
 
 class UIViewController : public UIResponder {
  public:
+  using Base = UIResponder;
   static constexpr objc::FixedString kClass{"UIViewController"};
   using UIResponder::UIResponder;
 

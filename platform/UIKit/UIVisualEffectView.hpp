@@ -18,6 +18,7 @@ enum class UIBlurEffectStyle : NSInteger {
 
 class UIBlurEffect : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIBlurEffect"};
   using NSObject::NSObject;
 
@@ -28,6 +29,7 @@ class UIBlurEffect : public NSObject {
 
 class UIVisualEffectView : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"UIVisualEffectView"};
   using UIView::UIView;
 
@@ -48,6 +50,7 @@ class UIVisualEffectView : public UIView {
 /// The older pane's settings; outside of the public interface, as is the pane.
 class UIBackdropViewSettings : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"_UIBackdropViewSettings"};
   using NSObject::NSObject;
 
@@ -59,6 +62,7 @@ class UIBackdropViewSettings : public NSObject {
 
 class UIBackdropView : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"_UIBackdropView"};
   using UIView::UIView;
 

@@ -41,7 +41,7 @@ class Object {
 
   void swap(Object& other) noexcept { std::swap(raw_, other.raw_); }
 
-  /// The same object under another type; the caller knows that it is one.
+  /// The same object under another type; the caller knows that it is one, and a debug build checks it.
   template <class T>
   T as() const;
 
@@ -75,11 +75,6 @@ inline T adopt(abi::id owned) {
 template <Handle T>
 inline T retain(abi::id object) {
   return adopt<T>(object != nullptr ? abi::retain(object) : nullptr);
-}
-
-template <class T>
-inline T Object::as() const {
-  return retain<T>(raw_);
 }
 
 /// A handle that does not own: for `self` and the arguments of the method that runs, which its caller

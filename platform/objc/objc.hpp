@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/objc/block.hpp"
+#include "platform/objc/category.hpp"
 #include "platform/objc/class.hpp"
 #include "platform/objc/fixed_string.hpp"
 #include "platform/objc/handle.hpp"

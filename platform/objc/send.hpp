@@ -2,6 +2,10 @@
 #pragma once
 
 #include <atomic>
+#if !defined(NDEBUG)
+#include <cstdio>
+#include <cstdlib>
+#endif
 #include <type_traits>
 #include <utility>
 
@@ -102,7 +106,33 @@ inline bool responds_to(const Object& object, Selector selector) {
   return object && selector && detail::send_raw<"respondsToSelector:", bool>(borrow(object), selector);
 }
 
-/// The same object as a T, or nil when it is none.
+namespace detail {
+#if !defined(NDEBUG)
+/// Ends the process where a cast lies: the object is not a T. Classes that nobody registered cannot be asked
+/// for.
+template <class T>
+inline void check_cast(abi::id object) {
+  if constexpr (requires { T::kClass; }) {
+    const ClassRef wanted = class_for<T>();
+    if (object == nullptr || !wanted || send_raw<"isKindOfClass:", bool>(object, wanted)) return;
+    std::fprintf(stderr, "objc: a %s was cast to %s\n", ClassRef(abi::class_of(object)).name(),
+                 T::kClass.value);
+    std::abort();
+  }
+}
+#else
+template <class T>
+inline void check_cast(abi::id) {}
+#endif
+}  // namespace detail
+
+template <class T>
+inline T Object::as() const {
+  detail::check_cast<T>(raw_);
+  return retain<T>(raw_);
+}
+
+/// The same object as a T, or nil where it is not one.
 template <Handle T>
 inline T cast_or_nil(const Object& object) {
   const ClassRef wanted = class_for<T>();
@@ -148,11 +178,17 @@ class Allocated {
   abi::id raw_;
 };
 
-/// An object of T's class, to be initialised. Nil (and harmless) where no such class is registered.
+/// An object of this class, which is T's or derives from it, to be initialised. Nil (and harmless) for no
+/// class.
+template <class T>
+inline Allocated<T> allocate(ClassRef cls) {
+  return Allocated<T>(
+      abi::call<abi::id>(reinterpret_cast<abi::id>(cls.borrow()), selector<"alloc">().borrow()));
+}
+/// The same of T's own class.
 template <class T>
 inline Allocated<T> allocate() {
-  return Allocated<T>(
-      abi::call<abi::id>(reinterpret_cast<abi::id>(class_for<T>().borrow()), selector<"alloc">().borrow()));
+  return allocate<T>(class_for<T>());
 }
 
 /// `new`: allocated and plainly initialised.

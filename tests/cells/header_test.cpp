@@ -24,6 +24,14 @@ void note_launch_path(const NSTask& task, const NSString& path) {
   set_launch_path(task, path);
 }
 
+/// The labels that were told to lay themselves out, while a test listens.
+std::vector<UIView>* laid_out_views = nullptr;
+objc::Original<void()> lay_out_if_needed;
+void note_layout(const UILabel& self) {
+  if (laid_out_views != nullptr) laid_out_views->push_back(self);
+  lay_out_if_needed(self);
+}
+
 class HeaderTest : public PageTest {
  protected:
   void SetUp() override {
@@ -89,6 +97,17 @@ TEST_F(HeaderTest, SetsTheVersionSmallAndGreyBelowTheName) {
   EXPECT_EQ(version.textAlignment(), NSTextAlignment::Center);
   EXPECT_EQ(version.autoresizingMask(), 18U);
   EXPECT_EQ(version.numberOfLines(), 1);
+}
+
+TEST_F(HeaderTest, LaysOutTheNameOnlyBeforeItIsAdded) {
+  const PSTableCell cell = make();
+  std::vector<UIView> asked;
+  laid_out_views = &asked;
+  objc::Category<UILabel>().method<"layoutIfNeeded", &note_layout>(lay_out_if_needed);
+  const PSTableCell noted = make();
+  laid_out_views = nullptr;
+  ASSERT_EQ(asked.size(), 1U);
+  EXPECT_EQ(asked[0], label(noted, 0));
 }
 
 TEST_F(HeaderTest, StandsFurtherLeftOnAPad) {

@@ -60,6 +60,21 @@ TEST_F(SegmentImageTest, PutsBothImagesOfEqualValuesOnTheFirst) {
   EXPECT_EQ(control().titleForSegmentAtIndex(1).utf8(), "line-faded");  // equal values share one title
 }
 
+TEST_F(SegmentImageTest, AsksForTheValuesByPerformingTheirSelector) {
+  static std::vector<std::string> performed;
+  static objc::Original<NSObject(objc::Selector)> perform;
+  performed.clear();
+  struct Notes {
+    static NSObject note(const PSSpecifier& self, objc::Selector selector) {
+      performed.emplace_back(selector.name());
+      return perform(self, selector);
+    }
+  };
+  objc::Category<PSSpecifier>().method<"performSelector:", &Notes::note>(perform);
+  show_segments(strings({"a"}), strings({"line-solid"}));
+  EXPECT_THAT(performed, ::testing::Contains("values"));
+}
+
 TEST_F(SegmentImageTest, StaysWithoutValues) {
   show_segments("", "");
   EXPECT_EQ(control().numberOfSegments(), 0U);

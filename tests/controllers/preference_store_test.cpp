@@ -82,6 +82,14 @@ TEST_P(PreferenceStoreTest, AWriteKeepsEveryOtherKeyByteForByte) {
   EXPECT_TRUE(read(page_, specifier_for("c")).isEqual(number(2)));
 }
 
+TEST_P(PreferenceStoreTest, AnOldStyleFileIsReadAndItsKeysOutliveTheNextWrite) {
+  write_file(domain_file(), "{ k = old; }");
+  EXPECT_TRUE(read(page_, specifier_for("k")).isEqual("old"_ns));
+  write(page_, number(1), specifier_for("new"));
+  EXPECT_TRUE(domain().objectForKey("k"_ns).isEqual("old"_ns));
+  EXPECT_TRUE(domain().objectForKey("new"_ns).isEqual(number(1)));
+}
+
 TEST_P(PreferenceStoreTest, AStoredFalseOrZeroWinsOverTheDefault) {
   write(page_, NSNumber::numberWithBool(false), specifier_for("off"));
   write(page_, number(0), specifier_for("zero"));

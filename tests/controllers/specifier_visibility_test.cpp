@@ -16,7 +16,8 @@ class Settings : public objc::Authored<Settings, NSObject> {
   static constexpr objc::FixedString kClass{"WispenTestSettings"};
   using Authored::Authored;
 
-  NSMutableDictionary& values() const { return variable<NSMutableDictionary, "_values">(); }
+  static constexpr objc::InstanceVariable<"_values", NSMutableDictionary> kValues{};
+  NSMutableDictionary& values() const { return variable(kValues); }
   bool bool_for_key(const NSString& key) const {
     asked.push_back(key.utf8());
     return values().objectForKey<NSNumber>(key).boolValue();
@@ -29,7 +30,7 @@ class Settings : public objc::Authored<Settings, NSObject> {
 
   static void define() {
     objc::Class<Settings>()
-        .variable<"_values", NSMutableDictionary>()
+        .variable(kValues)
         .method<"boolForKey:", &Settings::bool_for_key>()
         .method<"valueForKey:", &Settings::value_for_key>()
         .register_class();

@@ -1,3 +1,5 @@
+// host/foundation/plist/document.cpp: a property list that has been read, and views of its values.
+
 #include "host/foundation/plist/document.hpp"
 
 #include <cerrno>
@@ -6,6 +8,8 @@
 #include "host/foundation/files/read_file.hpp"
 #include "host/foundation/plist/binary_contents.hpp"
 #include "host/foundation/plist/limits.hpp"
+#include "host/foundation/plist/old_style_parser.hpp"
+#include "host/foundation/plist/tree.hpp"
 #include "host/foundation/plist/utf.hpp"
 #include "host/foundation/plist/xml_contents.hpp"
 
@@ -19,9 +23,28 @@ Result<std::shared_ptr<const Contents>> as_contents(Result<std::shared_ptr<const
   return std::shared_ptr<const Contents>(*std::move(specific));
 }
 
+std::string_view without_mark(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  return text.substr(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+}
+
+/// Old-style lists have no writer, as on the platform: they are taken over as XML, or, where a string holds
+/// what XML cannot, as binary lists.
+Result<std::shared_ptr<const Contents>> parse_old_style(std::string_view text) {
+  const Result<Tree> tree = OldStyleParser(text).run();
+  if (!tree) return tree.error();
+  if (Result<std::string> xml = encode(*tree, Format::Xml)) {
+    return as_contents(XmlContents::parse(files::Buffer(*xml), XmlEncoding::Utf8));
+  }
+  const Result<std::string> binary = encode(*tree, Format::Binary);
+  if (!binary) return binary.error();
+  return as_contents(BinaryContents::parse(files::Buffer(*binary)));
+}
+
 Result<std::shared_ptr<const Contents>> parse_utf16(std::string_view bytes, ByteOrder order) {
   const std::optional<std::string> text = utf8_from_utf16_strict(bytes, order);
-  if (!text) return Error{"the file is no well-formed UTF-16"};
+  if (!text) return Error{"the file is not well-formed UTF-16"};
+  if (const std::string_view list = without_mark(*text); looks_old_style(list)) return parse_old_style(list);
   return as_contents(XmlContents::parse(
       files::Buffer(*text), order == ByteOrder::Big ? XmlEncoding::Utf16Big : XmlEncoding::Utf16Little));
 }
@@ -34,6 +57,7 @@ Result<std::shared_ptr<const Contents>> parse_any(files::Buffer bytes) {
   if (view.starts_with(kBinaryMagic)) return as_contents(BinaryContents::parse(std::move(bytes)));
   if (view.starts_with("\xFF\xFE")) return parse_utf16(view, ByteOrder::Little);
   if (view.starts_with("\xFE\xFF")) return parse_utf16(view, ByteOrder::Big);
+  if (const std::string_view list = without_mark(view); looks_old_style(list)) return parse_old_style(list);
   return as_contents(XmlContents::parse(std::move(bytes), XmlEncoding::Utf8));
 }
 

@@ -118,9 +118,9 @@ class Entries : public Children<Entry> {
   using Children::Children;
 };
 
-/// A whole property list, XML or binary, checked from its first byte to its last when it was read: what has
-/// become a Document can be walked without errors. Copies share it; it never changes, and threads may read
-/// it together.
+/// A whole property list, XML, binary or old-style, checked from its first byte to its last when it was read:
+/// what has become a Document can be walked without errors. An old-style list counts as XML from then on.
+/// Copies share it; it never changes, and threads may read it together.
 class Document {
  public:
   /// The bytes of a file. An error says where in them the trouble is.

@@ -84,6 +84,11 @@ TEST_F(SpecifierTest, KeepsEveryPropertyOfItsDictionaryKnownOrNot) {
   EXPECT_EQ(specifier.propertyForKey<NSString>("localizationTable"_ns).utf8(), "List");
 }
 
+TEST_F(SpecifierTest, ATableThatTheRowNamesItselfWins) {
+  const auto specifier = load_one(item({{"cell", "PSSwitchCell"}, {"localizationTable", "Other"}}));
+  EXPECT_EQ(specifier.propertyForKey<NSString>("localizationTable"_ns).utf8(), "Other");
+}
+
 TEST_F(SpecifierTest, KnowsEveryPublicCellType) {
   const std::vector<std::string> names{
       "PSGroupCell",          "PSLinkCell",    "PSLinkListCell",     "PSListItemCell",

@@ -20,15 +20,14 @@ class Named : public objc::Authored<Named, NSObject> {
   static constexpr objc::FixedString kClass{"WispenTestNamed"};
   using Authored::Authored;
 
+  static constexpr objc::InstanceVariable<"_name", NSString> kName{};
   static Named make(const char* name) {
     Named object = alloc().init();
-    object.variable<NSString, "_name">() = name;
+    object.variable(kName) = name;
     return object;
   }
-  void dying() { deaths.push_back(variable<NSString, "_name">().utf8()); }
-  static void define() {
-    objc::Class<Named>().variable<"_name", NSString>().on_dealloc<&Named::dying>().register_class();
-  }
+  void dying() { deaths.push_back(variable(kName).utf8()); }
+  static void define() { objc::Class<Named>().variable(kName).on_dealloc<&Named::dying>().register_class(); }
 };
 
 class Parent : public objc::Authored<Parent, NSObject> {
@@ -36,9 +35,12 @@ class Parent : public objc::Authored<Parent, NSObject> {
   static constexpr objc::FixedString kClass{"WispenTestParent"};
   using Authored::Authored;
 
-  Named& first() const { return variable<Named, "_first">(); }
-  Named& second() const { return variable<Named, "second">(); }
-  int& number() const { return variable<int, "_number">(); }
+  static constexpr objc::InstanceVariable<"_first", Named> kFirst{};
+  static constexpr objc::InstanceVariable<"second", Named> kSecond{};
+  static constexpr objc::InstanceVariable<"_number", int> kNumber{};
+  Named& first() const { return variable(kFirst); }
+  Named& second() const { return variable(kSecond); }
+  int& number() const { return variable(kNumber); }
   int get_number() const { return number(); }
   void set_number(int value) const { number() = value; }
   NSString greet(const NSString& name) const { return ("parent " + name.utf8()).c_str(); }
@@ -47,9 +49,9 @@ class Parent : public objc::Authored<Parent, NSObject> {
 
   static void define() {
     objc::Class<Parent>()
-        .variable<"_first", Named>()
-        .variable<"second", Named>()
-        .variable<"_number", int>()
+        .variable(kFirst)
+        .variable(kSecond)
+        .variable(kNumber)
         .method<"number", &Parent::get_number>()
         .method<"setNumber:", &Parent::set_number>()
         .method<"greet:", &Parent::greet>()
@@ -64,6 +66,7 @@ class Child : public objc::Authored<Child, Parent> {
   static constexpr objc::FixedString kClass{"WispenTestChild"};
   using Authored::Authored;
 
+  static constexpr objc::InstanceVariable<"_own", Named> kOwn{};
   static Child init_with_number(objc::Allocated<Child> self, int number) {
     if (number < 0) return Child();  // the allocated object dies with the token
     Child child = std::move(self).initialize_super<"init">();
@@ -78,13 +81,13 @@ class Child : public objc::Authored<Child, Parent> {
   }
   static void define() {
     objc::Class<Child>()
-        .variable<"_own", Named>()
+        .variable(kOwn)
         .initializer<"initWithNumber:", &Child::init_with_number>()
         .initializer<"initAsAnother", &Child::init_as_another>()
         .method<"greet:", &Child::greet>()
         .register_class();
   }
-  Named& own() const { return variable<Named, "_own">(); }
+  Named& own() const { return variable(kOwn); }
 };
 
 class GrandChild : public objc::Authored<GrandChild, Child> {

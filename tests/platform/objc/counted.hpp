@@ -23,19 +23,20 @@ class Counted : public objc::Authored<Counted, NSObject> {
     Counted object = std::move(self).initialize_super<"init">();
     if (object) {
       ++alive;
-      object.variable<bool, "_counted">() = true;
+      object.variable(kCounted) = true;
     }
     return object;
   }
   void dying() {
-    if (!variable<bool, "_counted">()) return;  // it was never initialised
+    if (!variable(kCounted)) return;  // it was never initialised
     --alive;
     if (on_death) on_death();
   }
 
+  static constexpr objc::InstanceVariable<"_counted", bool> kCounted{};
   static void define() {
     objc::Class<Counted>()
-        .variable<"_counted", bool>()
+        .variable(kCounted)
         .initializer<"init", &Counted::init>()
         .on_dealloc<&Counted::dying>()
         .register_class();

@@ -130,7 +130,7 @@ TEST(XmlDocument, ReadsUtf16InBothOrders) {
     append_utf16(bytes, "\xEF\xBB\xBF" + text, order);
     EXPECT_EQ(tree_of(bytes), Tree("\xC3\xA4\xF0\x9F\x98\x80"));
     bytes.pop_back();
-    EXPECT_EQ(error_of(bytes), "the file is no well-formed UTF-16");
+    EXPECT_EQ(error_of(bytes), "the file is not well-formed UTF-16");
   }
 }
 
