@@ -5,10 +5,12 @@
 //   wispen_slices join OUT SLICE...   one file of several slices
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "device/slices/fat_file.hpp"
@@ -31,7 +33,10 @@ Result<void> write_file(const std::string& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) return Error{"cannot write " + path};
-  return {};
+  // As a linker leaves an image.
+  std::error_code error;
+  std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0755), error);
+  return error ? Result<void>(Error{"cannot make " + path + " executable"}) : Result<void>();
 }
 
 Error about(const std::string& path, const Error& error) { return Error{path + ": " + error.message}; }

@@ -19,8 +19,8 @@ namespace wispen::testing {
 
 inline const std::string kBundle = "./var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/";
 
-inline package::DebFile shipped_package() {
-  auto deb = package::read_deb(contents_of(WISPEN_TEST_ROOTLESS_PACKAGE));
+inline package::DebFile package_at(const std::string& path) {
+  auto deb = package::read_deb(contents_of(path));
   EXPECT_TRUE(deb.ok()) << deb.error().message;
   return *deb;
 }

@@ -19,6 +19,8 @@ using macho::Key;
 using macho::Signing;
 using package::DebFile;
 
+DebFile shipped() { return package_at(WISPEN_TEST_ROOTLESS_PACKAGE); }
+
 /// The bytes of each slice, arm64 first.
 std::vector<std::string> slices_in(const std::string& code) {
   std::vector<std::string> slices;
@@ -151,11 +153,11 @@ class BrokenNewerSlice : public ::testing::TestWithParam<std::size_t> {};
 INSTANTIATE_TEST_SUITE_P(Each, BrokenNewerSlice, ::testing::Range(std::size_t{0}, breakages().size()),
                          [](const auto& test) { return std::string(breakages()[test.param].what); });
 
-TEST_P(BrokenNewerSlice, IsNamedByTheRightCheck) { expect_named(breakages()[GetParam()], shipped_package()); }
+TEST_P(BrokenNewerSlice, IsNamedByTheRightCheck) { expect_named(breakages()[GetParam()], shipped()); }
 
 TEST(NewerSlice, JoinedAnewIsClean) {
   // Otherwise the broken ones above could be broken by their maker.
-  DebFile deb = shipped_package();
+  DebFile deb = shipped();
   const std::string before = code_of(deb).bytes;
   in_arm64e([](std::string&) {})(deb);
   EXPECT_EQ(code_of(deb).bytes, before);
@@ -163,7 +165,7 @@ TEST(NewerSlice, JoinedAnewIsClean) {
 }
 
 TEST(NewerSlice, IsNamedBesideTheOlderOne) {
-  const auto report = package::verify_package(make_deb(shipped_package()));
+  const auto report = package::verify_package(make_deb(shipped()));
   const auto slices = std::ranges::find(report.checks, "slices", &package::Check::name);
   ASSERT_NE(slices, report.checks.end());
   EXPECT_EQ(slices->detail, "arm64 and arm64e");

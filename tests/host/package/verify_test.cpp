@@ -21,7 +21,7 @@ using ::testing::HasSubstr;
 
 /// The package as it was before there were two slices, which is a good one too: the breakages below are of
 /// its code.
-DebFile shipped() { return with_arm64_alone(shipped_package()); }
+DebFile shipped() { return with_arm64_alone(package_at(WISPEN_TEST_ROOTLESS_PACKAGE)); }
 
 void replace(std::string& text, const std::string& from, const std::string& to) {
   const std::size_t at = text.find(from);
