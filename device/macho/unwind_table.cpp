@@ -213,7 +213,7 @@ Result<std::vector<std::uint64_t>> personality_words(const Image& image, const U
     if (auto read = reader.read(words); !read) return read.error();
   }
   std::ranges::sort(words);
-  words.erase(std::ranges::unique(words).begin(), words.end());
+  words.erase(std::unique(words.begin(), words.end()), words.end());
   return words;
 }
 
