@@ -60,17 +60,17 @@ TEST_F(SegmentImageTest, PutsBothImagesOfEqualValuesOnTheFirst) {
   EXPECT_EQ(control().titleForSegmentAtIndex(1).utf8(), "line-faded");  // equal values share one title
 }
 
+std::vector<std::string> performed;
+objc::Original<NSObject(objc::Selector)> perform;
+
+NSObject note_performed(const PSSpecifier& self, objc::Selector selector) {
+  performed.emplace_back(selector.name());
+  return perform(self, selector);
+}
+
 TEST_F(SegmentImageTest, AsksForTheValuesByPerformingTheirSelector) {
-  static std::vector<std::string> performed;
-  static objc::Original<NSObject(objc::Selector)> perform;
   performed.clear();
-  struct Notes {
-    static NSObject note(const PSSpecifier& self, objc::Selector selector) {
-      performed.emplace_back(selector.name());
-      return perform(self, selector);
-    }
-  };
-  objc::Category<PSSpecifier>().method<"performSelector:", &Notes::note>(perform);
+  objc::Category<PSSpecifier>().method<"performSelector:", &note_performed>(perform);
   show_segments(strings({"a"}), strings({"line-solid"}));
   EXPECT_THAT(performed, ::testing::Contains("values"));
 }
