@@ -49,20 +49,20 @@ bool keys_are_live() {
 #endif
 }
 
-std::uint64_t signed_pointer(std::uint64_t plain, const macho::Signing& signing, const void* place) {
+std::uint64_t signed_pointer(std::uint64_t plain, const macho::Signing& signing, const void* address) {
   if (plain == 0) return 0;
-  // A place and a constant are blended: the constant takes the highest bits.
-  const std::uint64_t address = reinterpret_cast<std::uint64_t>(place) & kAddressBits;
-  const std::uint64_t discriminator =
-      signing.by_place ? address | std::uint64_t{signing.constant} << 48 : std::uint64_t{signing.constant};
+  // An address and a constant are blended: the constant takes the highest bits.
+  const std::uint64_t low = reinterpret_cast<std::uint64_t>(address) & kAddressBits;
+  const std::uint64_t constant = signing.constant;
+  const std::uint64_t discriminator = signing.address_diversity ? low | constant << 48 : constant;
   return sign(plain, discriminator, signing.key);
 }
 
 std::uint64_t plain_pointer(std::uint64_t pointer) { return pointer & kAddressBits; }
 
-bool authenticates(std::uint64_t pointer, const macho::Signing& signing, const void* place) {
+bool authenticates(std::uint64_t pointer, const macho::Signing& signing, const void* address) {
   // Compared, not waited for: a pointer that fails is poisoned in bits that a collision can hide.
-  return pointer == 0 || signed_pointer(plain_pointer(pointer), signing, place) == pointer;
+  return pointer == 0 || signed_pointer(plain_pointer(pointer), signing, address) == pointer;
 }
 
 void refuse(const char* what) {
@@ -70,9 +70,9 @@ void refuse(const char* what) {
   std::abort();
 }
 
-std::uint64_t authenticated(std::uint64_t pointer, const macho::Signing& signing, const void* place,
+std::uint64_t authenticated(std::uint64_t pointer, const macho::Signing& signing, const void* address,
                             const char* what) {
-  if (!authenticates(pointer, signing, place)) refuse(what);
+  if (!authenticates(pointer, signing, address)) refuse(what);
   return plain_pointer(pointer);
 }
 

@@ -30,13 +30,13 @@ constexpr int kGlobal = 1 << 28;
 constexpr int kCopiedByFoundation = 1 << 29;
 
 template <class F>
-F field(F const& place, const macho::Signing& signing, const char* what) {
-  return reinterpret_cast<F>(authenticated(reinterpret_cast<std::uint64_t>(place), signing, &place, what));
+F field(F const& value, const macho::Signing& signing, const char* what) {
+  return reinterpret_cast<F>(authenticated(reinterpret_cast<std::uint64_t>(value), signing, &value, what));
 }
 
 template <class F>
-void sign_field(F& place) {
-  place = reinterpret_cast<F>(signed_pointer(reinterpret_cast<std::uint64_t>(place), kFieldSigning, &place));
+void sign_field(F& value) {
+  value = reinterpret_cast<F>(signed_pointer(reinterpret_cast<std::uint64_t>(value), kFieldSigning, &value));
 }
 
 /// What Foundation is told of a signed block: helpers that authenticate the block's own ones before they call
@@ -63,9 +63,9 @@ const Described* described(const BlockDescriptor* own) {
   static std::mutex mutex;
   static auto* const known = new std::map<const BlockDescriptor*, Described>();
   const std::lock_guard lock(mutex);
-  const auto [place, fresh] = known->try_emplace(own);
-  if (fresh) place->second = {{own->reserved, own->size, &copy_helper, &dispose_helper}, own};
-  return &place->second;
+  const auto [entry, fresh] = known->try_emplace(own);
+  if (fresh) entry->second = {{own->reserved, own->size, &copy_helper, &dispose_helper}, own};
+  return &entry->second;
 }
 
 bool is_ours(const BlockLayout& block) {

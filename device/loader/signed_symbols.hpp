@@ -5,9 +5,9 @@
 // libraries would; every one that it is given is signed as theirs are. What does not authenticate ends the
 // process with a sentence.
 //
-// Blocks belong to both sides: a heap block's function stays signed for its place, and the host authenticates
-// it when it calls (platform/objc/block_layout.hpp). Code that is not ours, Foundation's, cannot call such a
-// block.
+// Blocks belong to both sides: a heap block's function stays signed for its address, and the host
+// authenticates it when it calls (platform/objc/block_layout.hpp). Code that is not ours, Foundation's,
+// cannot call such a block.
 #pragma once
 
 #include <string_view>

@@ -31,30 +31,30 @@ class Follower {
  public:
   explicit Follower(std::vector<CodeLoad>& loads) : loads_(loads) {}
 
-  void take(std::uint32_t word, std::uint64_t place) {
+  void take(std::uint32_t word, std::uint64_t address) {
     const std::size_t target = bits(word, 0, 5);
     const std::optional<std::uint64_t> base = registers_[bits(word, 5, 5)];
     if ((word & 0x1F000000) == 0x10000000) {  // adr, adrp
       const std::uint64_t distance = signed_bits(bits(word, 5, 19) << 2 | bits(word, 29, 2), 0, 21);
       const bool page = (word >> 31) != 0;
-      set(target, page ? (place & ~std::uint64_t{0xFFF}) + (distance << 12) : place + distance);
+      set(target, page ? (address & ~std::uint64_t{0xFFF}) + (distance << 12) : address + distance);
     } else if ((word & 0xFF800000) == 0x91000000) {  // add, with a number
       const std::uint64_t more = std::uint64_t{bits(word, 10, 12)} << (bits(word, 22, 1) != 0 ? 12 : 0);
       set(target, base ? std::optional(*base + more) : std::nullopt);
     } else if ((word & 0xFF000000) == 0x58000000) {  // ldr, relative to the instruction
-      load(place, place + (signed_bits(word, 5, 19) << 2), 8);
+      load(address, address + (signed_bits(word, 5, 19) << 2), 8);
       set(target, std::nullopt);
     } else if ((word & 0xFFC00000) == 0xF9400000) {  // ldr, at an offset
-      if (base) load(place, *base + std::uint64_t{bits(word, 10, 12)} * 8, 8);
+      if (base) load(address, *base + std::uint64_t{bits(word, 10, 12)} * 8, 8);
       set(target, std::nullopt);
     } else if ((word & 0xFFE00000) == 0xF8400000) {  // ldur, and ldr that moves its base
       const bool after = bits(word, 10, 2) == 1;
-      if (base) load(place, *base + (after ? 0 : signed_bits(word, 12, 9)), 8);
+      if (base) load(address, *base + (after ? 0 : signed_bits(word, 12, 9)), 8);
       if ((word & 0x400) != 0) set(bits(word, 5, 5), std::nullopt);
       set(target, std::nullopt);
     } else if ((word & 0xFE400000) == 0xA8400000) {  // ldp
       const bool after = bits(word, 23, 2) == 1;
-      if (base) load(place, *base + (after ? 0 : signed_bits(word, 15, 7) * 8), 16);
+      if (base) load(address, *base + (after ? 0 : signed_bits(word, 15, 7) * 8), 16);
       if (bits(word, 23, 1) != 0) set(bits(word, 5, 5), std::nullopt);
       set(target, std::nullopt);
       set(bits(word, 10, 5), std::nullopt);
@@ -68,8 +68,8 @@ class Follower {
     if (number != kStackOrZero) registers_[number] = value;
   }
 
-  void load(std::uint64_t place, std::uint64_t target, std::uint64_t size) {
-    loads_.push_back({place, target, size});
+  void load(std::uint64_t address, std::uint64_t target, std::uint64_t size) {
+    loads_.push_back({address, target, size});
   }
 
   /// What any other instruction writes.

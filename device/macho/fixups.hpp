@@ -27,10 +27,11 @@ struct Import {
 
 enum class Key : std::uint8_t { IA, IB, DA, DB };
 
-/// How a loader signs a pointer: with the key, and with the pointer's own place, a constant, or both.
+/// How a loader signs a pointer: with the key, and with the address of the pointer itself, a constant, or
+/// both.
 struct Signing {
   Key key = Key::IA;
-  bool by_place = false;
+  bool address_diversity = false;
   std::uint16_t constant = 0;
 
   bool operator==(const Signing&) const = default;

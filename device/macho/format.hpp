@@ -13,7 +13,7 @@ inline constexpr std::uint32_t kCpuX86_64 = 0x01000007;
 inline constexpr std::uint32_t kCpuArm64 = 0x0100000C;
 inline constexpr std::uint32_t kSubtypeMask = 0x00FFFFFF;  // the high byte holds capabilities
 inline constexpr std::uint32_t kSubtypeArm64e = 2;
-inline constexpr std::uint32_t kSubtypeArm64eToday = 0x80000002;  // with the version (0) of today's calls
+inline constexpr std::uint32_t kSubtypeArm64eAbi0 = 0x80000002;  // the ABI's version is in the high byte
 
 inline constexpr std::uint32_t kFileObject = 1;
 inline constexpr std::uint32_t kFileBundle = 8;

@@ -28,15 +28,16 @@ std::string name_of(const Fixup& fixup, const Fixups& fixups) {
 
 std::string difference(const Signing& found) {
   if (found.key != kPersonalitySigning.key) return "with another key than IA";
-  if (!found.by_place) return "without its own address";
+  if (!found.address_diversity) return "without its own address";
   return "with the constant " + hexadecimal(found.constant);
 }
 
 }  // namespace
 
 Result<void> check_subtype(const Image& image) {
-  if (image.cpu != kCpuArm64 || image.subtype != kSubtypeArm64eToday)
-    return Error{"the header says " + hexadecimal(image.subtype) + ", which is not today's arm64e"};
+  if (image.cpu != kCpuArm64 || image.subtype != kSubtypeArm64eAbi0)
+    return Error{"the header says " + hexadecimal(image.subtype) +
+                 ", which is not arm64e of the ABI's version 0"};
   return {};
 }
 

@@ -12,7 +12,7 @@ namespace wispen::macho {
 /// How the words are signed from which the phone's unwinder takes personality functions.
 inline constexpr Signing kPersonalitySigning{Key::IA, true, 0};
 
-/// The header names today's version of the calls.
+/// The header says arm64e of the ABI's version 0.
 Result<void> check_subtype(const Image& image);
 /// Fixups are chains, all of the form that can sign; a loader takes opcodes here for something older.
 Result<void> check_form(const Image& image, const Fixups& fixups);

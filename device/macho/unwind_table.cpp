@@ -32,9 +32,9 @@ class Reader {
     if (version != 1U || !index_count) return broken("is of an unknown version");
     if (*personality_count > kMostPersonalities) return broken("has too many personality functions");
     for (std::uint64_t i = 0; i < *personality_count; ++i) {
-      const auto place = number(*personalities + 4 * i);
-      if (!place) return broken("is cut off");
-      table_.personalities.push_back(*place);
+      const auto word = number(*personalities + 4 * i);
+      if (!word) return broken("is cut off");
+      table_.personalities.push_back(*word);
     }
     if (*index_count == 0) return broken("is cut off");
     for (std::uint64_t i = 0; i + 1 < *index_count; ++i) {
@@ -104,9 +104,9 @@ class Reader {
     if (!begin || !end) return broken("is cut off");
     for (std::uint64_t at = *begin; at + 8 <= *end; at += 8) {
       const auto function = number(at);
-      const auto place = number(at + 4);
-      if (!function || !place) return broken("is cut off");
-      table_.lsdas.emplace_back(*function, *place);
+      const auto lsda = number(at + 4);
+      if (!function || !lsda) return broken("is cut off");
+      table_.lsdas.emplace_back(*function, *lsda);
     }
     std::ranges::sort(table_.lsdas);
     return {};

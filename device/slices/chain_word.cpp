@@ -7,7 +7,7 @@ namespace wispen::slices {
 namespace {
 
 constexpr unsigned kSigned = 63, kBound = 62, kNext = 51;  // where the fields begin
-constexpr unsigned kKey = 49, kByPlace = 48, kConstant = 32;
+constexpr unsigned kKey = 49, kAddressDiversity = 48, kConstant = 32;
 constexpr unsigned kAddend = 32, kTag = 43;
 
 constexpr std::uint64_t below(unsigned bits) { return (std::uint64_t{1} << bits) - 1; }
@@ -46,7 +46,7 @@ Result<std::uint64_t> chain_word(const macho::Fixup& fixup, std::uint64_t base, 
   *word |= next / 8 << kNext;
   if (fixup.signing) {
     *word |= std::uint64_t{1} << kSigned | static_cast<std::uint64_t>(fixup.signing->key) << kKey |
-             std::uint64_t{fixup.signing->by_place} << kByPlace |
+             std::uint64_t{fixup.signing->address_diversity} << kAddressDiversity |
              std::uint64_t{fixup.signing->constant} << kConstant;
   }
   return word;

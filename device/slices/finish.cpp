@@ -28,7 +28,7 @@ void put(std::string& bytes, std::uint64_t at, T value) {
 
 Result<void> check_linked(const Image& image) {
   if (image.cpu != macho::kCpuArm64) return Error{"the image is not for arm64 processors"};
-  if (image.subtype == macho::kSubtypeArm64eToday) return Error{"the image is finished already"};
+  if (image.subtype == macho::kSubtypeArm64eAbi0) return Error{"the image is finished already"};
   if (image.subtype != 0) return Error{"the image is not of the subtype that the linker writes"};
   if (image.file_type != macho::kFileBundle) return Error{"the image is no bundle"};
   if (image.dyld_info) return Error{"the image has fixups by opcodes"};
@@ -59,11 +59,11 @@ Result<void> rewrite_chains(const Image& image, macho::Fixups& fixups, std::stri
   if (!words) return words.error();
   for (macho::Fixup& fixup : fixups.fixups) {
     if (std::ranges::binary_search(*words, fixup.address)) fixup.signing = macho::kPersonalitySigning;
-    const std::string_view place = image.bytes_at(fixup.address, 8);
-    const std::uint64_t next = (*macho::read_at<std::uint64_t>(place, 0) >> 51 & 0xFFF) * 4;
+    const std::string_view old_word = image.bytes_at(fixup.address, 8);
+    const std::uint64_t next = (*macho::read_at<std::uint64_t>(old_word, 0) >> 51 & 0xFFF) * 4;
     const auto word = chain_word(fixup, image.base(), next);
     if (!word) return word.error();
-    put(bytes, static_cast<std::uint64_t>(place.data() - image.bytes.data()), *word);
+    put(bytes, static_cast<std::uint64_t>(old_word.data() - image.bytes.data()), *word);
   }
   for (const macho::ChainedSegment& segment : fixups.chained) {
     put(bytes, segment.starts + offsetof(macho::ChainedStartsInSegment, pointer_format),
@@ -110,7 +110,7 @@ Result<Finished> finish(std::string_view linked) {
 
   std::string bytes(linked);
   if (auto done = rewrite_chains(*image, *fixups, bytes); !done) return done.error();
-  put(bytes, offsetof(macho::Header64, subtype), macho::kSubtypeArm64eToday);
+  put(bytes, offsetof(macho::Header64, subtype), macho::kSubtypeArm64eAbi0);
   if (auto done = sign_anew(bytes); !done) return done.error();
   return checked(std::move(bytes), fixups->fixups.size());
 }

@@ -29,7 +29,7 @@ Result<ObjectFile> read_object(std::string_view bytes) {
   const auto header = read_at<macho::Header64>(bytes, 0);
   if (!header || header->magic != macho::kMagic64 || header->file_type != macho::kFileObject)
     return Error{"it is no Mach-O object"};
-  if (header->cpu != macho::kCpuArm64 || header->subtype != macho::kSubtypeArm64eToday)
+  if (header->cpu != macho::kCpuArm64 || header->subtype != macho::kSubtypeArm64eAbi0)
     return Error{"it holds no arm64e code, whose return addresses the unwinder would authenticate"};
   ObjectFile object{bytes, {}, {}};
   const std::string_view commands = macho::part(bytes, sizeof(macho::Header64), header->commands_size);
@@ -56,7 +56,7 @@ Result<ObjectFile> read_object(std::string_view bytes) {
   return object;
 }
 
-/// The symbol that a place of the section belongs to: the last one before it.
+/// The symbol that an address of the section belongs to: the last one before it.
 std::string symbol_at(const ObjectFile& object, std::size_t section, std::uint64_t address) {
   constexpr std::uint8_t kDebug = 0xE0, kType = 0x0E, kInSection = 0x0E;
   std::string name = "an unnamed one";
@@ -85,12 +85,12 @@ Result<void> check_object(std::string_view bytes) {
     const macho::SectionRecord64& section = object->sections[s];
     for (std::uint64_t i = 0; i < section.relocation_count; ++i) {
       const std::uint64_t at = section.relocation_offset + i * kRelocationSize;
-      const auto place = read_at<std::uint32_t>(bytes, at);
+      const auto offset = read_at<std::uint32_t>(bytes, at);
       const auto what = read_at<std::uint32_t>(bytes, at + 4);
-      if (!place || !what) return broken();
+      if (!offset || !what) return broken();
       if (*what >> 28 != kSignedPointer) continue;
       return Error{"it holds a signed pointer in data, in " +
-                   symbol_at(*object, s, section.address + *place) +
+                   symbol_at(*object, s, section.address + *offset) +
                    ": a table of functions, or of virtual ones; fill it when the program runs"};
     }
   }

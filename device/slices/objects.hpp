@@ -7,7 +7,7 @@
 
 namespace wispen::slices {
 
-/// An object of today's arm64e code without a signed pointer in its data, which the linker cannot write. An
+/// An object of arm64e code without a signed pointer in its data, which the linker cannot write. An
 /// error names the symbol that holds one.
 Result<void> check_object(std::string_view bytes);
 

@@ -17,7 +17,7 @@ std::string fault_of(const Result<void>& result) { return result ? "" : result.e
 }  // namespace
 
 void check_arm64e(const macho::Image& image, const macho::Fixups& fixups, Report& report) {
-  report.judge(kSlice, "subtype", fault_of(macho::check_subtype(image)), "arm64e of today's calls");
+  report.judge(kSlice, "subtype", fault_of(macho::check_subtype(image)), "arm64e, version 0 of the ABI");
   report.judge(kSlice, "form of fixups", fault_of(macho::check_form(image, fixups)), "chains that can sign");
   report.judge(kSlice, "initialiser offsets", fault_of(macho::check_initialiser_offsets(image)),
                "where nobody can write");

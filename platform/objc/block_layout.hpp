@@ -66,8 +66,8 @@ inline auto function_of(const BlockLayout& block) -> void (*)() {
   const auto told = reinterpret_cast<std::uint64_t>(block.invoke);
   if ((told & ~kAddressBits) != 0) {
     register std::uint64_t function asm("x17") = told & kAddressBits;
-    register std::uint64_t place asm("x16") = reinterpret_cast<std::uint64_t>(&block.invoke) & kAddressBits;
-    asm("hint #8" : "+r"(function) : "r"(place));  // pacia1716: signs x17 with key IA for the place
+    register std::uint64_t address asm("x16") = reinterpret_cast<std::uint64_t>(&block.invoke) & kAddressBits;
+    asm("hint #8" : "+r"(function) : "r"(address));  // pacia1716: signs x17 with key IA for x16
     if (function != told) __builtin_trap();
     return reinterpret_cast<void (*)()>(told & kAddressBits);
   }

@@ -32,7 +32,7 @@ TEST(Object, OfUnsignedCodeIsRefused) {
   put(plain, 8, std::uint32_t{0});
   EXPECT_THAT(why_not(plain), HasSubstr("no arm64e code"));
   put(plain, 8, macho::kSubtypeArm64e);
-  EXPECT_THAT(why_not(plain), HasSubstr("no arm64e code")) << "an older version of the calls";
+  EXPECT_THAT(why_not(plain), HasSubstr("no arm64e code")) << "an older version of the ABI";
 }
 
 TEST(Object, ThatIsNoneIsRefused) {

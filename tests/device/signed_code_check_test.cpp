@@ -110,16 +110,16 @@ TEST(SignedImage, WordsThatMeanNothingAreRefused) {
 
 TEST(SignedImage, ThatIsFinishedHasNoFault) { EXPECT_EQ(fault_of(arm64e()), ""); }
 
-TEST(SignedImage, NeedsTodaysSubtype) {
+TEST(SignedImage, NeedsTheSubtypeOfTheAbi) {
   std::string bytes = arm64e();
   put(bytes, 8, macho::kSubtypeArm64e);
-  EXPECT_THAT(fault_of(bytes), HasSubstr("0x2, which is not today's arm64e"));
+  EXPECT_THAT(fault_of(bytes), HasSubstr("0x2, which is not arm64e of the ABI's version 0"));
 }
 
 TEST(SignedImage, NeedsChainsThatCanSign) {
-  EXPECT_THAT(fault_of(seed("slices/linked")), HasSubstr("not today's arm64e"));
+  EXPECT_THAT(fault_of(seed("slices/linked")), HasSubstr("not arm64e of the ABI's version 0"));
   std::string plain = seed("slices/linked");
-  put(plain, 8, macho::kSubtypeArm64eToday);
+  put(plain, 8, macho::kSubtypeArm64eAbi0);
   EXPECT_THAT(fault_of(plain), HasSubstr("of the form"));
   std::string opcodes = arm64e();
   pretend_opcodes(opcodes);

@@ -133,7 +133,8 @@ SHOWN int signed_dispatch() {
 }
 
 SHOWN void signed_dispatch_later(int* target) {
-  dispatch_async(dispatch_get_main_queue(), [target] { *target = 30; });
+  dispatch_async(dispatch_get_global_queue(0, 0),
+                 [target] { __atomic_store_n(target, 30, __ATOMIC_RELEASE); });
 }
 
 /// Exceptions of the other side pass through this frame, whose destructor runs.

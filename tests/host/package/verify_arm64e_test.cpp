@@ -70,7 +70,7 @@ void put_big(std::string& bytes, std::size_t at, std::uint32_t value) {
 
 std::vector<Breakage> breakages() {
   return {
-      {"AnOlderSubtype", "subtype", "0x2, which is not today's",
+      {"AnOlderSubtype", "subtype", "0x2, which is not arm64e",
        in_arm64e([](std::string& slice) { put(slice, 8, macho::kSubtypeArm64e); })},
       {"AnotherSubtypeInTheFatHeader", "slices", "of the subtype 0x2, and the slice says 0x80000002",
        [](DebFile& deb) { put_big(code_of(deb).bytes, 8 + 20 + 4, macho::kSubtypeArm64e); }},
@@ -85,8 +85,8 @@ std::vector<Breakage> breakages() {
        [](DebFile& deb) {
          std::string& code = code_of(deb).bytes;
          const std::uint32_t offset = __builtin_bswap32(get<std::uint32_t>(code, 8 + 8));
-         put(code, offset + 8, macho::kSubtypeArm64eToday);
-         put_big(code, 8 + 4, macho::kSubtypeArm64eToday);
+         put(code, offset + 8, macho::kSubtypeArm64eAbi0);
+         put_big(code, 8 + 4, macho::kSubtypeArm64eAbi0);
        }},
       {"TheNewerSliceAlone", "slices", "no arm64 slice",
        [](DebFile& deb) { code_of(deb).bytes = slices_in(code_of(deb).bytes).at(1); }},
