@@ -1,4 +1,5 @@
-// tests/device/wrong/signed_table.cpp: a table of functions in data, which no linker of ours can write for arm64e.
+// tests/device/wrong/signed_table.cpp: a table of functions in data, which no linker of ours can write for
+// arm64e.
 
 extern "C" {
 int wrong_one(int number) { return number + 1; }
