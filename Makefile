@@ -2,6 +2,9 @@
 .DEFAULT_GOAL := help
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
+# OFF leaves the slice for phones from A12 on out of the phone's bundle.
+export ARM64E ?= ON
+CONFIGURE = cmake -DWISPEN_ARM64E=$(ARM64E) --preset
 
 .PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean device packages test-device
 
@@ -12,7 +15,7 @@ setup: ## install the Debian packages that are missing
 	@tools/setup
 
 configure: setup
-	@cmake --preset default >/dev/null || cmake --preset default
+	@$(CONFIGURE) default >/dev/null || $(CONFIGURE) default
 
 build: configure ## build everything into build/out
 	@cmake --build build/default -j $(JOBS)
@@ -24,7 +27,7 @@ run: configure ## the main job: set values on the pages, see the file and the no
 test: build ## build and pass all tests
 	@ctest --test-dir build/default --output-on-failure -j $(JOBS)
 
-test-device: setup ## run the phone's own arm64 code under qemu-user, where that can be had
+test-device: setup ## run the phone's own code, both slices, under qemu-user, where that can be had
 	@tools/test-device $(JOBS)
 
 asan: setup ## tests under AddressSanitizer and UBSan
@@ -34,15 +37,15 @@ tsan: setup ## tests under ThreadSanitizer
 	@tools/sanitize tsan $(JOBS)
 
 clang: setup ## build and test with clang
-	@cmake --preset clang && cmake --build build/clang -j $(JOBS) && ctest --test-dir build/clang --output-on-failure -j $(JOBS)
+	@$(CONFIGURE) clang && cmake --build build/clang -j $(JOBS) && ctest --test-dir build/clang --output-on-failure -j $(JOBS)
 
 bench: setup ## measure: ratios against peers, in one run each
-	@cmake --preset bench && cmake --build build/bench -j $(JOBS) && tools/bench build/bench
+	@$(CONFIGURE) bench && cmake --build build/bench -j $(JOBS) && tools/bench build/bench
 
 fuzz: setup ## run every fuzzer for FUZZ_SECONDS (300)
-	@cmake --preset fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz $(FUZZ_SECONDS)
+	@$(CONFIGURE) fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz $(FUZZ_SECONDS)
 
-device: configure ## build the phone's bundle (arm64 Mach-O)
+device: configure ## build the phone's bundle (Mach-O, arm64 and arm64e)
 	@cmake --build build/default -j $(JOBS) --target device
 
 packages: configure ## build the phone's packages, rootful and rootless, into build/out/packages

@@ -23,6 +23,7 @@ endif()
 option(WISPEN_BUILD_TESTS "Build the tests" ON)
 option(WISPEN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(WISPEN_BUILD_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
+option(WISPEN_ARM64E "Build the slice for phones from A12 on (needs clang 22)" ON)
 set(WISPEN_SANITIZE "" CACHE STRING "Comma-separated sanitizers, as -fsanitize takes them")
 set(WISPEN_OUTPUT_DIR ${CMAKE_BINARY_DIR}/out CACHE PATH "Where programs, libraries and the bundle go")
 

@@ -10,17 +10,13 @@
 
 #include "device/macho/bytes.hpp"
 #include "device/macho/format.hpp"
+#include "device/macho/unwind_table.hpp"
 
 namespace wispen::loader {
 
 namespace {
 
-using macho::read_at;
-
-constexpr std::uint32_t kHasLsda = 0x40000000;
-constexpr std::uint32_t kModeMask = 0x0F000000;
-
-Error broken(const std::string& what) { return Error{"the table of unwinding codes " + what}; }
+using macho::kUnwindModeMask;
 
 /// Numbers as DWARF writes them, one after the other.
 class Bytes {
@@ -64,6 +60,11 @@ class Rules {
     }
     return *this;
   }
+  /// From here on the return address is signed.
+  Rules& signed_return() {
+    bytes_.byte(0x2D);  // DW_CFA_AARCH64_negate_ra_state
+    return *this;
+  }
   const std::string& text() const { return bytes_.text(); }
 
  private:
@@ -75,7 +76,7 @@ std::optional<std::string> rules_x86_64(std::uint32_t code) {
   constexpr std::uint32_t kWithFrame = 0x01000000;
   constexpr std::uint32_t kWithoutFrame = 0x02000000;
   constexpr std::array<unsigned, 6> kRegisters = {0, 3, 12, 13, 14, 15};
-  if ((code & kModeMask) == kWithFrame) {
+  if ((code & kUnwindModeMask) == kWithFrame) {
     Rules rules;
     rules.frame(6, 16).saved(16, 1).saved(6, 2);
     const std::uint64_t deepest = code >> 16 & 0xFF;
@@ -87,7 +88,7 @@ std::optional<std::string> rules_x86_64(std::uint32_t code) {
     }
     return rules.text();
   }
-  if ((code & kModeMask) == kWithoutFrame && (code >> 10 & 7) == 0) {  // no register saved
+  if ((code & kUnwindModeMask) == kWithoutFrame && (code >> 10 & 7) == 0) {  // no register saved
     const std::uint64_t words = code >> 16 & 0xFF;
     if (words == 0) return std::nullopt;
     return Rules().frame(7, words * 8).saved(16, 1).text();
@@ -95,16 +96,16 @@ std::optional<std::string> rules_x86_64(std::uint32_t code) {
   return std::nullopt;
 }
 
-/// arm64: fp 29, lr 30, sp 31, d8 is 72. Registers are saved in pairs.
-std::optional<std::string> rules_arm64(std::uint32_t code) {
-  constexpr std::uint32_t kWithoutFrame = 0x02000000;
-  constexpr std::uint32_t kWithFrame = 0x04000000;
+/// arm64: fp 29, lr 30, sp 31, d8 is 72. Registers are saved in pairs. Each frame of arm64e code has a signed
+/// return address.
+std::optional<std::string> rules_arm64(std::uint32_t code, bool arm64e) {
   Rules rules;
   std::uint64_t next = 1;
-  if ((code & kModeMask) == kWithFrame) {
+  if ((code & kUnwindModeMask) == macho::kUnwindArm64Frame) {
     rules.frame(29, 16).saved(30, 1).saved(29, 2);
+    if (arm64e) rules.signed_return();
     next = 3;
-  } else if ((code & kModeMask) == kWithoutFrame) {
+  } else if ((code & kUnwindModeMask) == macho::kUnwindArm64Frameless) {
     rules.frame(31, static_cast<std::uint64_t>(code >> 12 & 0xFFF) * 16);
   } else {
     return std::nullopt;
@@ -126,102 +127,7 @@ std::optional<std::string> rules_arm64(std::uint32_t code) {
   return rules.text();
 }
 
-struct Function {
-  std::uint32_t offset;
-  std::uint32_t code;
-};
-
-/// The table, read into a plain list.
-class Table {
- public:
-  explicit Table(std::string_view bytes) : bytes_(bytes) {}
-
-  Result<void> read() {
-    const auto version = read_at<std::uint32_t>(bytes_, 0);
-    common_ = read_at<std::uint32_t>(bytes_, 4).value_or(0);
-    common_count_ = read_at<std::uint32_t>(bytes_, 8).value_or(0);
-    const auto personalities = read_at<std::uint32_t>(bytes_, 12);
-    const auto personality_count = read_at<std::uint32_t>(bytes_, 16);
-    const auto index = read_at<std::uint32_t>(bytes_, 20);
-    const auto index_count = read_at<std::uint32_t>(bytes_, 24);
-    if (version != 1U || !index_count) return broken("is of an unknown version");
-    for (std::uint64_t i = 0; i < std::min<std::uint64_t>(*personality_count, 4); ++i) {
-      const auto place = read_at<std::uint32_t>(bytes_, *personalities + 4 * i);
-      if (!place) return broken("is cut off");
-      personalities_.push_back(*place);
-    }
-    for (std::uint64_t i = 0; i + 1 < *index_count; ++i) {
-      const auto first = read_at<std::uint32_t>(bytes_, *index + 12 * i);
-      const auto page = read_at<std::uint32_t>(bytes_, *index + 12 * i + 4);
-      if (!first || !page) return broken("is cut off");
-      if (auto done = read_page(*page, *first); !done) return done;
-    }
-    const std::uint64_t last = *index + 12 * (std::uint64_t{*index_count} - 1);
-    const auto end = read_at<std::uint32_t>(bytes_, last);
-    const auto lsda = read_at<std::uint32_t>(bytes_, *index + 8ULL);
-    const auto lsda_end = read_at<std::uint32_t>(bytes_, last + 8);
-    if (*index_count == 0 || !end || !lsda || !lsda_end) return broken("is cut off");
-    functions_.push_back({*end, 0});
-    for (std::uint64_t at = *lsda; at + 8 <= *lsda_end; at += 8) {
-      const auto function = read_at<std::uint32_t>(bytes_, at);
-      const auto place = read_at<std::uint32_t>(bytes_, at + 4);
-      if (!function || !place) return broken("is cut off");
-      lsdas_.emplace_back(*function, *place);
-    }
-    std::ranges::sort(lsdas_);
-    return {};
-  }
-
-  const std::vector<Function>& functions() const { return functions_; }
-  const std::vector<std::uint32_t>& personalities() const { return personalities_; }
-  std::optional<std::uint32_t> lsda_of(std::uint32_t function) const {
-    const auto found =
-        std::ranges::lower_bound(lsdas_, function, {}, &std::pair<std::uint32_t, std::uint32_t>::first);
-    if (found == lsdas_.end() || found->first != function) return std::nullopt;
-    return found->second;
-  }
-
- private:
-  Result<void> read_page(std::uint64_t page, std::uint32_t first) {
-    constexpr std::uint32_t kRegular = 2;
-    constexpr std::uint32_t kCompressed = 3;
-    const auto kind = read_at<std::uint32_t>(bytes_, page);
-    const auto entries = read_at<std::uint16_t>(bytes_, page + 4);
-    const auto count = read_at<std::uint16_t>(bytes_, page + 6);
-    if (!count) return broken("is cut off");
-    for (std::uint64_t i = 0; i < *count; ++i) {
-      Function function{};
-      if (kind == kRegular) {
-        const auto offset = read_at<std::uint32_t>(bytes_, page + *entries + 8 * i);
-        const auto code = read_at<std::uint32_t>(bytes_, page + *entries + 8 * i + 4);
-        if (!code) return broken("is cut off");
-        function = {*offset, *code};
-      } else if (kind == kCompressed) {
-        const auto codes = read_at<std::uint16_t>(bytes_, page + 8);
-        const auto entry = read_at<std::uint32_t>(bytes_, page + *entries + 4 * i);
-        if (!codes || !entry) return broken("is cut off");
-        const std::uint64_t which = *entry >> 24;
-        const auto code = read_at<std::uint32_t>(bytes_, which < common_count_
-                                                             ? common_ + 4 * which
-                                                             : page + *codes + 4 * (which - common_count_));
-        if (!code) return broken("is cut off");
-        function = {first + (*entry & 0xFFFFFF), *code};
-      } else {
-        return broken("has a page of an unknown kind");
-      }
-      if (!functions_.empty() && function.offset < functions_.back().offset) return broken("is out of order");
-      functions_.push_back(function);
-    }
-    return {};
-  }
-
-  std::string_view bytes_;
-  std::uint64_t common_ = 0;
-  std::uint64_t common_count_ = 0;
-  std::vector<std::uint32_t> personalities_;
-  std::vector<Function> functions_;  // in order; the last is the end
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> lsdas_;
-};
+bool is_arm64e(const macho::Image& image) { return image.architecture() == "arm64e"; }
 
 /// Writes the section, record by record.
 class Frames {
@@ -236,7 +142,9 @@ class Frames {
     const bool arm = image_.cpu == macho::kCpuArm64;
     Bytes body;
     body.raw(std::uint32_t{0}).byte(1);
-    body.append(personality != 0 ? std::string("zPLR\0", 5) : std::string("zR\0", 3));
+    body.append(personality != 0 ? "zPLR" : "zR");
+    if (is_arm64e(image_)) body.append("B");  // with key IB
+    body.byte(0);
     body.uleb(1).byte(0x78);  // code in bytes, data in words downwards
     body.uleb(arm ? 30 : 16);
     if (personality != 0) {
@@ -279,46 +187,40 @@ class Frames {
   std::vector<std::pair<std::uintptr_t, std::size_t>> commons_;
 };
 
-std::string_view table_of(const macho::Image& image) {
-  for (const macho::Segment& segment : image.segments) {
-    for (const macho::Section& section : segment.sections) {
-      if (section.name == "__unwind_info") return macho::part(image.bytes, section.offset, section.size);
-    }
-  }
-  return {};
-}
-
 }  // namespace
 
-Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base) {
-  const std::string_view bytes = table_of(image);
-  if (bytes.empty()) return std::string();
-  Table table(bytes);
-  if (auto read = table.read(); !read) return read.error();
+Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base,
+                                 std::uintptr_t authenticating_personality) {
+  const auto table = macho::read_unwind_table(image);
+  if (!table) return table.error();
+  if (table->functions.empty()) return std::string();
 
+  const bool arm64e = is_arm64e(image);
+  if (arm64e && table->personalities.size() > 1)
+    return Error{"the image has several personality functions, of which only one could be authenticated"};
   Frames frames(image);
-  const auto& functions = table.functions();
-  for (std::size_t i = 0; i + 1 < functions.size(); ++i) {
-    const Function& function = functions[i];
-    const std::uint64_t size = functions[i + 1].offset - function.offset;
-    if (size == 0 || !macho::fits(function.offset, size, image.memory_size())) continue;
+  for (const macho::UnwindTable::Function& function : table->functions) {
+    if (function.size == 0 || !macho::fits(function.offset, function.size, image.memory_size())) continue;
     const auto rules =
-        image.cpu == macho::kCpuArm64 ? rules_arm64(function.code) : rules_x86_64(function.code);
+        image.cpu == macho::kCpuArm64 ? rules_arm64(function.code, arm64e) : rules_x86_64(function.code);
     if (!rules) continue;
     std::uintptr_t personality = 0;
     std::optional<std::uint64_t> lsda;
-    const std::size_t which = function.code >> 28 & 3;
-    if ((function.code & kHasLsda) != 0 && which > 0 && which <= table.personalities().size()) {
-      const std::uint64_t place = table.personalities()[which - 1];
-      const auto offset = table.lsda_of(function.offset);
-      if (!offset || !macho::fits(place, 8, image.memory_size()) || *offset >= image.memory_size()) {
-        return broken("leads out of the image");
+    const auto place = table->personality_of(function);
+    if ((function.code & macho::kUnwindHasLsda) != 0 && place) {
+      const auto offset = table->lsda_of(function.offset);
+      if (!offset || !macho::fits(*place, 8, image.memory_size()) || *offset >= image.memory_size()) {
+        return Error{"the table of unwinding codes leads out of the image"};
       }
-      // The pointer was bound already: it lies in the image's own table of imports.
-      std::memcpy(&personality, reinterpret_cast<const void*>(base + place), sizeof personality);
+      if (arm64e) {
+        personality = authenticating_personality;
+      } else {
+        // The pointer was bound already: it lies in the image's own table of imports.
+        std::memcpy(&personality, reinterpret_cast<const void*>(base + *place), sizeof personality);
+      }
       lsda = base + *offset;
     }
-    frames.function(frames.common(personality), base + function.offset, size, lsda, *rules);
+    frames.function(frames.common(personality), base + function.offset, function.size, lsda, *rules);
   }
   return std::move(frames).finish();
 }

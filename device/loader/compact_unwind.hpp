@@ -14,7 +14,9 @@ namespace wispen::loader {
 
 /// The frames of every function whose code is one of the plain forms, as an .eh_frame section with absolute
 /// addresses for an image that was moved to `base` (where its lowest address is now), with the closing zero.
-/// Functions of other forms get none. Empty where the image has no table.
-Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base);
+/// Functions of other forms get none. Empty where the image has no table. The frames of an arm64e image have
+/// signed return addresses, and the given function for a personality: the image's own is signed.
+Result<std::string> dwarf_frames(const macho::Image& image, std::uintptr_t base,
+                                 std::uintptr_t authenticating_personality = 0);
 
 }  // namespace wispen::loader

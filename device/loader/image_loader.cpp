@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "device/loader/pointer_signing.hpp"
 #include "device/macho/bytes.hpp"
 #include "device/macho/exports.hpp"
 #include "device/macho/format.hpp"
@@ -107,6 +109,8 @@ bool Mapping::holds(const void* address) const {
 }
 
 Result<Mapping> map_image(const macho::Image& image, const Resolver& resolve) {
+  if (image.architecture() == "arm64e" && !keys_are_live())
+    return Error{"the image is of signed code, and this processor signs no pointers"};
   for (const macho::Segment& segment : image.segments) {
     if ((segment.address - image.base()) % kPage != 0) {
       return Error{"the segment " + segment.name + " does not begin on a page"};
@@ -130,9 +134,11 @@ Result<Mapping> map_image(const macho::Image& image, const Resolver& resolve) {
                 segment.file_size);
   }
   for (const macho::Fixup& fixup : fixups->fixups) {
-    const auto value = value_of(image, *mapping, *fixups, fixup, *exports, resolve);
+    auto value = value_of(image, *mapping, *fixups, fixup, *exports, resolve);
     if (!value) return value.error();
-    std::memcpy(memory_at(image, *mapping, fixup.address), &*value, sizeof *value);
+    void* const place = memory_at(image, *mapping, fixup.address);
+    if (fixup.signing) *value = signed_pointer(*value, *fixup.signing, place);
+    std::memcpy(place, &*value, sizeof *value);
   }
   if (auto done = protect(image, *mapping); !done) return done.error();
   __builtin___clear_cache(reinterpret_cast<char*>(mapping->base()),
@@ -170,11 +176,16 @@ Result<std::string_view> slice_for_this_machine(std::string_view file) {
 #endif
   const auto slices = macho::slices_of(file);
   if (!slices) return slices.error();
-  for (const std::string_view slice : *slices) {
-    const auto header = macho::read_at<macho::Header64>(slice, 0);
-    const bool plain = header && (header->subtype & macho::kSubtypeMask) != macho::kSubtypeArm64e;
-    if (header && header->magic == macho::kMagic64 && header->cpu == kCpu && plain) return slice;
+  std::optional<std::string_view> plain;
+  for (const macho::Slice& slice : *slices) {
+    const auto header = macho::read_at<macho::Header64>(slice.bytes, 0);
+    if (!header || header->magic != macho::kMagic64 || header->cpu != kCpu) continue;
+    const bool arm64e =
+        kCpu == macho::kCpuArm64 && (header->subtype & macho::kSubtypeMask) == macho::kSubtypeArm64e;
+    if (arm64e && keys_are_live()) return slice.bytes;
+    if (!arm64e && !plain) plain = slice.bytes;
   }
+  if (plain) return *plain;
   return Error{"the file has no code for this processor"};
 }
 

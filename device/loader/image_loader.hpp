@@ -35,13 +35,15 @@ class Mapping {
 };
 
 /// Puts the image's segments into memory, applies its fixups and protects its pages; runs nothing. An import
-/// that the resolver does not know is an error that names it, unless it is weak or its library is.
+/// that the resolver does not know is an error that names it, unless it is weak or its library is. What a
+/// fixup wants signed is signed; a processor without keys takes no arm64e image.
 Result<Mapping> map_image(const macho::Image& image, const Resolver& resolve);
 
 /// Runs the initialisers of a mapped image, in the file's order. An error where one lies outside its code.
 Result<void> run_initialisers(const macho::Image& image, const Mapping& mapping);
 
-/// The slice of the file that this machine's processor can run.
+/// The slice of the file that this machine's processor runs: the signed one where it has keys, as a phone
+/// does.
 Result<std::string_view> slice_for_this_machine(std::string_view file);
 
 }  // namespace wispen::loader

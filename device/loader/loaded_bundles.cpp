@@ -13,9 +13,12 @@
 #include "device/loader/compact_unwind.hpp"
 #include "device/loader/image_loader.hpp"
 #include "device/loader/phone_symbols.hpp"
+#include "device/loader/signed_personality.hpp"
+#include "device/loader/signed_symbols.hpp"
 #include "device/macho/bytes.hpp"
 #include "device/macho/exports.hpp"
 #include "device/macho/format.hpp"
+#include "device/macho/unwind_table.hpp"
 
 extern "C" void __register_frame(void* frames);
 
@@ -29,6 +32,7 @@ struct Bundle {
   Mapping mapping;
   std::vector<macho::Export> exports;
   std::string frames;  // the unwinder reads them whenever an exception passes
+  const std::uint64_t* personality_word = nullptr;
 };
 
 /// Never destroyed: code of the bundles may run until the very end.
@@ -65,10 +69,19 @@ Result<void*> load_bundle(const std::string& path) {
   const auto image = macho::parse_image(*slice);
   if (!image) return image.error();
   if (image->file_type != macho::kFileBundle) return Error{"the file is no loadable bundle"};
-  auto mapping = map_image(*image, phone_symbol);
+  const bool arm64e = image->architecture() == "arm64e";
+  auto mapping = map_image(*image, arm64e ? phone_symbol_for_signed_code : phone_symbol);
   if (!mapping) return mapping.error();
   bundle.mapping = *std::move(mapping);
-  auto frames = dwarf_frames(*image, bundle.mapping.base());
+  if (arm64e) {
+    const auto table = macho::read_unwind_table(*image);
+    if (!table) return table.error();
+    if (!table->personalities.empty())
+      bundle.personality_word =
+          reinterpret_cast<const std::uint64_t*>(bundle.mapping.base() + table->personalities.front());
+  }
+  auto frames = dwarf_frames(*image, bundle.mapping.base(),
+                             reinterpret_cast<std::uintptr_t>(&authenticating_personality));
   if (!frames) return frames.error();
 
   auto exports = macho::read_exports(*image);
@@ -85,7 +98,7 @@ Result<void*> load_bundle(const std::string& path) {
 std::optional<Place> bundle_around(const void* address) {
   for (const Bundle& bundle : bundles()) {
     if (bundle.mapping.holds(address))
-      return Place{bundle.path, reinterpret_cast<void*>(bundle.mapping.base())};
+      return Place{bundle.path, reinterpret_cast<void*>(bundle.mapping.base()), bundle.personality_word};
   }
   return std::nullopt;
 }

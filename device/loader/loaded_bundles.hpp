@@ -1,6 +1,7 @@
 // device/loader/loaded_bundles.hpp: Mach-O bundles in this process, each loaded once and for good.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -18,6 +19,7 @@ Result<void*> load_bundle(const std::string& path);
 struct Place {
   std::string path;
   void* base = nullptr;
+  const std::uint64_t* personality_word = nullptr;  // of signed code, through which exceptions pass
 };
 /// The bundle whose memory holds the address.
 std::optional<Place> bundle_around(const void* address);

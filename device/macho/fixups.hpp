@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,18 @@ struct Import {
   bool weak = false;  // may stay null
 };
 
+enum class Key : std::uint8_t { IA, IB, DA, DB };
+
+/// How a loader signs a pointer: with the key, and with the address of the pointer itself, a constant, or
+/// both.
+struct Signing {
+  Key key = Key::IA;
+  bool address_diversity = false;
+  std::uint16_t constant = 0;
+
+  bool operator==(const Signing&) const = default;
+};
+
 /// One pointer of eight bytes. Either it moves with the image (`target` is its unmoved value) or it becomes
 /// the address of an import plus `addend`.
 struct Fixup {
@@ -34,6 +47,13 @@ struct Fixup {
   std::uint64_t target = 0;      // unmoved
   std::uint8_t tag = 0;          // the top byte of a moved pointer, which the processor ignores
   std::int64_t addend = 0;
+  std::optional<Signing> signing;
+};
+
+/// A segment whose pointers are chained.
+struct ChainedSegment {
+  std::uint64_t starts = 0;  // where its ChainedStartsInSegment lies in the image's bytes
+  std::uint16_t form = 0;    // kChainedPointer...
 };
 
 struct Fixups {
@@ -42,11 +62,12 @@ struct Fixups {
 
   std::vector<Import> imports;
   std::vector<Fixup> fixups;  // in the order in which a loader applies them
+  std::vector<ChainedSegment> chained;
 };
 
-/// Reads both forms, opcodes (rebase, bind, weak and lazy bind) and chains (64-bit pointers). Every address
-/// lies in a writable segment's memory, or in one that is made read-only later; every rebase points into the
-/// image, and every ordinal names one of its libraries.
+/// Reads both forms, opcodes (rebase, bind, weak and lazy bind) and chains (64-bit pointers, plain or
+/// arm64e's). Every address lies in a writable segment's memory, or in one that is made read-only later;
+/// every rebase points into the image, and every ordinal names one of its libraries.
 Result<Fixups> read_fixups(const Image& image);
 
 /// The two forms by themselves; the other is not looked at.

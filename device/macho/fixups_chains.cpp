@@ -94,12 +94,13 @@ class Chains {
     const auto format = *read_at<std::uint16_t>(data_, at + 6);
     const auto segment_offset = *read_at<std::uint64_t>(data_, at + 8);
     const auto pages = *read_at<std::uint16_t>(data_, at + 20);
-    if (format != kChainedPointer64 && format != kChainedPointer64Offset) {
+    if (format != kChainedPointer64 && format != kChainedPointer64Offset && format != kChainedPointerArm64e) {
       return broken("have pointers of the form " + std::to_string(format) + ", which is not known here");
     }
     if (page_size != 0x1000 && page_size != 0x4000) return broken("have pages of an odd size");
     if (segment_offset != segment.address - image_.base())
       return broken("misplace the segment " + segment.name);
+    fixups_.chained.push_back({image_.chained_fixups->offset + at, format});
     for (std::uint64_t page = 0; page < pages; ++page) {
       const auto start = read_at<std::uint16_t>(data_, at + kChainedStartsSize + 2 * page);
       if (!start) return broken("end within a segment's pages");
@@ -113,28 +114,63 @@ class Chains {
 
   /// A chain only ever goes forwards, so it ends.
   Result<void> follow(std::uint64_t page, std::uint64_t at, std::uint64_t page_size, std::uint16_t format) {
-    constexpr std::uint64_t kStride = 4;
+    const bool arm64e = format == kChainedPointerArm64e;
     for (;;) {
       const auto raw = read_at<std::uint64_t>(image_.bytes_at(page + at, 8), 0);
       if (!raw) return broken("have a chain that leaves the file");
-      Fixup fixup;
-      fixup.address = page + at;
-      if ((*raw >> 63) != 0) {
-        fixup.import = *raw & 0xFFFFFF;
-        if (fixup.import >= addends_.size()) return broken("name an import that is not there");
-        fixup.addend = static_cast<std::int64_t>(*raw >> 24 & 0xFF) + addends_[fixup.import];
-      } else {
-        const std::uint64_t target = *raw & 0xFFFFFFFFF;
-        fixup.tag = static_cast<std::uint8_t>(*raw >> 36 & 0xFF);
-        fixup.target = format == kChainedPointer64Offset ? image_.base() + target : target;
-      }
-      if (auto added = add_fixup(image_, fixup, fixups_); !added) return added;
-      const std::uint64_t next = (*raw >> 51 & 0xFFF) * kStride;
+      auto fixup = arm64e ? arm64e_fixup(*raw) : plain_fixup(*raw, format);
+      if (!fixup) return fixup.error();
+      fixup->address = page + at;
+      if (auto added = add_fixup(image_, *fixup, fixups_); !added) return added;
+      const std::uint64_t next = arm64e ? (*raw >> 51 & 0x7FF) * 8 : (*raw >> 51 & 0xFFF) * 4;
       if (next == 0) return {};
       if (next < 8) return broken("have a chain whose pointers lie over each other");
       at += next;
       if (at >= page_size) return broken("have a chain that leaves its page");
     }
+  }
+
+  Result<Fixup> plain_fixup(std::uint64_t raw, std::uint16_t format) const {
+    Fixup fixup;
+    if ((raw >> 63) != 0) return bound(raw & 0xFFFFFF, static_cast<std::int64_t>(raw >> 24 & 0xFF));
+    const std::uint64_t target = raw & 0xFFFFFFFFF;
+    fixup.tag = static_cast<std::uint8_t>(raw >> 36 & 0xFF);
+    fixup.target = format == kChainedPointer64Offset ? image_.base() + target : target;
+    return fixup;
+  }
+
+  /// Bit 63 says whether the pointer is signed, bit 62 whether it is bound.
+  Result<Fixup> arm64e_fixup(std::uint64_t raw) const {
+    const bool is_signed = (raw >> 63) != 0;
+    Fixup fixup;
+    if ((raw >> 62 & 1) != 0) {
+      if ((raw >> 24 & 0xFF) != 0) return broken("have a pointer with bits that mean nothing");
+      // A signed one has its signing where another has nineteen bits of addend, the highest of them the sign.
+      const std::int64_t addend = is_signed ? 0 : static_cast<std::int64_t>(raw << 13) >> 45;
+      auto found = bound(raw & 0xFFFFFF, addend);
+      if (!found) return found;
+      fixup = *found;
+      if (is_signed && fixup.addend != 0) return broken("sign a pointer beside a symbol");
+    } else if (is_signed) {
+      fixup.target = image_.base() + (raw & 0xFFFFFFFF);
+    } else {
+      fixup.target = image_.base() + (raw & 0x7FFFFFFFFFF);
+      fixup.tag = static_cast<std::uint8_t>(raw >> 43 & 0xFF);
+    }
+    if (is_signed) {
+      fixup.signing = Signing{static_cast<Key>(raw >> 49 & 3), (raw >> 48 & 1) != 0,
+                              static_cast<std::uint16_t>(raw >> 32 & 0xFFFF)};
+    }
+    return fixup;
+  }
+
+  Result<Fixup> bound(std::size_t import, std::int64_t addend) const {
+    if (import >= addends_.size()) return broken("name an import that is not there");
+    Fixup fixup;
+    fixup.import = import;
+    fixup.addend = static_cast<std::int64_t>(static_cast<std::uint64_t>(addend) +
+                                             static_cast<std::uint64_t>(addends_[import]));
+    return fixup;
   }
 
   const Image& image_;

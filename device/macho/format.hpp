@@ -13,7 +13,9 @@ inline constexpr std::uint32_t kCpuX86_64 = 0x01000007;
 inline constexpr std::uint32_t kCpuArm64 = 0x0100000C;
 inline constexpr std::uint32_t kSubtypeMask = 0x00FFFFFF;  // the high byte holds capabilities
 inline constexpr std::uint32_t kSubtypeArm64e = 2;
+inline constexpr std::uint32_t kSubtypeArm64eAbi0 = 0x80000002;  // the ABI's version is in the high byte
 
+inline constexpr std::uint32_t kFileObject = 1;
 inline constexpr std::uint32_t kFileBundle = 8;
 inline constexpr std::uint32_t kFlagNoUndefined = 0x1;
 inline constexpr std::uint32_t kFlagForDynamicLinker = 0x4;
@@ -52,6 +54,8 @@ inline constexpr std::uint32_t kSectionInitPointers = 0x9;
 inline constexpr std::uint32_t kSectionThreadZeroFill = 0x12;
 inline constexpr std::uint32_t kSectionThreadVariables = 0x13;
 inline constexpr std::uint32_t kSectionInitOffsets = 0x16;
+inline constexpr std::uint32_t kSectionPureInstructions = 0x80000000;
+inline constexpr std::uint32_t kSectionSomeInstructions = 0x400;
 
 struct Header64 {
   std::uint32_t magic, cpu, subtype, file_type, command_count, commands_size, flags, reserved;
@@ -119,5 +123,10 @@ inline constexpr std::uint64_t kChainedStartsSize = 22;
 inline constexpr std::uint16_t kChainedNoStart = 0xFFFF;
 inline constexpr std::uint16_t kChainedPointer64 = 2;
 inline constexpr std::uint16_t kChainedPointer64Offset = 6;
+inline constexpr std::uint16_t kChainedPointerArm64e = 12;  // signed where a word says so
+
+struct FatEntry {  // big-endian
+  std::uint32_t cpu, subtype, offset, size, alignment_log2;
+};
 
 }  // namespace wispen::macho

@@ -3,6 +3,7 @@
 #include "device/macho/image.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "device/macho/bytes.hpp"
@@ -256,20 +257,21 @@ std::string_view Image::bytes_at(std::uint64_t address, std::uint64_t size) cons
 
 Result<Image> parse_image(std::string_view bytes) { return Parser(bytes).parse(); }
 
-Result<std::vector<std::string_view>> slices_of(std::string_view file) {
+Result<std::vector<Slice>> slices_of(std::string_view file) {
   const auto big = [&](std::uint64_t offset) -> std::optional<std::uint32_t> {
     const auto raw = read_at<std::uint32_t>(file, offset);
     return raw ? std::optional(__builtin_bswap32(*raw)) : std::nullopt;
   };
-  if (big(0) != kFatMagic) return std::vector{file};
+  if (big(0) != kFatMagic) return std::vector{Slice{file, 0, std::nullopt, std::nullopt}};
   const auto count = big(4);
   if (!count || *count == 0 || *count > kMostSlices)
     return Error{"the fat file has no sensible number of slices"};
-  std::vector<std::string_view> slices;
-  std::vector<Range> taken{{0, 8 + std::uint64_t{*count} * 20}};
+  std::vector<Slice> slices;
+  std::vector<Range> taken{{0, 8 + std::uint64_t{*count} * sizeof(FatEntry)}};
   for (std::uint64_t i = 0; i < *count; ++i) {
-    const auto offset = big(8 + i * 20 + 8);
-    const auto size = big(8 + i * 20 + 12);
+    const std::uint64_t entry = 8 + i * sizeof(FatEntry);
+    const auto offset = big(entry + offsetof(FatEntry, offset));
+    const auto size = big(entry + offsetof(FatEntry, size));
     if (!offset || !size || *size == 0 || !fits(*offset, *size, file.size())) {
       return Error{"the fat file ends within its slices"};
     }
@@ -279,7 +281,8 @@ Result<std::vector<std::string_view>> slices_of(std::string_view file) {
       }
     }
     taken.push_back({*offset, *size});
-    slices.push_back(file.substr(*offset, *size));
+    slices.push_back(
+        {file.substr(*offset, *size), *offset, big(entry), big(entry + offsetof(FatEntry, subtype))});
   }
   return slices;
 }

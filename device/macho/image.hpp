@@ -91,7 +91,14 @@ struct Image {
 /// or in the file, sections lie within theirs.
 Result<Image> parse_image(std::string_view bytes);
 
-/// The bytes of each image in the file: several of a fat file, else the whole.
-Result<std::vector<std::string_view>> slices_of(std::string_view file);
+/// One image of a file, and what the file says of it.
+struct Slice {
+  std::string_view bytes;
+  std::uint64_t offset = 0;                   // in the file
+  std::optional<std::uint32_t> cpu, subtype;  // only a fat file's header names them
+};
+
+/// Each image in the file: several of a fat file, else the whole.
+Result<std::vector<Slice>> slices_of(std::string_view file);
 
 }  // namespace wispen::macho

@@ -48,12 +48,17 @@ Result<std::string_view> blob_in(std::string_view super, std::uint32_t slot) {
 
 bool Signature::ad_hoc() const { return (flags & kAdHoc) != 0; }
 
-Result<Signature> check_signature(const Image& image) {
+Sha256 CodeDirectory::hash_of(std::string_view bytes, std::uint64_t page) const {
+  const std::uint64_t begin = page * page_size;
+  return sha256(bytes.substr(begin, std::min(page_size, limit - begin)));
+}
+
+Result<CodeDirectory> read_code_directory(const Image& image) {
   if (!image.signature) return Error{"the image is not signed"};
-  const auto directory =
+  const auto found =
       blob_in(part(image.bytes, image.signature->offset, image.signature->size), kSlotCodeDirectory);
-  if (!directory) return directory.error();
-  const std::string_view bytes = *directory;
+  if (!found) return found.error();
+  const std::string_view bytes = *found;
   constexpr std::size_t kShortest = 44;
   if (big(bytes, 0) != kCodeDirectory || bytes.size() < kShortest)
     return broken("has a directory that is none");
@@ -74,16 +79,22 @@ Result<Signature> check_signature(const Image& image) {
     return broken("ends within its hashes");
   const auto identifier = text_at(bytes, *big(bytes, 20));
   if (!identifier) return broken("has no identifier");
+  const auto place = static_cast<std::uint64_t>(bytes.data() - image.bytes.data());
+  return CodeDirectory{
+      std::string(*identifier), *big(bytes, 12), limit, page_size, page_count, place + hashes};
+}
 
-  for (std::uint64_t page = 0; page < page_count; ++page) {
-    const std::uint64_t begin = page * page_size;
-    const Sha256 found = sha256(image.bytes.substr(begin, std::min(page_size, limit - begin)));
-    const std::string_view told = bytes.substr(hashes + page * hash_size, hash_size);
+Result<Signature> check_signature(const Image& image) {
+  const auto directory = read_code_directory(image);
+  if (!directory) return directory.error();
+  for (std::uint64_t page = 0; page < directory->page_count; ++page) {
+    const Sha256 found = directory->hash_of(image.bytes, page);
+    const std::string_view told = image.bytes.substr(directory->hashes + page * found.size(), found.size());
     const bool equal =
         std::ranges::equal(told, found, {}, [](char byte) { return static_cast<std::uint8_t>(byte); });
     if (!equal) return broken("does not fit page " + std::to_string(page) + " of the image");
   }
-  return Signature{std::string(*identifier), *big(bytes, 12), page_count};
+  return Signature{directory->identifier, directory->flags, directory->page_count};
 }
 
 }  // namespace wispen::macho

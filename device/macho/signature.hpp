@@ -5,9 +5,27 @@
 #include <string>
 
 #include "device/macho/image.hpp"
+#include "device/macho/sha256.hpp"
 #include "host/core/result.hpp"
 
 namespace wispen::macho {
+
+/// Where the hashes lie and what they are of.
+struct CodeDirectory {
+  std::string identifier;
+  std::uint32_t flags = 0;
+  std::uint64_t limit = 0;  // what is signed: the bytes before it
+  std::uint64_t page_size = 0;
+  std::uint64_t page_count = 0;
+  std::uint64_t hashes = 0;  // in the image's bytes, one after the other
+
+  /// The hash that the bytes have now.
+  Sha256 hash_of(std::string_view bytes, std::uint64_t page) const;
+};
+
+/// The directory of an image's signature; an error for one that is of another kind than SHA-256 of pages, or
+/// that does not cover the image up to itself.
+Result<CodeDirectory> read_code_directory(const Image& image);
 
 struct Signature {
   std::string identifier;

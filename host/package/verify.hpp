@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "device/macho/fixups.hpp"
+#include "device/macho/image.hpp"
 #include "host/package/deb_file.hpp"
 
 namespace wispen::package {
@@ -37,8 +39,11 @@ void check_tree(const DebFile& deb, Report& report);
 /// Info.plist, the entry on the front page, the icon, and that every class that a list names is in the code.
 void check_bundle_data(const DebFile& deb, Report& report);
 
-/// Every slice of the executable.
+/// Every slice of the executable: one for phones up to A11, and, unless it was left out, one for newer ones.
 void check_code(std::string_view file, Report& report);
+
+/// What only signed code must have: see device/macho/signed_code.hpp.
+void check_arm64e(const macho::Image& image, const macho::Fixups& fixups, Report& report);
 
 /// Where a package of this architecture keeps the jailbreak's files: "", "/var/jb", or null for one that is
 /// not the phone's.

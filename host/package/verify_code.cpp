@@ -21,7 +21,9 @@ using macho::Image;
 
 constexpr std::uint64_t kPage = 0x4000;        // of every device that runs these systems
 constexpr std::uint32_t kMinimum = 15U << 16;  // 15.0.0, as a build version says it
+// Of one slice; signed code is a tenth longer.
 constexpr std::size_t kMostBytes = std::size_t{200} * 1024;
+constexpr std::size_t kMostBytesArm64e = std::size_t{220} * 1024;
 
 constexpr std::array<std::uint32_t, 17> kKnownCommands = {
     macho::kCommandSegment64,     macho::kCommandSymbols,         macho::kCommandDynamicSymbols,
@@ -146,6 +148,40 @@ std::string initialisers_fault(const Image& image) {
   return "it has no initialiser, so that no class is registered";
 }
 
+/// Code of this kind is not asked to authenticate anything.
+std::string signing_fault(const macho::Fixups& fixups) {
+  const auto form = [](const macho::ChainedSegment& segment) {
+    return segment.form == macho::kChainedPointerArm64e;
+  };
+  return std::ranges::any_of(fixups.chained, form) ? "it has a chain of the form that signs pointers" : "";
+}
+
+/// Exactly one for phones up to A11, at most one for newer ones, each as the file's own header says.
+std::string slices_fault(const std::vector<macho::Slice>& slices, std::string& names) {
+  std::size_t arm64 = 0, arm64e = 0;
+  std::string other;
+  for (const macho::Slice& slice : slices) {
+    const auto header = macho::read_at<macho::Header64>(slice.bytes, 0);
+    const std::uint32_t cpu = header ? header->cpu : 0;
+    const std::uint32_t subtype = header ? header->subtype : 0;
+    const bool newer = (subtype & macho::kSubtypeMask) == macho::kSubtypeArm64e;
+    if (cpu != macho::kCpuArm64 || (subtype != 0 && !newer)) {
+      other = "there is a slice for no phone's processor";
+    } else if (slice.cpu && (*slice.cpu != cpu || *slice.subtype != subtype)) {
+      other = "the file says that a slice is of the subtype " + hexadecimal(*slice.subtype) +
+              ", and the slice says " + hexadecimal(subtype);
+    } else if (slice.offset % kPage != 0) {
+      other = "a slice does not begin on a page of 16 KB";
+    }
+    if (cpu == macho::kCpuArm64 && newer) ++arm64e;
+    if (cpu == macho::kCpuArm64 && subtype == 0) ++arm64;
+  }
+  if (arm64 > 1 || arm64e > 1) return "there are two slices for the same processor";
+  if (arm64 == 0) return "there is no arm64 slice";
+  names = arm64e != 0 ? "arm64 and arm64e" : "arm64 alone: not for phones from A12 on";
+  return other;
+}
+
 void check_slice(std::string_view bytes, Report& report) {
   const auto image = macho::parse_image(bytes);
   if (!image) return report.fail("code", "load commands", image.error().message);
@@ -153,8 +189,8 @@ void check_slice(std::string_view bytes, Report& report) {
   report.judge(name, "load commands", commands_fault(*image),
                std::to_string(image->commands.size()) + " commands");
   report.judge(name, "platform", platform_fault(*image), "iOS 15.0");
-  report.judge(name, "size",
-               bytes.size() < kMostBytes ? "" : "it has " + std::to_string(bytes.size()) + " bytes",
+  const std::size_t most = name == "arm64e" ? kMostBytesArm64e : kMostBytes;
+  report.judge(name, "size", bytes.size() < most ? "" : "it has " + std::to_string(bytes.size()) + " bytes",
                std::to_string(bytes.size()) + " bytes");
   report.judge(name, "segments", segments_fault(*image),
                std::to_string(image->segments.size()) + " on pages of 16 KB");
@@ -168,6 +204,10 @@ void check_slice(std::string_view bytes, Report& report) {
         std::to_string(fixups->fixups.size()) + (image->chained_fixups ? " in chains" : " by opcodes"));
     report.judge(name, "imports", imports_fault(*image, *fixups, stubs),
                  std::to_string(fixups->imports.size()) + " in the stubs");
+    if (name == "arm64e")
+      check_arm64e(*image, *fixups, report);
+    else
+      report.judge(name, "signed pointers", signing_fault(*fixups), "none");
   } else {
     report.fail(name, "fixups", fixups.error().message);
   }
@@ -187,15 +227,10 @@ void check_slice(std::string_view bytes, Report& report) {
 void check_code(std::string_view file, Report& report) {
   const auto slices = macho::slices_of(file);
   if (!slices) return report.fail("code", "slices", slices.error().message);
-  bool for_every_phone = false;
-  for (const std::string_view slice : *slices) {
-    const auto header = macho::read_at<macho::Header64>(slice, 0);
-    for_every_phone |=
-        header && header->cpu == macho::kCpuArm64 && (header->subtype & macho::kSubtypeMask) == 0;
-  }
-  report.judge("code", "slices", for_every_phone ? "" : "there is no arm64 slice",
-               std::to_string(slices->size()));
-  for (const std::string_view slice : *slices) check_slice(slice, report);
+  std::string names;
+  const std::string fault = slices_fault(*slices, names);
+  report.judge("code", "slices", fault, names);
+  for (const macho::Slice& slice : *slices) check_slice(slice.bytes, report);
 }
 
 }  // namespace wispen::package

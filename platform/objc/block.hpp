@@ -7,37 +7,11 @@
 #include <utility>
 
 #include "platform/objc/abi.hpp"
+#include "platform/objc/block_layout.hpp"
 #include "platform/objc/class.hpp"
 #include "platform/objc/marshal.hpp"
 
 namespace objc {
-
-namespace detail {
-
-/// The public layout of a block: https://clang.llvm.org/docs/Block-ABI-Apple.html
-struct BlockLayout;
-struct BlockDescriptor {
-  unsigned long reserved;
-  unsigned long size;
-  void (*copy)(BlockLayout* target, const BlockLayout* source);
-  void (*dispose)(const BlockLayout* block);
-};
-struct BlockLayout {
-  void* isa;
-  int flags;
-  int reserved;
-  void (*invoke)();
-  const BlockDescriptor* descriptor;
-  void* box;  // the lambda, on the heap
-};
-
-#if defined(__APPLE__)
-inline constexpr int kBlockFlags = 1 << 25;
-#else
-inline constexpr int kBlockFlags = (1 << 25) | (1 << 29);  // Foundation copies only what has bit 29
-#endif
-
-}  // namespace detail
 
 template <class Signature>
 class Block;
@@ -63,12 +37,13 @@ class Block<R(A...)> {
   requires(!std::same_as<std::remove_cvref_t<F>, Block> && std::is_invocable_r_v<R, F&, A...>)
       Block(F&& lambda) {  // NOLINT(google-explicit-constructor)
     using Lambda = std::remove_cvref_t<F>;
-    static constexpr detail::BlockDescriptor kDescriptor{
+    static const detail::BlockDescriptor kDescriptor{
         0, sizeof(detail::BlockLayout),
         // The copy takes over the box: the literal below is never disposed of. (Foundation's copy also
         // writes the heap block back over the literal, which would destroy an inline lambda twice.)
-        [](detail::BlockLayout*, const detail::BlockLayout*) {},
-        [](const detail::BlockLayout* block) { delete static_cast<Lambda*>(block->box); }};
+        detail::signed_at_run_time(+[](detail::BlockLayout*, const detail::BlockLayout*) {}),
+        detail::signed_at_run_time(
+            +[](const detail::BlockLayout* block) { delete static_cast<Lambda*>(block->box); })};
     detail::BlockLayout literal{abi::_NSConcreteStackBlock,
                                 detail::kBlockFlags,
                                 0,
@@ -82,10 +57,9 @@ class Block<R(A...)> {
 
   R operator()(A... arguments) const {
     if (raw_ == nullptr) return R();
-    const auto* layout = static_cast<const detail::BlockLayout*>(raw_);
     const auto invoke =
         reinterpret_cast<typename Marshal<R>::Raw (*)(const void*, typename Marshal<A>::Raw...)>(
-            layout->invoke);
+            detail::function_of(*static_cast<const detail::BlockLayout*>(raw_)));
     if constexpr (std::is_void_v<R>) {
       invoke(raw_, Marshal<std::decay_t<A>>::out(arguments)...);
     } else {

@@ -78,7 +78,13 @@ TEST(MachO, AFatFileGivesItsSlices) {
   ASSERT_TRUE(slices.ok());
   ASSERT_EQ(slices->size(), 2U);
   std::set<std::string> machines;
-  for (const auto slice : *slices) machines.insert(macho::parse_image(slice)->architecture());
+  for (const macho::Slice& slice : *slices) {
+    const auto image = macho::parse_image(slice.bytes);
+    machines.insert(image->architecture());
+    EXPECT_EQ(slice.cpu, image->cpu);
+    EXPECT_EQ(slice.subtype, image->subtype);
+    EXPECT_EQ(slice.bytes.data(), fat.data() + slice.offset);
+  }
   EXPECT_EQ(machines, (std::set<std::string>{"arm64", "x86_64"}));
   EXPECT_FALSE(macho::slices_of(fat.substr(0, fat.size() / 2)).ok());
   std::string overlapping = fat;

@@ -8,12 +8,8 @@
 #include <algorithm>
 #include <functional>
 
-#include "device/macho/bytes.hpp"
-#include "device/macho/format.hpp"
-#include "device/macho/image.hpp"
-#include "host/package/deb_file.hpp"
-#include "tests/host/package/deb_maker.hpp"
-#include "tests/support/temporary_folder.hpp"
+#include "tests/device/image_patches.hpp"
+#include "tests/host/package/shipped_package.hpp"
 
 namespace wispen::testing {
 namespace {
@@ -23,21 +19,9 @@ using package::Entry;
 using package::EntryType;
 using ::testing::HasSubstr;
 
-const std::string kBundle = "./var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/";
-
-DebFile shipped() {
-  auto deb = package::read_deb(contents_of(WISPEN_TEST_ROOTLESS_PACKAGE));
-  EXPECT_TRUE(deb.ok()) << deb.error().message;
-  return *deb;
-}
-
-Entry& entry_at(DebFile& deb, const std::string& path) {
-  const auto found = std::ranges::find(deb.entries, path, &Entry::path);
-  EXPECT_NE(found, deb.entries.end()) << path;
-  return *found;
-}
-
-Entry& code_of(DebFile& deb) { return entry_at(deb, kBundle + "3dvitrelleprefs"); }
+/// The package as it was before there were two slices, which is a good one too: the breakages below are of
+/// its code.
+DebFile shipped() { return with_arm64_alone(package_at(WISPEN_TEST_ROOTLESS_PACKAGE)); }
 
 void replace(std::string& text, const std::string& from, const std::string& to) {
   const std::size_t at = text.find(from);
@@ -45,36 +29,11 @@ void replace(std::string& text, const std::string& from, const std::string& to) 
   text.replace(at, from.size(), to);
 }
 
-template <class T>
-void put(std::string& bytes, std::size_t at, T value) {
-  std::memcpy(bytes.data() + at, &value, sizeof value);
-}
-
-/// Where the command of that number begins in the file.
-std::size_t command_at(const std::string& code, std::uint32_t number, std::size_t which = 0) {
-  std::size_t at = sizeof(macho::Header64);
-  for (std::uint32_t i = 0; i < macho::read_at<macho::Header64>(code, 0)->command_count; ++i) {
-    const auto command = *macho::read_at<macho::CommandHeader>(code, at);
-    if (command.command == number && which-- == 0) return at;
-    at += command.size;
-  }
-  ADD_FAILURE() << "no command " << number;
-  return 0;
-}
-
 /// Where the table of exports begins in the file.
 std::size_t exports_at(const std::string& code) {
   const auto image = macho::parse_image(code);
   EXPECT_TRUE(image.ok());
   return image->exports_trie ? image->exports_trie->offset : image->dyld_info->exports.offset;
-}
-
-/// The checks that did not pass.
-std::vector<package::Check> faults(const package::Report& report) {
-  std::vector<package::Check> found;
-  std::ranges::copy_if(report.checks, std::back_inserter(found),
-                       [](const package::Check& check) { return !check.passed; });
-  return found;
 }
 
 class ShippedPackage : public ::testing::TestWithParam<const char*> {};
@@ -91,13 +50,6 @@ TEST_P(ShippedPackage, IsClean) {
     ADD_FAILURE() << fault.subject << ", " << fault.name << ": " << fault.detail;
   }
 }
-
-struct Breakage {
-  const char* what;
-  const char* check;   // the one that must name it
-  const char* detail;  // a part of what it says
-  std::function<void(DebFile&)> breaks;
-};
 
 std::vector<Breakage> breakages() {
   return {
@@ -263,23 +215,20 @@ class BrokenPackage : public ::testing::TestWithParam<std::size_t> {};
 INSTANTIATE_TEST_SUITE_P(Each, BrokenPackage, ::testing::Range(std::size_t{0}, breakages().size()),
                          [](const auto& test) { return std::string(breakages()[test.param].what); });
 
-TEST_P(BrokenPackage, IsNamedByTheRightCheck) {
-  const Breakage breakage = breakages()[GetParam()];
-  DebFile deb = shipped();
-  breakage.breaks(deb);
-  const auto found = faults(package::verify_package(make_deb(deb)));
-  const auto named = std::ranges::find_if(found, [&](const package::Check& fault) {
-    return fault.name == breakage.check && fault.detail.find(breakage.detail) != std::string::npos;
-  });
-  std::string all;
-  for (const package::Check& fault : found) all += fault.name + ": " + fault.detail + "\n";
-  EXPECT_NE(named, found.end()) << "found only:\n" << all;
-}
+TEST_P(BrokenPackage, IsNamedByTheRightCheck) { expect_named(breakages()[GetParam()], shipped()); }
 
 TEST(Package, OneThatIsMadeAnewIsAsCleanAsTheShippedOne) {
   // Otherwise the broken ones above could be broken by their maker.
   EXPECT_EQ(faults(package::verify_package(make_deb(shipped()))).size(),
             faults(package::verify_package(contents_of(WISPEN_TEST_ROOTLESS_PACKAGE))).size());
+}
+
+TEST(Package, WithoutTheSliceForNewerPhonesIsCleanAndSaysSo) {
+  const auto report = package::verify_package(make_deb(shipped()));
+  EXPECT_TRUE(report.clean());
+  const auto slices = std::ranges::find(report.checks, "slices", &package::Check::name);
+  ASSERT_NE(slices, report.checks.end());
+  EXPECT_EQ(slices->detail, "arm64 alone: not for phones from A12 on");
 }
 
 TEST(Package, CutAnywhereIsAFaultAndNoCrash) {
