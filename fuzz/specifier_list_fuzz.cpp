@@ -54,7 +54,8 @@ void use(const PSListController& page) {
     row.values();
     row.titleDictionary();
     const NSObject value = row.performGetter();
-    // A list may give a key or a notification that is no string: the platform raises for those, on purpose.
+    // A list may give a key or a notification that is not a string: the platform raises for those, on
+    // purpose.
     try {
       if (value) row.performSetterWithValue(value);
     } catch (...) {

@@ -193,8 +193,8 @@ int wispen_host_wheel(double x, double y, double points);
 /** Writes text where the keyboard is, as if each character were typed. */
 int wispen_host_type(const char* text);
 /** Presses a key: tab, return, escape, backspace, delete, left, right, up, down, home, end, page-up,
- *  page-down, space, or one character; "shift+" and "command+" before it. Fails for a key that there is not;
- *  a key that nobody wants is no failure. */
+ *  page-down, space, or one character; "shift+" and "command+" before it. Fails for an unknown name;
+ *  a key that nothing handles is not an error. */
 int wispen_host_key(const char* key);
 
 /** Writes a picture of the screen as PNG, whole or not at all. Scale 0 is the device's, else 0.5 to 4. With

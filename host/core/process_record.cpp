@@ -176,7 +176,7 @@ Result<ProcessRecordFile> ProcessRecordFile::write(const DeviceRoot& root, const
   const std::string place = process_records_folder(root);
   if (mkdir(place.c_str(), 0700) != 0 && errno != EEXIST) return cannot_note(name, std::strerror(errno));
   const UniqueFd folder = open_folder(root);
-  if (!folder) return cannot_note(name, "'" + place + "' is no folder of this user alone");
+  if (!folder) return cannot_note(name, "'" + place + "' is not a folder of this user alone");
 
   const std::string text = text_of({name, process, child->started, getpid(), host->started});
   const std::string file = std::to_string(process);

@@ -20,7 +20,7 @@ Result<std::string> utf8_of(const NSString& string);
 NSObject object_of(const plist::Value& value);
 
 /// The tree of an object. An error where it, or something in it, is none of a property list's kinds, a
-/// dictionary has a key that is no string, or containers are nested too deeply (or in a circle).
+/// dictionary has a key that is not a string, or containers are nested too deeply (or in a circle).
 Result<plist::Tree> tree_of(const objc::Object& object);
 
 }  // namespace wispen

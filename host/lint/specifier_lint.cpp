@@ -113,7 +113,7 @@ class ListCheck {
 
   void run(const Value& root) {
     const auto items = root.find("items");
-    if (!items->is(Type::Array)) return add(Severity::Error, "\"items\" is no array");
+    if (!items->is(Type::Array)) return add(Severity::Error, "\"items\" is not an array");
     if (page_.empty()) add(Severity::Warning, "no page that the root page leads to shows this list");
     if (const std::string title = string_at(root, "title"); !title.empty()) check_text("title", title);
     std::size_t index = 0;
@@ -128,7 +128,7 @@ class ListCheck {
       item_ = index++;
       row_.clear();
       if (!item.is(Type::Dictionary)) {
-        add(Severity::Error, "the item is no dictionary");
+        add(Severity::Error, "the item is not a dictionary");
       } else {
         check_item(item);
       }
@@ -225,7 +225,7 @@ class ListCheck {
       }
       for (const Value title : titles->elements()) {
         if (!title.is(Type::String)) {
-          add(Severity::Error, "a title is no string");
+          add(Severity::Error, "a title is not a string");
         } else if (!(pictures && has_image(folder_, title.string()))) {
           check_text("validTitles", title.string());
         }

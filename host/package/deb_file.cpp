@@ -181,7 +181,7 @@ Result<std::string> read_package_file(const std::string& path) {
   if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
     return Error{"cannot open " + path + ": " + std::strerror(errno)};
   }
-  if (!S_ISREG(status.st_mode)) return Error{path + " is no file"};
+  if (!S_ISREG(status.st_mode)) return Error{path + " is not a file"};
   if (static_cast<std::uint64_t>(status.st_size) > DebFile::kMostBytes) return Error{path + " is too large"};
   std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
   std::size_t filled = 0;

@@ -50,7 +50,7 @@ std::vector<Char*> pointers(std::vector<std::string>& words) {
 }
 
 /// Does what makes the home screen paint, which may fail with the host's last error, and waits until it has.
-/// One cause has one answer: an answer too many would be taken for the next one's.
+/// Exactly one reply per request: a second one would be taken for the next request's.
 template <class Cause>
 Result<void> await_painted_after(Cause cause) {
   bool painted = false;

@@ -26,7 +26,7 @@ struct Change {
 /// more go, and references are made wider when their number outgrows them. A changed key that stood twice
 /// stands once afterwards.
 ///
-/// No document, or one whose root is no dictionary, counts as an empty dictionary, written in
+/// No document, or one whose root is not a dictionary, counts as an empty dictionary, written in
 /// `fresh_format`. A value that XML cannot hold (see encode()) turns an XML list into a binary one rather
 /// than being lost. Errors are those of encode().
 Result<std::string> splice(const std::optional<Document>& document, const std::vector<Change>& changes,

@@ -78,7 +78,7 @@ TEST_F(SpecifierLintTest, FindsUnknownKeysAndCells) {
   EXPECT_THAT(check("<dict><key>cell</key><string>PSSwichCell</string></dict>"),
               ElementsAre(HasSubstr("PSSwichCell")));
   EXPECT_THAT(check("<dict><key>id</key><string>x</string></dict>"), ElementsAre(HasSubstr("no cell type")));
-  EXPECT_THAT(check("<string>x</string>"), ElementsAre(HasSubstr("no dictionary")));
+  EXPECT_THAT(check("<string>x</string>"), ElementsAre(HasSubstr("not a dictionary")));
 }
 
 TEST_F(SpecifierLintTest, FindsMethodsThatDoNotFitWhatTheyAreNamedFor) {
