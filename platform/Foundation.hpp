@@ -79,6 +79,7 @@ class NSString : public NSObject {
   float floatValue() const { return objc::send<"floatValue", float>(*this); }
 
   /// A copy of the UTF-8 bytes; "" for nil.
+  NSString copy() const { return objc::send<"copy", NSString>(*this); }
   std::string utf8() const {
     // The ordinary string fits, and then no object has to be made that holds its bytes for the caller.
     constexpr NSUInteger kUtf8 = 4, kRoom = 512;
@@ -370,6 +371,11 @@ class NSBundle : public NSObject {
     return objc::send<"bundleWithPath:", NSBundle>(objc::class_for<NSBundle>(), path);
   }
 
+  /// Of the Info.plist, in the language that is read; nil where it says nothing.
+  template <class T = NSObject>
+  T objectForInfoDictionaryKey(const NSString& key) const {
+    return objc::send<"objectForInfoDictionaryKey:", T>(*this, key);
+  }
   NSString bundlePath() const { return objc::send<"bundlePath", NSString>(*this); }
   NSString bundleIdentifier() const { return objc::send<"bundleIdentifier", NSString>(*this); }
   NSDictionary infoDictionary() const { return objc::send<"infoDictionary", NSDictionary>(*this); }

@@ -70,8 +70,8 @@ std::size_t end_of_character(std::string_view utf8, std::size_t at) {
   return at;
 }
 
-std::optional<uikit::KeyState> key_from(std::string_view name) {
-  uikit::KeyState key;
+std::optional<uikit::KeyPress> key_from(std::string_view name) {
+  uikit::KeyPress key;
   for (bool modified = true; modified;) {
     modified = false;
     if (name.starts_with("shift+")) {
@@ -203,7 +203,8 @@ extern "C" {
 [[gnu::visibility("default")]] int wispen_host_wheel(double x, double y, double points) {
   if (!is_place(x, y) || !std::isfinite(points)) return failed("a wheel needs a place and a way");
   return on_screen([&] {
-    if (const uikit::ScrollView scroll = uikit::scroll_view_at({x, y})) scroll.wheel(points);
+    if (const UIScrollView scroll = uikit::scroll_view_at({x, y}))
+      uikit::ScrollView::of(scroll).wheel(points);
     return done();
   });
 }
@@ -213,7 +214,7 @@ extern "C" {
     const std::string all = text(given);
     for (std::size_t at = 0; at < all.size();) {
       const std::size_t end = end_of_character(all, at);
-      uikit::KeyState key;
+      uikit::KeyPress key;
       key.text = all.substr(at, end - at);
       if (key.text == "\n")
         key = {.code = uikit::KeyCode::Return, .text = {}, .shift = false, .command = false};

@@ -109,7 +109,7 @@ Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
   uikit::set_display_settings(display_of(options));
   preferences::define_preferences();
   preferences::set_lists_as_data(options.lists_as_data);
-  onboarding::WelcomeController::define();
+  onboarding::define_welcome_controller();
 
   set_preferred_languages(options.languages);
   if (!options.library_search_path.empty()) {

@@ -2,54 +2,52 @@
 
 #include "host/preferences/choice_page.hpp"
 
+#include "host/preferences/list_controller.hpp"
+#include "host/preferences/specifier.hpp"
+
 namespace wispen::preferences {
 
-struct ChoicePageMethods {
-  using Self = ChoicePage;
-
-  static PSSpecifier head_for(const Self& self, const PSSpecifier& row) {
-    const Specifier head = Specifier::make(NSString(), CellType::Group);
-    head.setTarget(self);
-    head.setAccessors(objc::selector<"_choice:">(), objc::selector<"_setChoice:specifier:">());
-    head.setPropertyForKey(NSNumber::numberWithBool(true), "isRadioGroup"_ns);
-    head.setPropertyForKey(row.propertyForKey("staticTextMessage"_ns), "footerText"_ns);
-    return head.as<PSSpecifier>();
+class ChoicePage : public objc::Implementation<ChoicePage, PSListItemsController> {
+ public:
+  PSSpecifier head_for(const PSSpecifier& row) {
+    const PSSpecifier head = make_specifier(NSString(), CellType::Group);
+    head.setTarget(self());
+    set_accessors(head, objc::selector<"_choice:">(), objc::selector<"_setChoice:specifier:">());
+    head.setProperty(NSNumber::numberWithBool(true), "isRadioGroup"_ns);
+    head.setProperty(row.propertyForKey("staticTextMessage"_ns), "footerText"_ns);
+    return head;
   }
-  static PSSpecifier item_for(const Self& self, const PSSpecifier& row, const NSObject& value) {
+  PSSpecifier item_for(const PSSpecifier& row, const NSObject& value) {
     const auto title = objc::cast_or_nil<NSString>(row.titleDictionary().objectForKey(value));
-    const Specifier item =
-        Specifier::make(title ? title : objc::send<"description", NSString>(value), CellType::ListItem);
-    item.setTarget(self);
-    item.setPropertyForKey(value, "value"_ns);
-    return item.as<PSSpecifier>();
+    const PSSpecifier item = make_specifier(title ? title : value.description(), CellType::ListItem);
+    item.setTarget(self());
+    item.setProperty(value, "value"_ns);
+    return item;
   }
-
-  static NSMutableArray specifiers(const Self& self) {
-    NSMutableArray& shown = self.specifiers_slot();
-    const PSSpecifier row = self.specifier();
+  NSMutableArray specifiers() {
+    NSMutableArray& shown = ListController::of(self()).list();
+    const PSSpecifier row = self().specifier();
     if (shown || !row) return shown;
     NSMutableArray items = NSMutableArray::array();
-    items.addObject(head_for(self, row));
+    items.addObject(head_for(row));
     const NSArray values = row.values();
     for (NSUInteger i = 0, count = values.count(); i < count; ++i) {
-      items.addObject(item_for(self, row, values.objectAtIndex(i)));
+      items.addObject(item_for(row, values.objectAtIndex(i)));
     }
     shown = items;
     return shown;
   }
-
-  static NSObject choice(const Self& self, const PSSpecifier&) { return self.specifier().performGetter(); }
-  static void setChoice(const Self& self, const NSObject& value, const PSSpecifier&) {
-    self.specifier().performSetterWithValue(value);
+  NSObject choice(const PSSpecifier&) { return self().specifier().performGetter(); }
+  void setChoice(const NSObject& value, const PSSpecifier&) {
+    self().specifier().performSetterWithValue(value);
   }
 };
 
-void ChoicePage::define() {
-  using M = ChoicePageMethods;
-  objc::Class<ChoicePage>()
-      .method<"specifiers", &M::specifiers>()
-      .method<"_choice:", &M::choice>()
-      .method<"_setChoice:specifier:", &M::setChoice>()
+void define_choice_page() {
+  objc::Class<PSListItemsController>::implemented_by<ChoicePage>()
+      .method<"specifiers", &ChoicePage::specifiers>()
+      .method<"_choice:", &ChoicePage::choice>()
+      .method<"_setChoice:specifier:", &ChoicePage::setChoice>()
       .register_class();
 }
 

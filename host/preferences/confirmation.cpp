@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "host/preferences/cells/table_cell.hpp"
-#include "host/uikit/controllers/alert_controller.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
 namespace wispen::preferences {
@@ -21,15 +20,12 @@ NSString text(const NSDictionary& confirmation, const NSString& key, const NSStr
   return own ? own : fallback;
 }
 
-void add_action(const uikit::AlertController& alert, const NSString& title, uikit::AlertActionStyle style,
+void add_action(const UIAlertController& alert, const NSString& title, UIAlertActionStyle style,
                 std::function<void()> chosen) {
-  const objc::Block<void(uikit::AlertAction)> handler = [chosen =
-                                                             std::move(chosen)](const uikit::AlertAction&) {
-    if (chosen) chosen();
-  };
-  objc::send<"addAction:">(
-      alert, objc::send<"actionWithTitle:style:handler:", uikit::AlertAction>(
-                 objc::class_for<uikit::AlertAction>(), title, static_cast<NSInteger>(style), handler));
+  alert.addAction(
+      UIAlertAction::actionWithTitle(title, style, [chosen = std::move(chosen)](const UIAlertAction&) {
+        if (chosen) chosen();
+      }));
 }
 
 }  // namespace
@@ -38,19 +34,19 @@ bool has_confirmation(const PSSpecifier& specifier) { return confirmation_of(spe
 
 void confirm(const PSSpecifier& specifier, std::function<void()> accepted, std::function<void()> cancelled) {
   const NSDictionary confirmation = confirmation_of(specifier);
-  const auto page = objc::cast_or_nil<uikit::ViewController>(specifier.target());
+  const auto page = objc::cast_or_nil<UIViewController>(specifier.target());
   if (!page) return;
   const bool phone = uikit::display_settings().idiom == graphics::Idiom::Phone;
   const NSString title = text(confirmation, "title"_ns, NSString());
-  const auto alert = objc::send<"alertControllerWithTitle:message:preferredStyle:", uikit::AlertController>(
-      objc::class_for<uikit::AlertController>(), phone ? NSString() : title,
-      text(confirmation, "prompt"_ns, NSString()), NSInteger{phone ? 0 : 1});
-  const auto style = is_set(specifier, "isDestructive"_ns) ? uikit::AlertActionStyle::Destructive
-                                                           : uikit::AlertActionStyle::Default;
+  const auto alert = UIAlertController::alertController(
+      phone ? NSString() : title, text(confirmation, "prompt"_ns, NSString()),
+      phone ? UIAlertControllerStyle::ActionSheet : UIAlertControllerStyle::Alert);
+  const auto style =
+      is_set(specifier, "isDestructive"_ns) ? UIAlertActionStyle::Destructive : UIAlertActionStyle::Default;
   add_action(alert, text(confirmation, "okTitle"_ns, title ? title : "OK"_ns), style, std::move(accepted));
-  add_action(alert, text(confirmation, "cancelTitle"_ns, "Cancel"_ns), uikit::AlertActionStyle::Cancel,
+  add_action(alert, text(confirmation, "cancelTitle"_ns, "Cancel"_ns), UIAlertActionStyle::Cancel,
              std::move(cancelled));
-  page.present(alert, true, {});
+  page.presentViewController(alert, true);
 }
 
 }  // namespace wispen::preferences

@@ -1,28 +1,27 @@
 // host/preferences/list_table.cpp: a page of specifiers as a table: its source, its delegate, what taps do.
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
-#include "host/preferences/choice_page.hpp"
+#include "host/preferences/cells/table_cell.hpp"
 #include "host/preferences/confirmation.hpp"
-#include "host/preferences/list_state.hpp"
+#include "host/preferences/list_controller.hpp"
 #include "host/preferences/named_method.hpp"
-#include "host/uikit/controllers/navigation_item.hpp"
+#include "host/preferences/specifier.hpp"
+#include "host/uikit/tables/table_cell.hpp"
+#include "host/uikit/tables/table_view.hpp"
 
 namespace wispen::preferences {
 
 namespace {
-
-constexpr double kAutomatic = uikit::TableView::kAutomaticHeight;
-
-CellType type_of(const PSSpecifier& specifier) { return static_cast<CellType>(specifier.cellType()); }
 
 NSString text_property(const PSSpecifier& specifier, const NSString& key) {
   return objc::cast_or_nil<NSString>(specifier.propertyForKey(key));
 }
 
 /// The height that a cell or a header of a page's own class asks for; nothing where it does not care.
-std::optional<double> preferred_height(const uikit::View& view, double width, const uikit::TableView& table) {
+std::optional<double> preferred_height(const UIView& view, double width, const UITableView& table) {
   if (objc::responds_to(view, objc::selector<"preferredHeightForWidth:">())) {
     return objc::send<"preferredHeightForWidth:", double>(view, width);
   }
@@ -33,358 +32,353 @@ std::optional<double> preferred_height(const uikit::View& view, double width, co
 }
 
 /// A view of the class that the group names for its head or foot; nil where it names none.
-uikit::View section_view(const PSSpecifier& head, const NSString& key) {
+UIView section_view(const PSSpecifier& head, const NSString& key) {
   const auto name = head ? text_property(head, key) : NSString();
   const auto cls = name ? objc::ClassRef::named(name.utf8().c_str()) : objc::ClassRef();
-  if (!cls || !cls.is_subclass_of(objc::class_for<uikit::View>())) return uikit::View();
-  const auto raw = reinterpret_cast<objc::abi::id>(cls.borrow());
-  objc::Allocated<uikit::View> blank(objc::abi::call<objc::abi::id>(raw, objc::selector<"alloc">().borrow()));
+  if (!cls || !cls.is_subclass_of(objc::class_for<UIView>())) return UIView();
+  objc::Allocated<UIView> blank = objc::allocate<UIView>(cls);
   if (cls.instances_respond_to(objc::selector<"initWithSpecifier:">())) {
     return std::move(blank).initialize<"initWithSpecifier:">(head);
   }
   return std::move(blank).initialize<"initWithFrame:">(Rect{});
 }
 
+UIView aligned_footer(const UITableView& table, const NSString& text, NSInteger alignment) {
+  const UILabel label = objc::make<UILabel>();
+  label.setNumberOfLines(0);
+  label.setFont(UIFont::preferredFontForTextStyle(UIFontTextStyleFootnote));
+  label.setTextColor(UIColor::secondaryLabelColor());
+  label.setText(text);
+  label.setTextAlignment(static_cast<NSTextAlignment>(alignment));
+  const double width = table.bounds().size.width - 2 * uikit::TableView::of(table).side_margin();
+  const double room = std::max(0.0, width - 2 * uikit::kCellMargin);
+  constexpr double kTop = 7;
+  label.setFrame(Rect{{uikit::kCellMargin, kTop}, {room, label.sizeThatFits(Size{room, 0}).height}});
+  label.setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+  const UIView holder = UIView::alloc().initWithFrame(Rect{{0, 0}, {width, Rect(label.frame()).max_y()}});
+  holder.addSubview(label);
+  return holder;
+}
+
+double section_height(const UIView& view, const UITableView& table) {
+  if (!view) return UITableViewAutomaticDimension;
+  const double width = table.bounds().size.width - 2 * uikit::TableView::of(table).side_margin();
+  return preferred_height(view, width, table)
+      .value_or(view.bounds().size.height > 0 ? view.bounds().size.height : UITableViewAutomaticDimension);
+}
+
+bool acts(const PSSpecifier& specifier) {
+  if (specifier.propertyForKey("enabled"_ns) && !is_set(specifier, "enabled"_ns)) return false;
+  switch (type_of(specifier)) {
+    case CellType::Button:
+    case CellType::Link:
+    case CellType::LinkList:
+    case CellType::ListItem:
+    case CellType::EditText:
+    case CellType::SecureEditText:
+    case CellType::EditTextView:
+    case CellType::Giant:
+    case CellType::GiantIcon:
+      return true;
+    default:
+      return specifier.action() ? true : false;
+  }
+}
+
 }  // namespace
 
-struct ListTable {
-  using Self = ListController;
+void ListController::loadView() {
+  const UIView view = UIView::alloc().initWithFrame(Rect{{0, 0}, {320, 480}});
+  view.setBackgroundColor(UIColor::systemGroupedBackgroundColor());
+  const UITableView table = UITableView::alloc().initWithFrame(view.bounds(), self().tableStyle());
+  table.setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+  table.setBackgroundColor(UIColor::systemGroupedBackgroundColor());
+  view.addSubview(table);
+  table_ = table;
+  self().setView(view);
+  table.setDataSource(self());
+  table.setDelegate(self());
+  // Only the list of Settings itself has its title in large letters.
+  self().navigationItem().setLargeTitleDisplayMode(UINavigationItemLargeTitleDisplayMode::Never);
+  shown();  // gives the page its title
+}
 
-  static void loadView(const Self& self) {
-    const uikit::View view = uikit::View::make({{0, 0}, {320, 480}});
-    view.setBackgroundColor(UIColor::systemGroupedBackgroundColor());
-    const auto style = objc::send<"tableStyle", NSInteger>(self);
-    const uikit::TableView table =
-        uikit::TableView::make(view.bounds(), static_cast<uikit::TableStyle>(style));
-    constexpr NSUInteger kFlexibleSize = 2 | 16;
-    table.setAutoresizingMask(kFlexibleSize);
-    table.setBackgroundColor(UIColor::systemGroupedBackgroundColor());
-    view.addSubview(table);
-    self.parts().table = table;
-    objc::send<"setView:">(self, view);
-    table.set_data_source(self);
-    table.set_delegate(self);
-    // Only the list of Settings itself has its title in large letters.
-    objc::send<"setLargeTitleDisplayMode:">(self.navigationItem(), NSInteger{2});
-    self.shown();  // gives the page its title
-  }
-  static NSInteger tableStyle(const Self&) { return static_cast<NSInteger>(uikit::TableStyle::InsetGrouped); }
+void ListController::viewWillAppear(bool animated) {
+  super<"viewWillAppear:">(animated);
+  if (!table_) return;
+  table_.deselectRow(table_.indexPathForSelectedRow(), animated);
+  refresh_shown_rows();
+}
 
-  static void viewWillAppear(const Self& self, bool animated) {
-    objc::send_super<"viewWillAppear:">(self, objc::class_for<PageController>(), animated);
-    const uikit::TableView table = self.table();
-    if (!table) return;
-    objc::send<"deselectRowAtIndexPath:animated:">(
-        table, objc::send<"indexPathForSelectedRow", NSObject>(table), animated);
-    refresh_shown_rows(self);
-  }
-  /// A page above may have changed what they show.
-  static void refresh_shown_rows(const Self& self) {
-    for (const uikit::TableCell& shown : self.table().visible_cells()) {
-      const auto cell = objc::cast_or_nil<Cell>(shown);
-      if (cell && cell.specifier()) {
-        objc::send<"refreshCellContentsWithSpecifier:">(cell, cell.specifier());
-        mark_choice(self, cell);
-      }
+void ListController::refresh_shown_rows() {
+  for (const UITableViewCell& shown : uikit::TableView::of(table_).visible_cells()) {
+    const auto cell = objc::cast_or_nil<PSTableCell>(shown);
+    if (cell && cell.specifier()) {
+      cell.refreshCellContentsWithSpecifier(cell.specifier());
+      mark_choice(cell);
     }
   }
+}
 
-  // The source.
-  static NSInteger numberOfSections(const Self& self, const uikit::TableView&) {
-    return objc::send<"numberOfGroups", NSInteger>(self);
-  }
-  static NSInteger numberOfRows(const Self& self, const uikit::TableView&, NSInteger section) {
-    return objc::send<"rowsForGroup:", NSInteger>(self, section);
-  }
-  static NSString titleForHeader(const Self& self, const uikit::TableView&, NSInteger section) {
-    const PSSpecifier head = self.group_head(section);
-    return head ? head.name() : NSString();
-  }
-  static NSString titleForFooter(const Self& self, const uikit::TableView&, NSInteger section) {
-    const PSSpecifier head = self.group_head(section);
-    return head ? text_property(head, "footerText"_ns) : NSString();
-  }
+// The source.
+NSInteger ListController::numberOfSections(const UITableView&) { return self().numberOfGroups(); }
 
-  /// One that was made for this row, or that another has left, or a new one.
-  static Cell take_cell(const Self& self, const PSSpecifier& specifier) {
-    auto& measured = self.parts().measured_cells;
-    if (const auto found = measured.find(objc::borrow(specifier)); found != measured.end()) {
-      return std::exchange(found->second, Cell());
+NSInteger ListController::numberOfRows(const UITableView&, NSInteger section) {
+  return self().rowsForGroup(section);
+}
+
+NSString ListController::titleForHeader(const UITableView&, NSInteger section) {
+  const PSSpecifier head = group_head(section);
+  return head ? head.name() : NSString();
+}
+
+NSString ListController::titleForFooter(const UITableView&, NSInteger section) {
+  const PSSpecifier head = group_head(section);
+  return head ? text_property(head, "footerText"_ns) : NSString();
+}
+
+PSTableCell ListController::take_cell(const PSSpecifier& specifier) {
+  auto& measured = measured_cells_;
+  if (const auto found = measured.find(objc::borrow(specifier)); found != measured.end()) {
+    return std::exchange(found->second, PSTableCell());
+  }
+  auto cell = objc::cast_or_nil<PSTableCell>(table_.dequeueReusableCell(reuse_identifier(specifier)));
+  return cell ? cell : make_cell(specifier);
+}
+
+UITableViewCell ListController::cellForRow(const UITableView&, const NSIndexPath& path) {
+  const PSSpecifier specifier = specifier_at(uikit::row_path(path));
+  if (!specifier) return UITableViewCell();
+  const PSTableCell taken = take_cell(specifier);
+  measured_cells_.erase(objc::borrow(specifier));
+  if (!taken) return UITableViewCell();
+  taken.refreshCellContentsWithSpecifier(specifier);
+  mark_choice(taken);
+  return taken;
+}
+
+PSTableCell ListController::cachedCell(const PSSpecifier& specifier) {
+  if (!table_) return PSTableCell();
+  return objc::cast_or_nil<PSTableCell>(uikit::TableView::of(table_).cell_for_row(path_of(specifier)));
+}
+
+// The delegate.
+double ListController::heightForRow(const UITableView& table, const NSIndexPath& path) {
+  const PSSpecifier specifier = specifier_at(uikit::row_path(path));
+  if (!specifier) return UITableViewAutomaticDimension;
+  if (specifier.propertyForKey("cellClass"_ns)) {
+    // Such a cell may know its height, or write it into its row when it is made.
+    PSTableCell cell = cachedCell(specifier);
+    if (!cell || cell.specifier() != specifier) {
+      cell = take_cell(specifier);
+      measured_cells_[objc::borrow(specifier)] = cell;
     }
-    auto cell = objc::cast_or_nil<Cell>(objc::send<"dequeueReusableCellWithIdentifier:", NSObject>(
-        self.table(), Cell::reuse_identifier(specifier)));
-    return cell ? cell : Cell::make(specifier);
+    const double width = table.bounds().size.width - 2 * uikit::TableView::of(table).side_margin();
+    if (const auto height = preferred_height(cell, width, table)) return *height;
   }
-  static uikit::TableCell cellForRow(const Self& self, const uikit::TableView&, const NSObject& path) {
-    const PSSpecifier specifier = self.specifier_at(uikit::row_path(path));
-    if (!specifier) return uikit::TableCell();
-    const Cell taken = take_cell(self, specifier);
-    self.parts().measured_cells.erase(objc::borrow(specifier));
-    if (!taken) return uikit::TableCell();
-    objc::send<"refreshCellContentsWithSpecifier:">(taken, specifier);
-    mark_choice(self, taken);
-    return taken;
+  const NSObject height = specifier.propertyForKey("height"_ns);
+  if (height && objc::responds_to(height, objc::selector<"doubleValue">())) {
+    const auto points = objc::send<"doubleValue", double>(height);
+    if (points > 0) return points;
   }
-  static Cell cachedCell(const Self& self, const PSSpecifier& specifier) {
-    const uikit::TableView table = self.table();
-    return table ? objc::cast_or_nil<Cell>(table.cell_for_row(self.path_of(specifier))) : Cell();
-  }
+  return UITableViewAutomaticDimension;
+}
 
-  // The delegate.
-  static double heightForRow(const Self& self, const uikit::TableView& table, const NSObject& path) {
-    const PSSpecifier specifier = self.specifier_at(uikit::row_path(path));
-    if (!specifier) return kAutomatic;
-    if (specifier.propertyForKey("cellClass"_ns)) {
-      // Such a cell may know its height, or write it into its row when it is made.
-      Cell cell = cachedCell(self, specifier);
-      if (!cell || cell.specifier() != specifier) {
-        cell = take_cell(self, specifier);
-        self.parts().measured_cells[objc::borrow(specifier)] = cell;
-      }
-      const double width = table.bounds().width() - 2 * table.side_margin();
-      if (const auto height = preferred_height(cell, width, table)) return *height;
-    }
-    const NSObject height = specifier.propertyForKey("height"_ns);
-    if (height && objc::responds_to(height, objc::selector<"doubleValue">())) {
-      const auto points = objc::send<"doubleValue", double>(height);
-      if (points > 0) return points;
-    }
-    return kAutomatic;
-  }
-  static uikit::View viewForHeader(const Self& self, const uikit::TableView&, NSInteger section) {
-    return section_view(self.group_head(section), "headerCellClass"_ns);
-  }
-  static uikit::View viewForFooter(const Self& self, const uikit::TableView& table, NSInteger section) {
-    const PSSpecifier head = self.group_head(section);
-    if (const uikit::View own = section_view(head, "footerCellClass"_ns)) return own;
-    const NSObject alignment = head ? head.propertyForKey("footerAlignment"_ns) : NSObject();
-    const NSString text = head ? text_property(head, "footerText"_ns) : NSString();
-    if (!text || !alignment || !objc::responds_to(alignment, objc::selector<"integerValue">())) {
-      return uikit::View();
-    }
-    return aligned_footer(table, text, objc::send<"integerValue", NSInteger>(alignment));
-  }
-  static uikit::View aligned_footer(const uikit::TableView& table, const NSString& text,
-                                    NSInteger alignment) {
-    const uikit::Label label = uikit::Label::make();
-    label.setNumberOfLines(0);
-    label.setFont(objc::send<"preferredFontForTextStyle:", UIFont>(objc::class_for<UIFont>(),
-                                                                   "UICTFontTextStyleFootnote"_ns));
-    label.setTextColor(UIColor::secondaryLabelColor());
-    label.setText(text);
-    label.setTextAlignment(alignment);
-    const double width = table.bounds().width() - 2 * table.side_margin();
-    const double room = std::max(0.0, width - 2 * uikit::kCellMargin);
-    constexpr double kTop = 7;
-    label.setFrame({{uikit::kCellMargin, kTop}, {room, label.sizeThatFits({room, 0}).height}});
-    constexpr NSUInteger kFlexibleWidth = 2;
-    label.setAutoresizingMask(kFlexibleWidth);
-    const uikit::View holder = uikit::View::make({{0, 0}, {width, label.frame().max_y()}});
-    holder.addSubview(label);
-    return holder;
-  }
-  static double section_height(const uikit::View& view, const uikit::TableView& table) {
-    if (!view) return kAutomatic;
-    const double width = table.bounds().width() - 2 * table.side_margin();
-    return preferred_height(view, width, table)
-        .value_or(view.bounds().height() > 0 ? view.bounds().height() : kAutomatic);
-  }
-  static double heightForHeader(const Self& self, const uikit::TableView& table, NSInteger section) {
-    return section_height(section_view(self.group_head(section), "headerCellClass"_ns), table);
-  }
-  static double heightForFooter(const Self& self, const uikit::TableView& table, NSInteger section) {
-    const PSSpecifier head = self.group_head(section);
-    if (!head || !text_property(head, "footerCellClass"_ns)) return kAutomatic;
-    return section_height(section_view(head, "footerCellClass"_ns), table);
-  }
+UIView ListController::viewForHeader(const UITableView&, NSInteger section) {
+  return section_view(group_head(section), "headerCellClass"_ns);
+}
 
-  static bool acts(const PSSpecifier& specifier) {
-    if (specifier.propertyForKey("enabled"_ns) && !is_set(specifier, "enabled"_ns)) return false;
-    switch (type_of(specifier)) {
-      case CellType::Button:
-      case CellType::Link:
-      case CellType::LinkList:
-      case CellType::ListItem:
-      case CellType::EditText:
-      case CellType::SecureEditText:
-      case CellType::EditTextView:
-      case CellType::Giant:
-      case CellType::GiantIcon:
-        return true;
-      default:
-        return objc::send<"action", objc::Selector>(specifier) ? true : false;
-    }
+UIView ListController::viewForFooter(const UITableView& table, NSInteger section) {
+  const PSSpecifier head = group_head(section);
+  if (const UIView own = section_view(head, "footerCellClass"_ns)) return own;
+  const NSObject alignment = head ? head.propertyForKey("footerAlignment"_ns) : NSObject();
+  const NSString text = head ? text_property(head, "footerText"_ns) : NSString();
+  if (!text || !alignment || !objc::responds_to(alignment, objc::selector<"integerValue">())) {
+    return UIView();
   }
-  static bool shouldHighlightRow(const Self& self, const uikit::TableView&, const NSObject& path) {
-    const PSSpecifier specifier = self.specifier_at(uikit::row_path(path));
-    return specifier && acts(specifier);
-  }
-  static void didSelectRow(const Self& self, const uikit::TableView& table, const NSObject& path) {
-    const PSSpecifier specifier = self.specifier_at(uikit::row_path(path));
-    if (!specifier || !acts(specifier)) return;
-    const Self kept = self;
-    kept.act(specifier);
-    // A row that opened a page stays marked until the page is left.
-    const CellType type = type_of(specifier);
-    if (type != CellType::Link && type != CellType::LinkList && type != CellType::Giant &&
-        type != CellType::GiantIcon) {
-      objc::send<"deselectRowAtIndexPath:animated:">(table, path, true);
-    }
-  }
+  return aligned_footer(table, text, objc::send<"integerValue", NSInteger>(alignment));
+}
 
-  // One of several: rows of a radio group, whose head holds the value.
-  static PSSpecifier radio_group_of(const Self& self, const PSSpecifier& specifier) {
-    const uikit::RowPath path = self.path_of(specifier);
-    const PSSpecifier head = path.section >= 0 ? self.group_head(path.section) : PSSpecifier();
-    return head && is_set(head, "isRadioGroup"_ns) ? head : PSSpecifier();
-  }
-  static void mark_choice(const Self& self, const Cell& cell) {
-    const PSSpecifier specifier = cell.specifier();
-    if (type_of(specifier) != CellType::ListItem) return;
-    const PSSpecifier head = radio_group_of(self, specifier);
-    const NSObject value = specifier.propertyForKey("value"_ns);
-    const NSObject current = head ? head.performGetter() : NSObject();
-    objc::send<"setChecked:">(cell, value && current && current.isEqual(value));
-  }
-  static void choose(const Self& self, const PSSpecifier& specifier) {
-    const PSSpecifier head = radio_group_of(self, specifier);
-    if (!head) return;
-    head.performSetterWithValue(specifier.propertyForKey("value"_ns));
-    for (const uikit::TableCell& shown : self.table().visible_cells()) {
-      if (const auto cell = objc::cast_or_nil<Cell>(shown)) mark_choice(self, cell);
-    }
-  }
+double ListController::heightForHeader(const UITableView& table, NSInteger section) {
+  return section_height(section_view(group_head(section), "headerCellClass"_ns), table);
+}
 
-  static void perform_action(const Self& self, const PSSpecifier& specifier, objc::Selector action) {
-    const NSObject target = specifier.target() ? specifier.target() : NSObject(self);
-    if (!may_perform(target, action, MethodRole::Action)) return;
-    objc::perform<void>(target, action, specifier);
-  }
-  static void press(const Self& self, const PSSpecifier& specifier) {
-    const auto action = objc::send<"action", objc::Selector>(specifier);
-    if (!has_confirmation(specifier)) return perform_action(self, specifier, action);
-    const auto confirmed_name = text_property(specifier, "confirmationAction"_ns);
-    const objc::Selector confirmed =
-        confirmed_name ? objc::Selector::named(confirmed_name.utf8().c_str()) : action;
-    const Self kept = self;
-    confirm(specifier, [kept, specifier, confirmed] { perform_action(kept, specifier, confirmed); }, {});
-  }
+double ListController::heightForFooter(const UITableView& table, NSInteger section) {
+  const PSSpecifier head = group_head(section);
+  if (!head || !text_property(head, "footerCellClass"_ns)) return UITableViewAutomaticDimension;
+  return section_height(section_view(head, "footerCellClass"_ns), table);
+}
 
-  static void open(const Self& self, const PSSpecifier& specifier) {
-    const auto page = objc::send<"controllerForSpecifier:", uikit::ViewController>(self, specifier);
-    if (page) {
-      objc::send<"pushController:animate:">(self, page, true);
-    } else if (const auto action = objc::send<"action", objc::Selector>(specifier)) {
-      perform_action(self, specifier, action);
-    }
-  }
+bool ListController::shouldHighlightRow(const UITableView&, const NSIndexPath& path) {
+  const PSSpecifier specifier = specifier_at(uikit::row_path(path));
+  return specifier && acts(specifier);
+}
 
-  static void scroll_to(const Self& self, const PSSpecifier& specifier, bool animated) {
-    const uikit::RowPath path = self.path_of(specifier);
-    if (path.section >= 0 && self.table()) self.table().scroll_to_row(path, animated);
+void ListController::didSelectRow(const UITableView& table, const NSIndexPath& path) {
+  const PSSpecifier specifier = specifier_at(uikit::row_path(path));
+  if (!specifier || !acts(specifier)) return;
+  const PSListController kept = self();
+  act(specifier);
+  // A row that opened a page stays marked until the page is left.
+  const CellType type = type_of(specifier);
+  if (type != CellType::Link && type != CellType::LinkList && type != CellType::Giant &&
+      type != CellType::GiantIcon) {
+    table.deselectRow(path, true);
   }
+}
 
-  // The list's changes, as the table is to show them. Heads make sections, which are shown anew.
-  static void insert_row(const Self& self, const ListChange& change) {
-    const uikit::RowPath path = self.path_of(change.specifier);
-    self.table().insert_rows({path}, change.animated);
-  }
-  static void remove_row(const Self& self, const ListChange& change) {
-    // Where it was: behind the row that is now before its place.
-    self.parts().measured_cells.erase(objc::borrow(change.specifier));
-    uikit::RowPath path{0, 0};
-    if (change.index > 0) {
-      self.getGroupRow(&path.section, &path.row,
-                       self.specifierAtIndex(static_cast<NSInteger>(change.index) - 1));
-      ++path.row;
-    }
-    self.table().delete_rows({path}, change.animated);
-  }
-  static void replace_row(const Self& self, const ListChange& change) {
-    if (const Cell cell = cachedCell(self, change.specifier)) {
-      objc::send<"refreshCellContentsWithSpecifier:">(cell, change.specifier);
-      mark_choice(self, cell);
-      self.table().heights_changed();
-    }
-  }
-};
+// One of several: rows of a radio group, whose head holds the value.
+PSSpecifier ListController::radio_group_of(const PSSpecifier& specifier) {
+  const uikit::RowPath path = path_of(specifier);
+  const PSSpecifier head = path.section >= 0 ? group_head(path.section) : PSSpecifier();
+  return head && is_set(head, "isRadioGroup"_ns) ? head : PSSpecifier();
+}
 
-uikit::TableView ListController::table() const { return parts().table; }
+void ListController::mark_choice(const PSTableCell& cell) {
+  const PSSpecifier specifier = cell.specifier();
+  if (type_of(specifier) != CellType::ListItem) return;
+  const PSSpecifier head = radio_group_of(specifier);
+  const NSObject value = specifier.propertyForKey("value"_ns);
+  const NSObject current = head ? head.performGetter() : NSObject();
+  cell.setChecked(value && current && current.isEqual(value));
+}
 
-void ListController::show_change(const ListChange& change) const {
+void ListController::choose(const PSSpecifier& specifier) {
+  const PSSpecifier head = radio_group_of(specifier);
+  if (!head) return;
+  head.performSetterWithValue(specifier.propertyForKey("value"_ns));
+  for (const UITableViewCell& shown : uikit::TableView::of(table_).visible_cells()) {
+    if (const auto cell = objc::cast_or_nil<PSTableCell>(shown)) mark_choice(cell);
+  }
+}
+
+void ListController::perform_action(const PSSpecifier& specifier, objc::Selector action) {
+  const NSObject target = specifier.target() ? specifier.target() : NSObject(self());
+  if (!may_perform(target, action, MethodRole::Action)) return;
+  objc::perform<void>(target, action, specifier);
+}
+
+void ListController::press(const PSSpecifier& specifier) {
+  const auto action = specifier.action();
+  if (!has_confirmation(specifier)) return perform_action(specifier, action);
+  const auto confirmed_name = text_property(specifier, "confirmationAction"_ns);
+  const objc::Selector confirmed =
+      confirmed_name ? objc::Selector::named(confirmed_name.utf8().c_str()) : action;
+  const PSListController kept = self();
+  confirm(specifier, [kept, specifier, confirmed] { of(kept).perform_action(specifier, confirmed); }, {});
+}
+
+void ListController::open(const PSSpecifier& specifier) {
+  if (const UIViewController page = self().controllerForSpecifier(specifier)) {
+    self().pushController(page, true);
+  } else if (const auto action = specifier.action()) {
+    perform_action(specifier, action);
+  }
+}
+
+void ListController::scroll_to(const PSSpecifier& specifier, bool animated) {
+  const uikit::RowPath path = path_of(specifier);
+  if (path.section >= 0 && table_) uikit::TableView::of(table_).scroll_to_row(path, animated);
+}
+
+// The list's changes, as the table is to show them. Heads make sections, which are shown anew.
+void ListController::insert_row(const ListChange& change) {
+  const uikit::RowPath path = path_of(change.specifier);
+  uikit::TableView::of(table_).insert_rows({path}, change.animated);
+}
+
+void ListController::remove_row(const ListChange& change) {
+  // Where it was: behind the row that is now before its place.
+  measured_cells_.erase(objc::borrow(change.specifier));
+  uikit::RowPath path{0, 0};
+  if (change.index > 0) {
+    getGroupRow(&path.section, &path.row, specifierAtIndex(static_cast<NSInteger>(change.index) - 1));
+    ++path.row;
+  }
+  uikit::TableView::of(table_).delete_rows({path}, change.animated);
+}
+
+void ListController::replace_row(const ListChange& change) {
+  if (const PSTableCell cell = cachedCell(change.specifier)) {
+    cell.refreshCellContentsWithSpecifier(change.specifier);
+    mark_choice(cell);
+    uikit::TableView::of(table_).heights_changed();
+  }
+}
+
+void ListController::show_change(const ListChange& change) {
   const bool head = change.specifier && type_of(change.specifier) == CellType::Group;
   const bool first_row_without_head = change.index == 0 && change.kind != ListChange::Kind::Replace;
   if (change.kind == ListChange::Kind::Reload || head || first_row_without_head) {
-    parts().measured_cells.clear();
-    table().reloadData();
+    measured_cells_.clear();
+    table_.reloadData();
     return;
   }
   switch (change.kind) {
     case ListChange::Kind::Insert:
-      return ListTable::insert_row(*this, change);
+      return insert_row(change);
     case ListChange::Kind::Remove:
-      return ListTable::remove_row(*this, change);
+      return remove_row(change);
     default:
-      return ListTable::replace_row(*this, change);
+      return replace_row(change);
   }
 }
 
-void ListController::act(const PSSpecifier& specifier) const {
+void ListController::act(const PSSpecifier& specifier) {
   switch (type_of(specifier)) {
     case CellType::Button:
-      return ListTable::press(*this, specifier);
+      return press(specifier);
     case CellType::ListItem:
-      ListTable::choose(*this, specifier);
+      choose(specifier);
       break;
     case CellType::EditText:
     case CellType::SecureEditText:
     case CellType::EditTextView:
-      objc::send<"becomeFirstResponder", bool>(ListTable::cachedCell(*this, specifier));
+      if (const PSTableCell cell = cachedCell(specifier)) cell.becomeFirstResponder();
       return;
     case CellType::Link:
     case CellType::LinkList:
     case CellType::Giant:
     case CellType::GiantIcon:
-      return ListTable::open(*this, specifier);
+      return open(specifier);
     default:
       break;
   }
-  ListTable::perform_action(*this, specifier, objc::send<"action", objc::Selector>(specifier));
+  perform_action(specifier, specifier.action());
 }
 
-uikit::ViewController ListController::page_for(const PSSpecifier& specifier) const {
+UIViewController ListController::page_for(const PSSpecifier& specifier) {
   const CellType type = type_of(specifier);
-  auto cls = objc::send<"detailControllerClass", objc::ClassRef>(specifier);
-  if (!cls && type == CellType::LinkList) cls = objc::class_for<ChoicePage>();
-  if (!cls || !cls.is_subclass_of(objc::class_for<uikit::ViewController>())) return uikit::ViewController();
-  const auto page = objc::send<"new", uikit::ViewController>(cls);
+  auto cls = specifier.detailControllerClass();
+  if (!cls && type == CellType::LinkList) cls = objc::class_for<PSListItemsController>();
+  if (!cls || !cls.is_subclass_of(objc::class_for<UIViewController>())) return UIViewController();
+  const auto page = objc::allocate<UIViewController>(cls).init();
   if (objc::responds_to(page, objc::selector<"setSpecifier:">())) {
-    objc::send<"setSpecifier:">(page, specifier);
+    page.as<PSViewController>().setSpecifier(specifier);
   }
   return page;
 }
 
-void ListController::define_table(objc::Class<ListController>& page) {
-  using M = ListTable;
-  page.method<"loadView", &M::loadView>()
-      .method<"tableStyle", &M::tableStyle>()
-      .method<"table", &ListController::table>()
-      .method<"viewWillAppear:", &M::viewWillAppear>()
-      .method<"numberOfSectionsInTableView:", &M::numberOfSections>()
-      .method<"tableView:numberOfRowsInSection:", &M::numberOfRows>()
-      .method<"tableView:titleForHeaderInSection:", &M::titleForHeader>()
-      .method<"tableView:titleForFooterInSection:", &M::titleForFooter>()
-      .method<"tableView:cellForRowAtIndexPath:", &M::cellForRow>()
-      .method<"tableView:heightForRowAtIndexPath:", &M::heightForRow>()
-      .method<"tableView:viewForHeaderInSection:", &M::viewForHeader>()
-      .method<"tableView:viewForFooterInSection:", &M::viewForFooter>()
-      .method<"tableView:heightForHeaderInSection:", &M::heightForHeader>()
-      .method<"tableView:heightForFooterInSection:", &M::heightForFooter>()
-      .method<"tableView:shouldHighlightRowAtIndexPath:", &M::shouldHighlightRow>()
-      .method<"tableView:didSelectRowAtIndexPath:", &M::didSelectRow>()
-      .method<"cachedCellForSpecifier:", &M::cachedCell>()
+void define_list_table(objc::Class<PSListController>& page) {
+  page.method<"loadView", &ListController::loadView>()
+      .method<"tableStyle", &ListController::tableStyle>()
+      .getter<"table", &ListController::table_>()
+      .method<"viewWillAppear:", &ListController::viewWillAppear>()
+      .method<"numberOfSectionsInTableView:", &ListController::numberOfSections>()
+      .method<"tableView:numberOfRowsInSection:", &ListController::numberOfRows>()
+      .method<"tableView:titleForHeaderInSection:", &ListController::titleForHeader>()
+      .method<"tableView:titleForFooterInSection:", &ListController::titleForFooter>()
+      .method<"tableView:cellForRowAtIndexPath:", &ListController::cellForRow>()
+      .method<"tableView:heightForRowAtIndexPath:", &ListController::heightForRow>()
+      .method<"tableView:viewForHeaderInSection:", &ListController::viewForHeader>()
+      .method<"tableView:viewForFooterInSection:", &ListController::viewForFooter>()
+      .method<"tableView:heightForHeaderInSection:", &ListController::heightForHeader>()
+      .method<"tableView:heightForFooterInSection:", &ListController::heightForFooter>()
+      .method<"tableView:shouldHighlightRowAtIndexPath:", &ListController::shouldHighlightRow>()
+      .method<"tableView:didSelectRowAtIndexPath:", &ListController::didSelectRow>()
+      .method<"cachedCellForSpecifier:", &ListController::cachedCell>()
       .method<"controllerForSpecifier:", &ListController::page_for>()
-      .method<"scrollToSpecifier:animated:", &M::scroll_to>();
+      .method<"scrollToSpecifier:animated:", &ListController::scroll_to>();
 }
 
 }  // namespace wispen::preferences

@@ -8,19 +8,6 @@
 
 namespace wispen::preferences {
 
-struct SpecifierState {
-  NSString name;
-  objc::Weak<NSObject> target;  // the page, which owns its specifiers
-  NSMutableDictionary properties = NSMutableDictionary::dictionary();
-  NSInteger cell_type = static_cast<NSInteger>(CellType::Group);
-  objc::Selector getter;
-  objc::Selector setter;
-  objc::Selector action;
-  NSArray values;
-  NSDictionary titles;
-  NSDictionary short_titles;
-};
-
 namespace {
 
 objc::ClassRef class_in(const NSMutableDictionary& properties, const NSString& key) {
@@ -42,131 +29,135 @@ NSDictionary dictionary_of(const NSArray& values, const NSArray& titles) {
   return result;
 }
 
-Specifier preference_specifier_named(objc::ClassRef, const NSString& name, const NSObject& target,
-                                     objc::Selector setter, objc::Selector getter, objc::ClassRef detail,
-                                     NSInteger cell, objc::ClassRef /*edit*/) {
-  Specifier specifier = Specifier::make(name, static_cast<CellType>(cell));
-  specifier.setTarget(target);
-  specifier.setAccessors(getter, setter);
-  if (detail) specifier.setPropertyForKey(NSString(detail.name()), "detail"_ns);
-  if (name) specifier.setPropertyForKey(name, "label"_ns);
-  return specifier;
-}
-
-Specifier group_specifier_with_name(objc::ClassRef, const NSString& name) {
-  Specifier specifier = Specifier::make(name, CellType::Group);
-  if (name) specifier.setPropertyForKey(name, "label"_ns);
-  return specifier;
-}
-
-Specifier empty_group_specifier(objc::ClassRef) { return Specifier::make(NSString(), CellType::Group); }
-
 }  // namespace
 
-SpecifierState& Specifier::parts() const { return state<SpecifierState>(); }
+/// The host's PSSpecifier. Everything that a list says of the row stays readable in its properties, known or
+/// not; the parts that the framework itself acts on have accessors.
+class Specifier : public objc::Implementation<Specifier, PSSpecifier> {
+ public:
+  /// "id", else "key", else the untranslated label.
+  NSString identifier() {
+    for (const NSString& key : {"id"_ns, "key"_ns, "label"_ns}) {
+      if (const auto text = objc::cast_or_nil<NSString>(propertyForKey(key))) return text;
+    }
+    return name_;
+  }
+  NSObject target() { return target_.lock(); }
+  void setTarget(const NSObject& target) { target_ = target; }
+  void setProperties(const NSDictionary& properties) {
+    properties_ = properties ? properties.mutableCopy() : NSMutableDictionary::dictionary();
+  }
+  NSObject propertyForKey(const NSString& key) { return properties_.objectForKey(key); }
+  void setPropertyForKey(const NSObject& value, const NSString& key) {
+    if (!value) return removePropertyForKey(key);
+    properties_.setObject(value, key);
+  }
+  void removePropertyForKey(const NSString& key) { properties_.removeObjectForKey(key); }
+  /// The page that the row opens; looked up when asked for, since a class may be registered late.
+  objc::ClassRef detailControllerClass() { return class_in(properties_, "detail"_ns); }
+  objc::ClassRef cellClass() { return class_in(properties_, "cellClass"_ns); }
+  void set_accessors(objc::Selector getter, objc::Selector setter) {
+    getter_ = getter;
+    setter_ = setter;
+  }
+  /// Nil, and nothing, where the target does not answer the selector.
+  NSObject performGetter() {
+    const NSObject page = target();
+    if (!may_perform(page, getter_, MethodRole::Getter)) return NSObject();
+    return objc::perform<NSObject>(page, getter_, self());
+  }
+  void performSetterWithValue(const NSObject& value) {
+    const NSObject page = target();
+    if (may_perform(page, setter_, MethodRole::Setter)) objc::perform(page, setter_, value, self());
+  }
+  /// A choice row's values, in order, and their titles: equal values share one title.
+  void setValuesTitles(const NSArray& values, const NSArray& titles) {
+    values_ = values;
+    titles_ = dictionary_of(values, titles);
+  }
+  void setValuesTitlesShortTitles(const NSArray& values, const NSArray& titles, const NSArray& short_titles) {
+    setValuesTitles(values, titles);
+    short_titles_ = dictionary_of(values, short_titles);
+  }
 
-Specifier Specifier::make(const NSString& name, CellType type) {
-  Specifier specifier = alloc().init();
+ private:
+  friend void define_specifier();
+
+  NSString name_;
+  objc::Weak<NSObject> target_;  // the page, which owns its specifiers
+  NSMutableDictionary properties_ = NSMutableDictionary::dictionary();
+  NSInteger cell_type_ = static_cast<NSInteger>(CellType::Group);
+  objc::Selector getter_;
+  objc::Selector setter_;
+  objc::Selector action_;
+  NSArray values_;
+  NSDictionary titles_;
+  NSDictionary short_titles_;
+};
+
+PSSpecifier make_specifier(const NSString& name, CellType type) {
+  const auto specifier = objc::make<PSSpecifier>();
   specifier.setName(name);
   specifier.setCellType(static_cast<NSInteger>(type));
   return specifier;
 }
 
-NSString Specifier::name() const { return parts().name; }
-void Specifier::setName(const NSString& name) const { parts().name = name; }
-
-NSString Specifier::identifier() const {
-  for (const NSString& key : {"id"_ns, "key"_ns, "label"_ns}) {
-    if (const auto text = objc::cast_or_nil<NSString>(propertyForKey(key))) return text;
-  }
-  return name();
+void set_accessors(const PSSpecifier& specifier, objc::Selector getter, objc::Selector setter) {
+  Specifier::of(specifier).set_accessors(getter, setter);
 }
 
-NSObject Specifier::target() const { return parts().target.lock(); }
-void Specifier::setTarget(const NSObject& target) const { parts().target = target; }
-NSMutableDictionary Specifier::properties() const { return parts().properties; }
-void Specifier::setProperties(const NSDictionary& properties) const {
-  parts().properties = properties ? properties.mutableCopy() : NSMutableDictionary::dictionary();
-}
-NSObject Specifier::propertyForKey(const NSString& key) const { return parts().properties.objectForKey(key); }
-void Specifier::setPropertyForKey(const NSObject& value, const NSString& key) const {
-  if (!value) return removePropertyForKey(key);
-  parts().properties.setObject(value, key);
-}
-void Specifier::removePropertyForKey(const NSString& key) const {
-  parts().properties.removeObjectForKey(key);
-}
+CellType type_of(const PSSpecifier& specifier) { return static_cast<CellType>(specifier.cellType()); }
 
-NSInteger Specifier::cellType() const { return parts().cell_type; }
-void Specifier::setCellType(NSInteger type) const { parts().cell_type = type; }
-objc::ClassRef Specifier::detailControllerClass() const { return class_in(parts().properties, "detail"_ns); }
-objc::ClassRef Specifier::cellClass() const { return class_in(parts().properties, "cellClass"_ns); }
+// Class methods, which need linkage for the runtime's table.
+namespace {
 
-objc::Selector Specifier::getter() const { return parts().getter; }
-objc::Selector Specifier::setter() const { return parts().setter; }
-objc::Selector Specifier::action() const { return parts().action; }
-void Specifier::setAccessors(objc::Selector getter, objc::Selector setter) const {
-  parts().getter = getter;
-  parts().setter = setter;
-}
-void Specifier::setAction(objc::Selector action) const { parts().action = action; }
-
-NSObject Specifier::performGetter() const {
-  const NSObject page = target();
-  if (!may_perform(page, getter(), MethodRole::Getter)) return NSObject();
-  return objc::perform<NSObject>(page, getter(), *this);
+PSSpecifier preference_specifier_named(objc::ClassRef, const NSString& name, const NSObject& target,
+                                       objc::Selector setter, objc::Selector getter, objc::ClassRef detail,
+                                       NSInteger cell, objc::ClassRef /*edit*/) {
+  const PSSpecifier specifier = make_specifier(name, static_cast<CellType>(cell));
+  specifier.setTarget(target);
+  set_accessors(specifier, getter, setter);
+  if (detail) specifier.setProperty(NSString(detail.name()), "detail"_ns);
+  if (name) specifier.setProperty(name, "label"_ns);
+  return specifier;
 }
 
-void Specifier::performSetterWithValue(const NSObject& value) const {
-  const NSObject page = target();
-  if (may_perform(page, setter(), MethodRole::Setter)) objc::perform(page, setter(), value, *this);
+PSSpecifier group_specifier_with_name(objc::ClassRef, const NSString& name) {
+  const PSSpecifier specifier = make_specifier(name, CellType::Group);
+  if (name) specifier.setProperty(name, "label"_ns);
+  return specifier;
 }
 
-NSArray Specifier::values() const { return parts().values; }
-NSDictionary Specifier::titleDictionary() const { return parts().titles; }
-NSDictionary Specifier::shortTitleDictionary() const { return parts().short_titles; }
+PSSpecifier empty_group_specifier(objc::ClassRef) { return make_specifier(NSString(), CellType::Group); }
 
-void Specifier::setValuesTitles(const NSArray& values, const NSArray& titles) const {
-  parts().values = values;
-  parts().titles = dictionary_of(values, titles);
-}
+}  // namespace
 
-void Specifier::setValuesTitlesShortTitles(const NSArray& values, const NSArray& titles,
-                                           const NSArray& short_titles) const {
-  setValuesTitles(values, titles);
-  parts().short_titles = dictionary_of(values, short_titles);
-}
-
-void Specifier::define() {
-  objc::Class<Specifier>()
-      .state<SpecifierState>()
+void define_specifier() {
+  objc::Class<PSSpecifier>::implemented_by<Specifier>()
       .class_method<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
                     &preference_specifier_named>()
       .class_method<"groupSpecifierWithName:", &group_specifier_with_name>()
       .class_method<"emptyGroupSpecifier", &empty_group_specifier>()
-      .method<"name", &Specifier::name>()
-      .method<"setName:", &Specifier::setName>()
+      .property<"name", "setName:", &Specifier::name_>()
       .method<"identifier", &Specifier::identifier>()
       .method<"target", &Specifier::target>()
       .method<"setTarget:", &Specifier::setTarget>()
-      .method<"properties", &Specifier::properties>()
+      .getter<"properties", &Specifier::properties_>()
       .method<"setProperties:", &Specifier::setProperties>()
       .method<"propertyForKey:", &Specifier::propertyForKey>()
       .method<"setProperty:forKey:", &Specifier::setPropertyForKey>()
       .method<"removePropertyForKey:", &Specifier::removePropertyForKey>()
-      .method<"cellType", &Specifier::cellType>()
-      .method<"setCellType:", &Specifier::setCellType>()
+      .property<"cellType", "setCellType:", &Specifier::cell_type_>()
       .method<"detailControllerClass", &Specifier::detailControllerClass>()
       .method<"cellClass", &Specifier::cellClass>()
-      .method<"getter", &Specifier::getter>()
-      .method<"setter", &Specifier::setter>()
-      .method<"action", &Specifier::action>()
-      .method<"setAction:", &Specifier::setAction>()
+      .getter<"getter", &Specifier::getter_>()
+      .getter<"setter", &Specifier::setter_>()
+      .property<"action", "setAction:", &Specifier::action_>()
       .method<"performGetter", &Specifier::performGetter>()
       .method<"performSetterWithValue:", &Specifier::performSetterWithValue>()
-      .method<"values", &Specifier::values>()
-      .method<"titleDictionary", &Specifier::titleDictionary>()
-      .method<"shortTitleDictionary", &Specifier::shortTitleDictionary>()
+      .getter<"values", &Specifier::values_>()
+      .getter<"titleDictionary", &Specifier::titles_>()
+      .getter<"shortTitleDictionary", &Specifier::short_titles_>()
       .method<"setValues:titles:", &Specifier::setValuesTitles>()
       .method<"setValues:titles:shortTitles:", &Specifier::setValuesTitlesShortTitles>()
       .register_class();

@@ -48,7 +48,7 @@ class ListReader {
   ListReader(NSBundle bundle, NSString name, NSObject target)
       : bundle_(std::move(bundle)), name_(std::move(name)), target_(std::move(target)) {}
 
-  Specifier read(const NSDictionary& item) const {
+  PSSpecifier read(const NSDictionary& item) const {
     const auto cell = text(item, "cell"_ns);
     const std::string cell_name = cell ? cell.utf8() : "PSGroupCell";
     std::optional<CellType> type = cell_type_from_name(cell_name);
@@ -56,10 +56,10 @@ class ListReader {
       report_problem(where() + ": unknown cell \"" + cell_name + "\"");
       type = CellType::StaticText;
     }
-    Specifier specifier = Specifier::make(translated(text(item, "label"_ns)), *type);
+    const PSSpecifier specifier = make_specifier(translated(text(item, "label"_ns)), *type);
     specifier.setTarget(target_);
     specifier.setProperties(item);
-    if (!text(item, "localizationTable"_ns)) specifier.setPropertyForKey(name_, "localizationTable"_ns);
+    if (!text(item, "localizationTable"_ns)) specifier.setProperty(name_, "localizationTable"_ns);
     translate_properties(specifier);
     bind_selectors(specifier, item);
     read_choices(specifier, item);
@@ -86,10 +86,10 @@ class ListReader {
 
   // The label stays as the list has it, since cells use it as a key of the strings table; the name holds its
   // translation. Keys, values and ids are never translated.
-  void translate_properties(const Specifier& specifier) const {
+  void translate_properties(const PSSpecifier& specifier) const {
     for (const NSString& key : {"footerText"_ns, "placeholder"_ns, "staticTextMessage"_ns}) {
       if (const NSString source = text(specifier.properties(), key)) {
-        specifier.setPropertyForKey(translated(source), key);
+        specifier.setProperty(translated(source), key);
       }
     }
     const auto confirmation = objc::cast_or_nil<NSDictionary>(specifier.propertyForKey("confirmation"_ns));
@@ -100,18 +100,18 @@ class ListReader {
       const auto key = keys.objectAtIndex<NSString>(i);
       if (const NSString source = text(confirmation, key)) translation.setObject(translated(source), key);
     }
-    specifier.setPropertyForKey(translation, "confirmation"_ns);
+    specifier.setProperty(translation, "confirmation"_ns);
   }
 
-  static void bind_selectors(const Specifier& specifier, const NSDictionary& item) {
+  static void bind_selectors(const PSSpecifier& specifier, const NSDictionary& item) {
     const auto named = [&](const NSString& key) {
       const NSString name = text(item, key);
       return name ? objc::Selector::named(name.utf8().c_str()) : objc::Selector();
     };
     const objc::Selector getter = named("get"_ns);
     const objc::Selector setter = named("set"_ns);
-    specifier.setAccessors(getter ? getter : objc::selector<"readPreferenceValue:">(),
-                           setter ? setter : objc::selector<"setPreferenceValue:specifier:">());
+    set_accessors(specifier, getter ? getter : objc::selector<"readPreferenceValue:">(),
+                  setter ? setter : objc::selector<"setPreferenceValue:specifier:">());
     specifier.setAction(named("action"_ns));
   }
 
@@ -132,7 +132,7 @@ class ListReader {
 
   /// The array that the item holds, or that the target gives where the item names a data source.
   NSArray choices(const NSDictionary& item, const NSString& key, const NSString& source_key,
-                  const Specifier& specifier) const {
+                  const PSSpecifier& specifier) const {
     if (const NSString source = text(item, source_key)) {
       const auto selector = objc::Selector::named(source.utf8().c_str());
       if (may_perform(target_, selector, MethodRole::DataSource)) {
@@ -144,7 +144,7 @@ class ListReader {
     return objc::cast_or_nil<NSArray>(item.objectForKey(key));
   }
 
-  void read_choices(const Specifier& specifier, const NSDictionary& item) const {
+  void read_choices(const PSSpecifier& specifier, const NSDictionary& item) const {
     const NSArray values = choices(item, "validValues"_ns, "valuesDataSource"_ns, specifier);
     if (!values) return;
     const NSArray titles =
@@ -156,9 +156,9 @@ class ListReader {
     }
     const NSArray short_titles = translated_array(item.objectForKey("shortTitles"_ns));
     if (short_titles) {
-      specifier.setValuesTitlesShortTitles(values, titles ? titles : values, short_titles);
+      specifier.setValues(values, titles ? titles : values, short_titles);
     } else {
-      specifier.setValuesTitles(values, titles ? titles : values);
+      specifier.setValues(values, titles ? titles : values);
     }
   }
 
@@ -220,7 +220,7 @@ SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, 
       break;
     }
     if (!value.is(plist::Type::Dictionary)) {
-      report_problem(reader.where() + ": item " + std::to_string(row) + " is no dictionary");
+      report_problem(reader.where() + ": item " + std::to_string(row) + " is not a dictionary");
       continue;
     }
     const objc::AutoreleasePool pool;

@@ -58,7 +58,7 @@ int lint(const CommonOptions& given) {
   const std::string folder =
       NSBundle::bundleForClass(objc::class_of(session->pages().front().controller)).bundlePath().utf8();
   // Some classes exist only once the first page has come up.
-  objc::send<"view", NSObject>(session->pages().front().controller);
+  session->pages().front().controller.view();
   const RuntimeClasses classes(session->pages());
   const std::vector<lint::Finding> findings = lint::check_bundle(folder, classes);
   std::size_t errors = 0;

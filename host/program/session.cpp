@@ -26,7 +26,7 @@ Page page_of(PSListController controller, std::string title) {
   page.cls = objc::class_of(page.controller).name();
   const NSArray specifiers = page.all_specifiers();
   if (specifiers.count() > 0) page.list = list_of(specifiers.objectAtIndex<PSSpecifier>(0)).utf8();
-  if (page.title.empty()) page.title = objc::send<"title", NSString>(page.controller).utf8();
+  if (page.title.empty()) page.title = page.controller.title().utf8();
   return page;
 }
 

@@ -6,6 +6,8 @@
 
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/views/application.hpp"
+#include "host/uikit/views/view.hpp"
+#include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
@@ -13,14 +15,14 @@ namespace {
 
 Session* current_session = nullptr;
 
-void tell_traits_changed(const View& view) {
+void tell_traits_changed(const UIView& view) {
   objc::send<"traitCollectionDidChange:">(view, NSObject());
-  if (const Responder controller = view.controller()) {
+  if (const UIViewController controller = View::of(view).controller()) {
     objc::send<"traitCollectionDidChange:">(controller, NSObject());
   }
   view.invalidateIntrinsicContentSize();
   view.setNeedsLayout();
-  for (const View& subview : view.subviews()) tell_traits_changed(subview);
+  for (const UIView& subview : std::vector<UIView>(View::of(view).subviews())) tell_traits_changed(subview);
 }
 
 }  // namespace
@@ -48,17 +50,17 @@ void Session::set_device(DeviceModel device) {
   settings.scale = static_cast<float>(device_.scale);
   settings.idiom = device_.idiom;
   set_display_settings(settings);
-  for (const Window& window : Application::shared().windows()) {
-    if (window.bounds().size == old_size) window.setFrame({{0, 0}, device_.size()});
+  for (const UIWindow& window : Application::shared().windows()) {
+    if (View::of(window).bounds().size == old_size) window.setFrame(Rect{{0, 0}, device_.size()});
   }
   traits_changed();
 }
 
 void Session::traits_changed() {
   touches_.cancel();
-  for (const Window& window : Application::shared().windows()) {
+  for (const UIWindow& window : Application::shared().windows()) {
     tell_traits_changed(window);
-    window.add_damage(window.bounds());
+    Window::of(window).add_damage(window.bounds());
   }
 }
 

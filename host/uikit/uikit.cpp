@@ -1,20 +1,14 @@
-// host/uikit/uikit.cpp: makes UIKit's classes known.
+// host/uikit/uikit.cpp: makes UIKit's classes known, each after its base.
 
 #include "host/uikit/controllers/alert_controller.hpp"
+#include "host/uikit/controllers/navigation_bar.hpp"
 #include "host/uikit/controllers/navigation_controller.hpp"
+#include "host/uikit/controllers/navigation_item.hpp"
 #include "host/uikit/controllers/presentation.hpp"
 #include "host/uikit/controllers/trait_collection.hpp"
-#include "host/uikit/controls/activity_indicator.hpp"
-#include "host/uikit/controls/button.hpp"
-#include "host/uikit/controls/control.hpp"
-#include "host/uikit/controls/image_view.hpp"
-#include "host/uikit/controls/label.hpp"
-#include "host/uikit/controls/segmented_control.hpp"
-#include "host/uikit/controls/slider.hpp"
-#include "host/uikit/controls/switch.hpp"
-#include "host/uikit/controls/text_field.hpp"
-#include "host/uikit/effects/backdrop_view.hpp"
-#include "host/uikit/effects/visual_effect_view.hpp"
+#include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/controls/controls.hpp"
+#include "host/uikit/effects/effects.hpp"
 #include "host/uikit/events/gesture_recognizer.hpp"
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/events/touch.hpp"
@@ -24,58 +18,51 @@
 #include "host/uikit/layout/stack_view.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/tables/header_footer_view.hpp"
+#include "host/uikit/tables/scroll_view.hpp"
+#include "host/uikit/tables/table_cell.hpp"
 #include "host/uikit/tables/table_view.hpp"
 #include "host/uikit/values/values.hpp"
-#include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/views/views.hpp"
 
 namespace wispen::uikit {
 
 void define_uikit() {
   define_values();
-  TraitCollection::define();
-  Responder::define();
-  Touch::define();
-  Event::define();
-  GestureRecognizer::define();
-  Layer::define();
-  View::define();
-  LayoutAnchor::define();
-  LayoutConstraint::define();
-  LayoutGuide::define();
-  StackView::define();
-  Application::define();
-  Screen::define();
-  Device::define();
-  Window::define();
-  Key::define();
-  Label::define();
-  ImageView::define();
-  Control::define();
-  Button::define();
-  TextField::define();
-  Switch::define();
-  Slider::define();
-  SegmentedControl::define();
-  ActivityIndicator::define();
-  VisualEffect::define();
-  BlurEffect::define();
-  VisualEffectView::define();
-  BackdropSettings::define();
-  BackdropView::define();
-  ViewController::define();
-  BarButtonItem::define();
-  NavigationItem::define();
-  NavigationBar::define();
-  NavigationController::define();
+  define_trait_collection();
+  define_responder();
+  define_touch();
+  define_gesture_recognizers();
+  define_layer();
+  define_view();
+  define_layout_anchor();
+  define_layout_constraint();
+  define_layout_guide();
+  define_stack_view();
+  define_application();
+  define_screen();
+  define_window();
+  define_key();
+  define_label();
+  define_image_view();
+  define_control();
+  define_button();
+  define_text_field();
+  define_switch();
+  define_slider();
+  define_segmented_control();
+  define_activity_indicator();
+  define_visual_effects();
+  define_backdrop_view();
+  define_view_controller();
+  define_navigation_item();
+  define_navigation_bar();
+  define_navigation_controller();
   define_presentation();
-  AlertAction::define();
-  AlertController::define();
-  ScrollView::define();
-  TableCell::define();
-  HeaderFooterView::define();
-  TableView::define();
+  define_alert_controller();
+  define_scroll_view();
+  define_table_cell();
+  define_header_footer_view();
+  define_table_view();
 }
 
 }  // namespace wispen::uikit

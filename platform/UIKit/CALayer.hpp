@@ -30,6 +30,7 @@ class CALayer : public NSObject {
   void setShadowColor(CGColorRef color) const { objc::send<"setShadowColor:">(*this, color); }
   float shadowOpacity() const { return objc::send<"shadowOpacity", float>(*this); }
   void setShadowOpacity(float opacity) const { objc::send<"setShadowOpacity:">(*this, opacity); }
+  CGFloat shadowRadius() const { return objc::send<"shadowRadius", CGFloat>(*this); }
   void setShadowRadius(CGFloat radius) const { objc::send<"setShadowRadius:">(*this, radius); }
   void setShadowOffset(CGSize offset) const { objc::send<"setShadowOffset:">(*this, offset); }
 };

@@ -40,6 +40,7 @@ class NSAttributedString : public NSObject {
   static Allocated alloc() { return Allocated(objc::allocate<NSAttributedString>()); }
 
   NSString string() const { return objc::send<"string", NSString>(*this); }
+  NSAttributedString copy() const { return objc::send<"copy", NSAttributedString>(*this); }
   /// UTF-16 units.
   NSUInteger length() const { return objc::send<"length", NSUInteger>(*this); }
   /// The attributes at a place and, unless `range` is null, how far they reach. Raises the platform's range

@@ -16,6 +16,9 @@ class UIWindow : public UIView {
   void setRootViewController(const UIViewController& controller) const {
     objc::send<"setRootViewController:">(*this, controller);
   }
+  /// Those of a higher level lie above.
+  CGFloat windowLevel() const { return objc::send<"windowLevel", CGFloat>(*this); }
+  void setWindowLevel(CGFloat level) const { objc::send<"setWindowLevel:">(*this, level); }
   bool isKeyWindow() const { return objc::send<"isKeyWindow", bool>(*this); }
   void makeKeyAndVisible() const { objc::send<"makeKeyAndVisible">(*this); }
 };

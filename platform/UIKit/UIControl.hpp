@@ -5,13 +5,30 @@
 
 using UIControlEvents = NSUInteger;
 inline constexpr UIControlEvents UIControlEventTouchDown = 1;
+inline constexpr UIControlEvents UIControlEventTouchDownRepeat = 1 << 1;
 inline constexpr UIControlEvents UIControlEventTouchDragInside = 4;
 inline constexpr UIControlEvents UIControlEventTouchDragOutside = 8;
+inline constexpr UIControlEvents UIControlEventTouchDragEnter = 1 << 4;
+inline constexpr UIControlEvents UIControlEventTouchDragExit = 1 << 5;
 inline constexpr UIControlEvents UIControlEventTouchUpInside = 64;
 inline constexpr UIControlEvents UIControlEventTouchUpOutside = 128;
 inline constexpr UIControlEvents UIControlEventTouchCancel = 256;
 inline constexpr UIControlEvents UIControlEventValueChanged = 4096;
+inline constexpr UIControlEvents UIControlEventPrimaryActionTriggered = 1 << 13;
+inline constexpr UIControlEvents UIControlEventEditingDidBegin = 1 << 16;
 inline constexpr UIControlEvents UIControlEventEditingChanged = 1 << 17;
+inline constexpr UIControlEvents UIControlEventEditingDidEnd = 1 << 18;
+inline constexpr UIControlEvents UIControlEventEditingDidEndOnExit = 1 << 19;
+
+enum class UIControlContentVerticalAlignment : NSInteger { Center = 0, Top = 1, Bottom = 2, Fill = 3 };
+enum class UIControlContentHorizontalAlignment : NSInteger {
+  Center = 0,
+  Left = 1,
+  Right = 2,
+  Fill = 3,
+  Leading = 4,
+  Trailing = 5
+};
 
 using UIControlState = NSUInteger;
 inline constexpr UIControlState UIControlStateNormal = 0;
@@ -33,8 +50,16 @@ class UIControl : public UIView {
   bool isSelected() const { return objc::send<"isSelected", bool>(*this); }
   void setSelected(bool selected) const { objc::send<"setSelected:">(*this, selected); }
   bool isHighlighted() const { return objc::send<"isHighlighted", bool>(*this); }
+  void setHighlighted(bool highlighted) const { objc::send<"setHighlighted:">(*this, highlighted); }
   UIControlState state() const { return objc::send<"state", UIControlState>(*this); }
   bool isTracking() const { return objc::send<"isTracking", bool>(*this); }
+  bool isTouchInside() const { return objc::send<"isTouchInside", bool>(*this); }
+  UIControlContentHorizontalAlignment contentHorizontalAlignment() const {
+    return objc::send<"contentHorizontalAlignment", UIControlContentHorizontalAlignment>(*this);
+  }
+  void setContentHorizontalAlignment(UIControlContentHorizontalAlignment alignment) const {
+    objc::send<"setContentHorizontalAlignment:">(*this, alignment);
+  }
 
   /// The action takes nothing, the control, or the control and the event. The target is not kept alive;
   /// registering the same pair again only adds events.

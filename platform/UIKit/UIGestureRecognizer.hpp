@@ -32,6 +32,13 @@ class UIGestureRecognizer : public NSObject {
   void addTarget(const objc::Object& target, objc::Selector action) const {
     objc::send<"addTarget:action:">(*this, target, action);
   }
+  void removeTarget(const objc::Object& target, objc::Selector action) const {
+    objc::send<"removeTarget:action:">(*this, target, action);
+  }
+  /// Not kept alive.
+  NSObject delegate() const { return objc::send<"delegate", NSObject>(*this); }
+  void setDelegate(const objc::Object& delegate) const { objc::send<"setDelegate:">(*this, delegate); }
+  void setCancelsTouchesInView(bool cancels) const { objc::send<"setCancelsTouchesInView:">(*this, cancels); }
   UIView view() const { return objc::send<"view", UIView>(*this); }
   UIGestureRecognizerState state() const { return objc::send<"state", UIGestureRecognizerState>(*this); }
   bool isEnabled() const { return objc::send<"isEnabled", bool>(*this); }
@@ -51,6 +58,44 @@ class UITapGestureRecognizer : public UIGestureRecognizer {
 
   NSUInteger numberOfTapsRequired() const { return objc::send<"numberOfTapsRequired", NSUInteger>(*this); }
   void setNumberOfTapsRequired(NSUInteger taps) const { objc::send<"setNumberOfTapsRequired:">(*this, taps); }
+};
+
+class UILongPressGestureRecognizer : public UIGestureRecognizer {
+ public:
+  using Base = UIGestureRecognizer;
+  static constexpr objc::FixedString kClass{"UILongPressGestureRecognizer"};
+  using UIGestureRecognizer::UIGestureRecognizer;
+  using Allocated = UIGestureRecognizerAllocated<UILongPressGestureRecognizer>;
+  static Allocated alloc() { return Allocated(objc::allocate<UILongPressGestureRecognizer>()); }
+};
+
+class UIPanGestureRecognizer : public UIGestureRecognizer {
+ public:
+  using Base = UIGestureRecognizer;
+  static constexpr objc::FixedString kClass{"UIPanGestureRecognizer"};
+  using UIGestureRecognizer::UIGestureRecognizer;
+  using Allocated = UIGestureRecognizerAllocated<UIPanGestureRecognizer>;
+  static Allocated alloc() { return Allocated(objc::allocate<UIPanGestureRecognizer>()); }
+
+  CGPoint translationInView(const UIView& view) const {
+    return objc::send<"translationInView:", CGPoint>(*this, view);
+  }
+  void setTranslation(CGPoint translation, const UIView& view) const {
+    objc::send<"setTranslation:inView:">(*this, translation, view);
+  }
+  /// Points a second.
+  CGPoint velocityInView(const UIView& view) const {
+    return objc::send<"velocityInView:", CGPoint>(*this, view);
+  }
+};
+
+class UIScreenEdgePanGestureRecognizer : public UIPanGestureRecognizer {
+ public:
+  using Base = UIPanGestureRecognizer;
+  static constexpr objc::FixedString kClass{"UIScreenEdgePanGestureRecognizer"};
+  using UIPanGestureRecognizer::UIPanGestureRecognizer;
+  using Allocated = UIGestureRecognizerAllocated<UIScreenEdgePanGestureRecognizer>;
+  static Allocated alloc() { return Allocated(objc::allocate<UIScreenEdgePanGestureRecognizer>()); }
 };
 
 inline void UIView::addGestureRecognizer(const UIGestureRecognizer& recognizer) const {

@@ -1,6 +1,7 @@
 // platform/UIKit/UINavigationController.hpp: pages on a stack, and the bar above them.
 #pragma once
 
+#include "platform/UIKit/UIImage.hpp"
 #include "platform/UIKit/UIViewController.hpp"
 
 class UINavigationBar : public UIView {
@@ -16,6 +17,28 @@ class UINavigationBar : public UIView {
   void setBarTintColor(const UIColor& color) const { objc::send<"setBarTintColor:">(*this, color); }
 };
 
+enum class UIBarButtonItemStyle : NSInteger { Plain = 0, Done = 2 };
+enum class UIBarButtonSystemItem : NSInteger { Done = 0, Cancel = 1, Edit = 2, Save = 3 };
+
+class UIBarButtonItem : public NSObject {
+ public:
+  using Base = NSObject;
+  static constexpr objc::FixedString kClass{"UIBarButtonItem"};
+  using NSObject::NSObject;
+
+  NSString title() const { return objc::send<"title", NSString>(*this); }
+  UIImage image() const { return objc::send<"image", UIImage>(*this); }
+  UIBarButtonItemStyle style() const { return objc::send<"style", UIBarButtonItemStyle>(*this); }
+  UIView customView() const { return objc::send<"customView", UIView>(*this); }
+  bool isEnabled() const { return objc::send<"isEnabled", bool>(*this); }
+  UIColor tintColor() const { return objc::send<"tintColor", UIColor>(*this); }
+  /// Not kept alive.
+  NSObject target() const { return objc::send<"target", NSObject>(*this); }
+  objc::Selector action() const { return objc::send<"action", objc::Selector>(*this); }
+};
+
+enum class UINavigationItemLargeTitleDisplayMode : NSInteger { Automatic = 0, Always = 1, Never = 2 };
+
 /// What the bar shows for one page.
 class UINavigationItem : public NSObject {
  public:
@@ -23,7 +46,20 @@ class UINavigationItem : public NSObject {
   static constexpr objc::FixedString kClass{"UINavigationItem"};
   using NSObject::NSObject;
 
+  class Allocated : public objc::Allocated<UINavigationItem> {
+   public:
+    explicit Allocated(objc::Allocated<UINavigationItem>&& fresh)
+        : objc::Allocated<UINavigationItem>(std::move(fresh)) {}
+    UINavigationItem initWithTitle(const NSString& title) && {
+      return std::move(*this).initialize<"initWithTitle:">(title);
+    }
+  };
+  static Allocated alloc() { return Allocated(objc::allocate<UINavigationItem>()); }
+
   NSString title() const { return objc::send<"title", NSString>(*this); }
+  void setLargeTitleDisplayMode(UINavigationItemLargeTitleDisplayMode mode) const {
+    objc::send<"setLargeTitleDisplayMode:">(*this, mode);
+  }
   void setTitle(const NSString& title) const { objc::send<"setTitle:">(*this, title); }
   /// In place of the title.
   UIView titleView() const { return objc::send<"titleView", UIView>(*this); }
@@ -51,6 +87,9 @@ class UINavigationController : public UIViewController {
   UINavigationBar navigationBar() const { return objc::send<"navigationBar", UINavigationBar>(*this); }
   /// The root first.
   NSArray viewControllers() const { return objc::send<"viewControllers", NSArray>(*this); }
+  void setViewControllers(const NSArray& controllers) const {
+    objc::send<"setViewControllers:">(*this, controllers);
+  }
   UIViewController topViewController() const {
     return objc::send<"topViewController", UIViewController>(*this);
   }

@@ -24,6 +24,14 @@ class UISegmentedControl : public UIControl {
   static Allocated alloc() { return Allocated(objc::allocate<UISegmentedControl>()); }
 
   NSUInteger numberOfSegments() const { return objc::send<"numberOfSegments", NSUInteger>(*this); }
+  void removeAllSegments() const { objc::send<"removeAllSegments">(*this); }
+  void removeSegment(NSUInteger index, bool animated) const {
+    objc::send<"removeSegmentAtIndex:animated:">(*this, index, animated);
+  }
+  /// Behind the last one where the index is beyond it.
+  void insertSegment(const NSString& title, NSUInteger index, bool animated) const {
+    objc::send<"insertSegmentWithTitle:atIndex:animated:">(*this, title, index, animated);
+  }
   NSInteger selectedSegmentIndex() const { return objc::send<"selectedSegmentIndex", NSInteger>(*this); }
   void setSelectedSegmentIndex(NSInteger index) const {
     objc::send<"setSelectedSegmentIndex:">(*this, index);

@@ -24,6 +24,19 @@ class UISlider : public UIControl {
   /// Whether a drag reports every value on its way.
   bool isContinuous() const { return objc::send<"isContinuous", bool>(*this); }
   void setContinuous(bool continuous) const { objc::send<"setContinuous:">(*this, continuous); }
+  // Where the parts lie; a subclass may answer otherwise.
+  CGRect trackRectForBounds(CGRect bounds) const {
+    return objc::send<"trackRectForBounds:", CGRect>(*this, bounds);
+  }
+  CGRect thumbRectForBounds(CGRect bounds, CGRect track, float value) const {
+    return objc::send<"thumbRectForBounds:trackRect:value:", CGRect>(*this, bounds, track, value);
+  }
+  CGRect minimumValueImageRectForBounds(CGRect bounds) const {
+    return objc::send<"minimumValueImageRectForBounds:", CGRect>(*this, bounds);
+  }
+  CGRect maximumValueImageRectForBounds(CGRect bounds) const {
+    return objc::send<"maximumValueImageRectForBounds:", CGRect>(*this, bounds);
+  }
   UIColor minimumTrackTintColor() const { return objc::send<"minimumTrackTintColor", UIColor>(*this); }
   void setMinimumTrackTintColor(const UIColor& color) const {
     objc::send<"setMinimumTrackTintColor:">(*this, color);

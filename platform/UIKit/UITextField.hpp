@@ -17,6 +17,12 @@ enum class UIKeyboardType : NSInteger {
   DecimalPad = 8
 };
 
+enum class UITextBorderStyle : NSInteger { None = 0, Line = 1, Bezel = 2, RoundedRect = 3 };
+enum class UIReturnKeyType : NSInteger { Default = 0, Go = 1, Next = 4, Search = 6, Send = 7, Done = 9 };
+enum class UITextAutocapitalizationType : NSInteger { None = 0, Words = 1, Sentences = 2, AllCharacters = 3 };
+enum class UITextAutocorrectionType : NSInteger { Default = 0, No = 1, Yes = 2 };
+enum class UITextFieldViewMode : NSInteger { Never = 0, WhileEditing = 1, UnlessEditing = 2, Always = 3 };
+
 class UITextField : public UIControl {
  public:
   using Base = UIControl;
@@ -40,6 +46,19 @@ class UITextField : public UIControl {
   }
   UIKeyboardType keyboardType() const { return objc::send<"keyboardType", UIKeyboardType>(*this); }
   void setKeyboardType(UIKeyboardType type) const { objc::send<"setKeyboardType:">(*this, type); }
+  void setAutocapitalizationType(UITextAutocapitalizationType type) const {
+    objc::send<"setAutocapitalizationType:">(*this, type);
+  }
+  void setAutocorrectionType(UITextAutocorrectionType type) const {
+    objc::send<"setAutocorrectionType:">(*this, type);
+  }
+  void setReturnKeyType(UIReturnKeyType type) const { objc::send<"setReturnKeyType:">(*this, type); }
+  void setBorderStyle(UITextBorderStyle style) const { objc::send<"setBorderStyle:">(*this, style); }
+  void setClearButtonMode(UITextFieldViewMode mode) const { objc::send<"setClearButtonMode:">(*this, mode); }
+  /// Not kept alive.
+  NSObject delegate() const { return objc::send<"delegate", NSObject>(*this); }
+  void setDelegate(const objc::Object& delegate) const { objc::send<"setDelegate:">(*this, delegate); }
+  bool isEditing() const { return objc::send<"isEditing", bool>(*this); }
   bool isSecureTextEntry() const { return objc::send<"isSecureTextEntry", bool>(*this); }
   void setSecureTextEntry(bool secure) const { objc::send<"setSecureTextEntry:">(*this, secure); }
 };

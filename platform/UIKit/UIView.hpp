@@ -1,4 +1,4 @@
-// platform/UIKit/UIView.hpp: a rectangle with a place, a look, and views inside it.
+// platform/UIKit/UIView.hpp: a rectangle with a position, a look, and views inside it.
 #pragma once
 
 #include "platform/CoreGraphics/CGAffineTransform.hpp"
@@ -33,6 +33,22 @@ enum class UIViewContentMode : NSInteger {
   BottomRight = 12
 };
 
+enum class UISemanticContentAttribute : NSInteger {
+  Unspecified = 0,
+  Playback = 1,
+  Spatial = 2,
+  ForceLeftToRight = 3,
+  ForceRightToLeft = 4
+};
+enum class UIUserInterfaceLayoutDirection : NSInteger { LeftToRight = 0, RightToLeft = 1 };
+
+using UIViewAnimationOptions = NSUInteger;
+inline constexpr UIViewAnimationOptions UIViewAnimationOptionAllowUserInteraction = 1 << 1;
+inline constexpr UIViewAnimationOptions UIViewAnimationOptionBeginFromCurrentState = 1 << 2;
+inline constexpr UIViewAnimationOptions UIViewAnimationOptionCurveEaseIn = 1 << 16;
+inline constexpr UIViewAnimationOptions UIViewAnimationOptionCurveEaseOut = 2 << 16;
+inline constexpr UIViewAnimationOptions UIViewAnimationOptionCurveLinear = 3 << 16;
+
 enum class UILayoutConstraintAxis : NSInteger { Horizontal = 0, Vertical = 1 };
 
 class UIGestureRecognizer;
@@ -47,7 +63,10 @@ class UIViewAllocated : public objc::Allocated<T> {
   T initWithFrame(CGRect frame) && { return std::move(*this).template initialize<"initWithFrame:">(frame); }
 };
 
-/// Places are points in the superview's coordinates, whose y axis goes down.
+/// A length that a view does not have of its own.
+inline constexpr CGFloat UIViewNoIntrinsicMetric = -1;
+
+/// Positions are points in the superview's coordinates, whose y axis goes down.
 class UIView : public UIResponder {
  public:
   using Base = UIResponder;
@@ -80,6 +99,8 @@ class UIView : public UIResponder {
   void insertSubview(const UIView& view, NSInteger index) const {
     objc::send<"insertSubview:atIndex:">(*this, view, index);
   }
+  void bringSubviewToFront(const UIView& view) const { objc::send<"bringSubviewToFront:">(*this, view); }
+  void sendSubviewToBack(const UIView& view) const { objc::send<"sendSubviewToBack:">(*this, view); }
   void removeFromSuperview() const { objc::send<"removeFromSuperview">(*this); }
   bool isDescendantOfView(const UIView& other) const {
     return objc::send<"isDescendantOfView:", bool>(*this, other);
@@ -108,13 +129,36 @@ class UIView : public UIResponder {
   void setUserInteractionEnabled(bool enabled) const {
     objc::send<"setUserInteractionEnabled:">(*this, enabled);
   }
+  void setSemanticContentAttribute(UISemanticContentAttribute attribute) const {
+    objc::send<"setSemanticContentAttribute:">(*this, attribute);
+  }
+  UIUserInterfaceLayoutDirection effectiveUserInterfaceLayoutDirection() const {
+    return objc::send<"effectiveUserInterfaceLayoutDirection", UIUserInterfaceLayoutDirection>(*this);
+  }
+  NSString accessibilityLabel() const { return objc::send<"accessibilityLabel", NSString>(*this); }
+  void setAccessibilityLabel(const NSString& label) const {
+    objc::send<"setAccessibilityLabel:">(*this, label);
+  }
+  NSString accessibilityIdentifier() const { return objc::send<"accessibilityIdentifier", NSString>(*this); }
+  void setAccessibilityIdentifier(const NSString& identifier) const {
+    objc::send<"setAccessibilityIdentifier:">(*this, identifier);
+  }
   void setNeedsDisplay() const { objc::send<"setNeedsDisplay">(*this); }
 
   void setNeedsLayout() const { objc::send<"setNeedsLayout">(*this); }
   void layoutIfNeeded() const { objc::send<"layoutIfNeeded">(*this); }
   CGSize sizeThatFits(CGSize size) const { return objc::send<"sizeThatFits:", CGSize>(*this, size); }
   void sizeToFit() const { objc::send<"sizeToFit">(*this); }
-  /// A negative length where it has none.
+  void invalidateIntrinsicContentSize() const { objc::send<"invalidateIntrinsicContentSize">(*this); }
+  /// The smallest size that its constraints allow.
+  CGSize systemLayoutSizeFittingSize(CGSize target) const {
+    return objc::send<"systemLayoutSizeFittingSize:", CGSize>(*this, target);
+  }
+  CGSize systemLayoutSizeFittingSize(CGSize target, UILayoutPriority horizontal, UILayoutPriority vertical) const {
+    return objc::send<"systemLayoutSizeFittingSize:withHorizontalFittingPriority:verticalFittingPriority:", CGSize>(
+        *this, target, horizontal, vertical);
+  }
+  /// UIViewNoIntrinsicMetric where it has none.
   CGSize intrinsicContentSize() const { return objc::send<"intrinsicContentSize", CGSize>(*this); }
   UIEdgeInsets safeAreaInsets() const { return objc::send<"safeAreaInsets", UIEdgeInsets>(*this); }
   UIViewAutoresizing autoresizingMask() const {
@@ -145,6 +189,13 @@ class UIView : public UIResponder {
   NSLayoutDimension widthAnchor() const { return objc::send<"widthAnchor", NSLayoutDimension>(*this); }
   NSLayoutDimension heightAnchor() const { return objc::send<"heightAnchor", NSLayoutDimension>(*this); }
 
+  /// The view that takes a touch at this point of this view's coordinates; nil where it is outside.
+  UIView hitTest(CGPoint point, const objc::Object& event) const {
+    return objc::send<"hitTest:withEvent:", UIView>(*this, point, event);
+  }
+  bool pointInside(CGPoint point, const objc::Object& event) const {
+    return objc::send<"pointInside:withEvent:", bool>(*this, point, event);
+  }
   void addGestureRecognizer(const UIGestureRecognizer& recognizer) const;
   void removeGestureRecognizer(const UIGestureRecognizer& recognizer) const;
 

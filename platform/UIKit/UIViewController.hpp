@@ -25,6 +25,7 @@ class UIViewController : public UIResponder {
   /// Loaded at the first call.
   UIView view() const { return objc::send<"view", UIView>(*this); }
   UIView viewIfLoaded() const { return objc::send<"viewIfLoaded", UIView>(*this); }
+  void setView(const UIView& view) const { objc::send<"setView:">(*this, view); }
   NSString title() const { return objc::send<"title", NSString>(*this); }
   void setTitle(const NSString& title) const { objc::send<"setTitle:">(*this, title); }
   UINavigationItem navigationItem() const;
@@ -47,6 +48,13 @@ class UIViewController : public UIResponder {
   void setModalPresentationStyle(UIModalPresentationStyle style) const {
     objc::send<"setModalPresentationStyle:">(*this, style);
   }
+  /// It does not go by a gesture or a tap beside it.
+  bool isModalInPresentation() const { return objc::send<"isModalInPresentation", bool>(*this); }
+  void setModalInPresentation(bool modal) const { objc::send<"setModalInPresentation:">(*this, modal); }
+  UIEdgeInsets additionalSafeAreaInsets() const {
+    return objc::send<"additionalSafeAreaInsets", UIEdgeInsets>(*this);
+  }
+  CGSize preferredContentSize() const { return objc::send<"preferredContentSize", CGSize>(*this); }
   void presentViewController(const UIViewController& controller, bool animated,
                              const objc::Block<void()>& completion = nullptr) const {
     objc::send<"presentViewController:animated:completion:">(*this, controller, animated, completion);

@@ -16,11 +16,18 @@ enum class UIBlurEffectStyle : NSInteger {
   SystemChromeMaterial = 10
 };
 
-class UIBlurEffect : public NSObject {
+class UIVisualEffect : public NSObject {
  public:
   using Base = NSObject;
-  static constexpr objc::FixedString kClass{"UIBlurEffect"};
+  static constexpr objc::FixedString kClass{"UIVisualEffect"};
   using NSObject::NSObject;
+};
+
+class UIBlurEffect : public UIVisualEffect {
+ public:
+  using Base = UIVisualEffect;
+  static constexpr objc::FixedString kClass{"UIBlurEffect"};
+  using UIVisualEffect::UIVisualEffect;
 
   static UIBlurEffect effectWithStyle(UIBlurEffectStyle style) {
     return objc::send<"effectWithStyle:", UIBlurEffect>(objc::class_for<UIBlurEffect>(), style);
@@ -36,14 +43,14 @@ class UIVisualEffectView : public UIView {
   class Allocated : public UIViewAllocated<UIVisualEffectView> {
    public:
     using UIViewAllocated::UIViewAllocated;
-    UIVisualEffectView initWithEffect(const UIBlurEffect& effect) && {
+    UIVisualEffectView initWithEffect(const UIVisualEffect& effect) && {
       return std::move(*this).initialize<"initWithEffect:">(effect);
     }
   };
   static Allocated alloc() { return Allocated(objc::allocate<UIVisualEffectView>()); }
 
-  UIBlurEffect effect() const { return objc::send<"effect", UIBlurEffect>(*this); }
-  void setEffect(const UIBlurEffect& effect) const { objc::send<"setEffect:">(*this, effect); }
+  UIVisualEffect effect() const { return objc::send<"effect", UIVisualEffect>(*this); }
+  void setEffect(const UIVisualEffect& effect) const { objc::send<"setEffect:">(*this, effect); }
   UIView contentView() const { return objc::send<"contentView", UIView>(*this); }
 };
 

@@ -35,7 +35,7 @@ inline typename Marshal<R>::Raw answer(Call&& call) {
   if constexpr (std::is_void_v<R>) {
     call();
   } else {
-    return Answer<R>::pack(call());
+    return Answer<R>::pack(R(call()));
   }
 }
 
@@ -46,9 +46,10 @@ struct Thunk;
 
 template <auto Function, class R, class Self, class... Args>
 struct MemberThunk {
-  static typename Marshal<R>::Raw entry(abi::id self, abi::SEL,
-                                        typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
-    return answer<R>([&] {
+  using Result = std::remove_cvref_t<R>;
+  static typename Marshal<Result>::Raw entry(abi::id self, abi::SEL,
+                                             typename Marshal<std::remove_cvref_t<Args>>::Raw... raw) {
+    return answer<Result>([&]() -> Result {
       if constexpr (Handle<Self>) {
         return ((*Borrowed<Self>(self)).*Function)(Incoming<std::remove_cvref_t<Args>>(raw).get()...);
       } else {
@@ -57,7 +58,7 @@ struct MemberThunk {
     });
   }
   using Receiver = Self;
-  static constexpr const auto& kEncoding = kMethodEncoding<R, Args...>;
+  static constexpr const auto& kEncoding = kMethodEncoding<Result, Args...>;
   static constexpr std::size_t kArguments = sizeof...(Args);
   static constexpr bool kIsInitializer = false;
 };
@@ -99,7 +100,11 @@ inline abi::id copy_entry(abi::id self, abi::SEL, void* /*zone*/) {
 
 template <class Self, auto Function>
 inline abi::id creating_entry(abi::id self, abi::SEL) {
-  return leak(Function(*Borrowed<Self>(self)));
+  if constexpr (requires { Function(*Borrowed<Self>(self)); }) {
+    return leak(Function(*Borrowed<Self>(self)));
+  } else {
+    return leak((Thunk<Function>::Receiver::in(self).*Function)());
+  }
 }
 
 /// Whether objects of class T can be what the function is called on.

@@ -7,87 +7,101 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/uikit/controllers/navigation_item.hpp"
-#include "platform/UIKit.hpp"
+#include "host/foundation/arrays.hpp"
+#include "host/preferences/list_controller.hpp"
+#include "host/preferences/specifier.hpp"
 
 namespace wispen {
 
-using preferences::CellType;
-using preferences::Specifier;
+namespace {
 
-struct FrontPageMethods {
-  using Self = FrontPage;
+std::string folder_of(const PSSpecifier& row) {
+  const auto folder = objc::cast_or_nil<NSString>(row.propertyForKey("bundleFolder"_ns));
+  return folder ? folder.utf8() : std::string();
+}
 
-  static PSSpecifier row_for(const Self& self, const BundleEntry& entry) {
-    const Specifier row = Specifier::make(entry.label.c_str(), CellType::Link);
-    row.setTarget(self);
-    row.setPropertyForKey(NSString(entry.label.c_str()), "label"_ns);
-    row.setPropertyForKey(NSString(entry.folder.c_str()), "bundleFolder"_ns);
-    const std::string icon_file = entry.folder + "/icon.png";
-    if (::access(icon_file.c_str(), R_OK) == 0) {
-      // The variant for the display is found by the file's name.
-      row.setPropertyForKey(objc::send<"imageWithContentsOfFile:", UIImage>(objc::class_for<UIImage>(),
-                                                                            NSString(icon_file.c_str())),
-                            "iconImage"_ns);
-    }
-    return row.as<PSSpecifier>();
-  }
+}  // namespace
 
-  static NSMutableArray specifiers(const Self& self) {
-    NSMutableArray& shown = self.specifiers_slot();
+class FrontPage : public objc::Implementation<FrontPage, SettingsFrontPage> {
+ public:
+  NSMutableArray specifiers() {
+    NSMutableArray& shown = preferences::ListController::of(self()).list();
     if (shown) return shown;
     NSMutableArray rows = NSMutableArray::array();
-    rows.addObject(Specifier::make(NSString(), CellType::Group));
-    for (const BundleEntry& entry : self.entries()) rows.addObject(row_for(self, entry));
+    rows.addObject(preferences::make_specifier(NSString(), preferences::CellType::Group));
+    for (const BundleEntry& entry : entries_) rows.addObject(row_for(entry));
     shown = rows;
     return shown;
   }
-  static void viewDidLoad(const Self& self) {
-    objc::send_super<"viewDidLoad">(self, objc::class_for<preferences::ListController>());
-    objc::send<"setTitle:">(self, "Settings"_ns);
-    objc::send<"setLargeTitleDisplayMode:">(self.navigationItem(), NSInteger{1});
+  void viewDidLoad() {
+    super<"viewDidLoad">();
+    self().setTitle("Settings"_ns);
+    self().navigationItem().setLargeTitleDisplayMode(UINavigationItemLargeTitleDisplayMode::Always);
   }
-  static uikit::ViewController controllerForSpecifier(const Self& self, const PSSpecifier& row) {
-    const auto folder = objc::cast_or_nil<NSString>(row.propertyForKey("bundleFolder"_ns));
-    const objc::ClassRef cls = folder ? self.parts().load(folder.utf8()) : objc::ClassRef();
-    if (!cls || !cls.is_subclass_of(objc::class_for<uikit::ViewController>())) return uikit::ViewController();
-    const auto page = objc::send<"new", uikit::ViewController>(cls);
-    if (objc::responds_to(page, objc::selector<"setSpecifier:">())) objc::send<"setSpecifier:">(page, row);
+  UIViewController controllerForSpecifier(const PSSpecifier& row) {
+    const std::string folder = folder_of(row);
+    const objc::ClassRef cls = folder.empty() ? objc::ClassRef() : load_(folder);
+    if (!cls || !cls.is_subclass_of(objc::class_for<UIViewController>())) return UIViewController();
+    const UIViewController page = objc::allocate<UIViewController>(cls).init();
+    if (objc::responds_to(page, objc::selector<"setSpecifier:">())) {
+      page.as<PSViewController>().setSpecifier(row);
+    }
     return page;
   }
+
+  void set_up(std::vector<BundleEntry> entries, BundleLoader load) {
+    entries_ = std::move(entries);
+    load_ = std::move(load);
+  }
+  std::vector<BundleEntry>& entries() { return entries_; }
+
+  static void define() {
+    objc::Class<SettingsFrontPage>::implemented_by<FrontPage>()
+        .method<"specifiers", &FrontPage::specifiers>()
+        .method<"viewDidLoad", &FrontPage::viewDidLoad>()
+        .method<"controllerForSpecifier:", &FrontPage::controllerForSpecifier>()
+        .register_class();
+  }
+
+ private:
+  PSSpecifier row_for(const BundleEntry& entry) {
+    const PSSpecifier row = preferences::make_specifier(entry.label.c_str(), preferences::CellType::Link);
+    row.setTarget(self());
+    row.setProperty(NSString(entry.label.c_str()), "label"_ns);
+    row.setProperty(NSString(entry.folder.c_str()), "bundleFolder"_ns);
+    const std::string icon_file = entry.folder + "/icon.png";
+    if (::access(icon_file.c_str(), R_OK) == 0) {
+      // The variant for the display is found by the file's name.
+      row.setProperty(UIImage::imageWithContentsOfFile(icon_file.c_str()), "iconImage"_ns);
+    }
+    return row;
+  }
+
+  std::vector<BundleEntry> entries_;
+  BundleLoader load_;
 };
 
-FrontPage FrontPage::make(std::vector<BundleEntry> entries, BundleLoader load) {
-  FrontPage page = alloc().init();
-  page.parts() = {std::move(entries), std::move(load)};
+SettingsFrontPage SettingsFrontPage::make(std::vector<BundleEntry> entries, BundleLoader load) {
+  FrontPage::define();
+  const auto page = objc::make<SettingsFrontPage>();
+  FrontPage::of(page).set_up(std::move(entries), std::move(load));
   return page;
 }
 
-void FrontPage::add(const BundleEntry& entry) const {
-  auto& entries = parts().entries;
+const std::vector<BundleEntry>& SettingsFrontPage::entries() const { return FrontPage::of(*this).entries(); }
+
+void SettingsFrontPage::add(const BundleEntry& entry) const {
+  auto& entries = FrontPage::of(*this).entries();
   if (std::ranges::find(entries, entry.folder, &BundleEntry::folder) != entries.end()) return;
   entries.push_back(entry);
   reloadSpecifiers();
 }
 
-PSSpecifier FrontPage::row_of(const std::string& folder) const {
-  const NSMutableArray rows = objc::send<"specifiers", NSMutableArray>(*this);
-  for (NSUInteger i = 0; i < rows.count(); ++i) {
-    const auto row = rows.objectAtIndex<PSSpecifier>(i);
-    const auto own = objc::cast_or_nil<NSString>(row.propertyForKey("bundleFolder"_ns));
-    if (own && own.utf8() == folder) return row;
+PSSpecifier SettingsFrontPage::row_of(const std::string& folder) const {
+  for (const PSSpecifier& row : objects_of<PSSpecifier>(specifiers())) {
+    if (folder_of(row) == folder) return row;
   }
   return PSSpecifier();
-}
-
-void FrontPage::define() {
-  using M = FrontPageMethods;
-  objc::Class<FrontPage>()
-      .state<FrontPageState>()
-      .method<"specifiers", &M::specifiers>()
-      .method<"viewDidLoad", &M::viewDidLoad>()
-      .method<"controllerForSpecifier:", &M::controllerForSpecifier>()
-      .register_class();
 }
 
 }  // namespace wispen

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/preferences/list_controller.hpp"
+#include "platform/Preferences.hpp"
 
 namespace wispen {
 
@@ -18,27 +18,19 @@ struct BundleEntry {
 /// Loads the bundle of a folder and gives its principal class; nil where that fails.
 using BundleLoader = std::function<objc::ClassRef(const std::string& folder)>;
 
-struct FrontPageState {
-  std::vector<BundleEntry> entries;
-  BundleLoader load;
-};
-
-class FrontPage : public objc::Authored<FrontPage, preferences::ListController> {
+class SettingsFrontPage : public PSListController {
  public:
+  using Base = PSListController;
   static constexpr objc::FixedString kClass{"SettingsFrontPage"};
-  using Authored::Authored;
+  using PSListController::PSListController;
 
-  static void define();
-  static FrontPage make(std::vector<BundleEntry> entries, BundleLoader load);
-  const std::vector<BundleEntry>& entries() const { return parts().entries; }
+  /// The class is registered at the first call.
+  static SettingsFrontPage make(std::vector<BundleEntry> entries, BundleLoader load);
+  const std::vector<BundleEntry>& entries() const;
   /// A row at the end, unless the folder has one already.
   void add(const BundleEntry& entry) const;
   /// The row of a bundle; nil where it has none.
   PSSpecifier row_of(const std::string& folder) const;
-
- private:
-  friend struct FrontPageMethods;
-  FrontPageState& parts() const { return state<FrontPageState>(); }
 };
 
 }  // namespace wispen

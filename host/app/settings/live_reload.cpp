@@ -19,9 +19,6 @@
 #include "host/app/host.hpp"
 #include "host/foundation/plist/document.hpp"
 #include "host/foundation/strings/table.hpp"
-#include "host/graphics/text_style.hpp"
-#include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/values/font.hpp"
 
 namespace wispen {
 
@@ -133,29 +130,29 @@ void LiveReload::show_fault(const std::string& sentence) {
   constexpr double kPadding = 14;
   constexpr double kAboveAll = 2000;
   if (!note_) {
-    note_ = uikit::Window::make();
+    note_ = objc::make<UIWindow>();
     note_.setWindowLevel(kAboveAll);
     note_.setUserInteractionEnabled(false);
-    const uikit::View box = uikit::View::make();
+    const UIView box = objc::make<UIView>();
     box.setBackgroundColor(UIColor::systemRedColor());
     box.layer().setCornerRadius(12);
     note_.addSubview(box);
-    text_ = uikit::Label::make();
+    text_ = objc::make<UILabel>();
     text_.setNumberOfLines(0);
     text_.setTextColor(UIColor::whiteColor());
     box.addSubview(text_);
   }
-  text_.setFont(uikit::font_from(
-      graphics::text_style_font(graphics::TextStyle::Footnote, uikit::display_settings().content_size)));
+  text_.setFont(UIFont::preferredFontForTextStyle(UIFontTextStyleFootnote));
   text_.setText(sentence.c_str());
   const Rect screen = note_.bounds();
-  const EdgeInsets safe = note_.device_insets();
+  const EdgeInsets safe = note_.safeAreaInsets();
   const double width = screen.width() - 2 * (kMargin + kPadding);
-  const double height = text_.sizeThatFits({width, 0}).height;
-  text_.setFrame({{kPadding, kPadding}, {width, height}});
+  const double height = text_.sizeThatFits(Size{width, 0}).height;
+  text_.setFrame(Rect{{kPadding, kPadding}, {width, height}});
   const double box_height = height + 2 * kPadding;
   const double bottom = screen.height() - std::max(safe.bottom, kMargin);
-  text_.superview().setFrame({{kMargin, bottom - box_height}, {screen.width() - 2 * kMargin, box_height}});
+  text_.superview().setFrame(
+      Rect{{kMargin, bottom - box_height}, {screen.width() - 2 * kMargin, box_height}});
   note_.setHidden(false);
 }
 

@@ -7,8 +7,6 @@
 #include "host/app/settings/settings_app.hpp"
 #include "host/core/main_loop.hpp"
 #include "host/core/result.hpp"
-#include "host/uikit/controls/label.hpp"
-#include "host/uikit/views/window.hpp"
 
 namespace wispen {
 
@@ -38,8 +36,8 @@ class LiveReload {
   WatchId watch_ = 0;
   bool due_ = false;
   TimerId timer_{};
-  uikit::Window note_;
-  uikit::Label text_;
+  UIWindow note_;
+  UILabel text_;
 };
 
 /// What is wrong with the first of a bundle's lists and strings tables that cannot be read, with its name;

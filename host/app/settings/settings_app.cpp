@@ -10,10 +10,12 @@
 
 #include "host/app/host.hpp"
 #include "host/app/settings/installed_bundles.hpp"
+#include "host/foundation/arrays.hpp"
 #include "host/foundation/problems.hpp"
 #include "host/uikit/painting/frame_buffer.hpp"
 #include "host/uikit/tables/scroll_view.hpp"
 #include "host/uikit/views/application.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen {
 
@@ -22,46 +24,40 @@ namespace {
 constexpr auto kFrame = std::chrono::nanoseconds(1'000'000'000 / 60);
 constexpr int kDeepestPage = 8;
 
-preferences::ListController list_page(const uikit::ViewController& page) {
-  return objc::cast_or_nil<preferences::ListController>(page);
-}
+PSListController list_page(const UIViewController& page) { return objc::cast_or_nil<PSListController>(page); }
 
 /// What a bundle calls itself.
 std::string name_of_bundle(const NSBundle& bundle, const std::string& folder) {
   for (const NSString& key : {"CFBundleDisplayName"_ns, "CFBundleName"_ns}) {
-    const auto name =
-        objc::cast_or_nil<NSString>(objc::send<"objectForInfoDictionaryKey:", NSObject>(bundle, key));
+    const auto name = objc::cast_or_nil<NSString>(bundle.objectForInfoDictionaryKey(key));
     if (name && name.length() > 0) return name.utf8();
   }
   return folder.substr(folder.find_last_of('/') + 1);
 }
 
 /// Rows that lead to pages, by the class of the page.
-std::vector<PSSpecifier> rows_to_pages(const uikit::ViewController& page) {
+std::vector<PSSpecifier> rows_to_pages(const UIViewController& page) {
   std::vector<PSSpecifier> rows;
-  if (!list_page(page)) return rows;
-  const auto specifiers = objc::send<"specifiers", NSMutableArray>(page);
-  for (NSUInteger i = 0, count = specifiers.count(); i < count; ++i) {
-    const auto row = specifiers.objectAtIndex<PSSpecifier>(i);
-    if (objc::send<"detailControllerClass", objc::ClassRef>(row) && !row.propertyForKey("key"_ns)) {
-      rows.push_back(row);
-    }
+  const PSListController list = list_page(page);
+  if (!list) return rows;
+  for (const PSSpecifier& row : objects_of<PSSpecifier>(list.specifiers())) {
+    if (row.detailControllerClass() && !row.propertyForKey("key"_ns)) rows.push_back(row);
   }
   return rows;
 }
 
-uikit::ViewController page_for(const uikit::ViewController& page, const PSSpecifier& row) {
-  return objc::send<"controllerForSpecifier:", uikit::ViewController>(page, row);
+UIViewController page_for(const UIViewController& page, const PSSpecifier& row) {
+  return page.as<PSListController>().controllerForSpecifier(row);
 }
 
 /// Goes on from the last page of the path, depth first, until a page of that class is reached.
-bool reach(std::vector<uikit::ViewController>& path, const std::string& wanted, std::set<std::string>& seen) {
+bool reach(std::vector<UIViewController>& path, const std::string& wanted, std::set<std::string>& seen) {
   if (objc::class_of(path.back()).name() == wanted) return true;
   if (path.size() > kDeepestPage) return false;
   for (const PSSpecifier& row : rows_to_pages(path.back())) {
-    const std::string cls = objc::send<"detailControllerClass", objc::ClassRef>(row).name();
+    const std::string cls = row.detailControllerClass().name();
     if (!seen.insert(cls).second) continue;
-    const uikit::ViewController page = page_for(path.back(), row);
+    const UIViewController page = page_for(path.back(), row);
     if (!page) continue;
     path.push_back(page);
     if (reach(path, wanted, seen)) return true;
@@ -70,32 +66,37 @@ bool reach(std::vector<uikit::ViewController>& path, const std::string& wanted, 
   return false;
 }
 
-void join(const std::vector<uikit::ViewController>& path, const uikit::NavigationController& navigation) {
+void join(const std::vector<UIViewController>& path, const UINavigationController& navigation) {
   for (std::size_t i = 1; i < path.size(); ++i) {
     if (!objc::responds_to(path[i], objc::selector<"setParentController:">())) continue;
-    objc::send<"setParentController:">(path[i], path[i - 1]);
-    objc::send<"setRootController:">(path[i], navigation);
+    const auto page = path[i].as<PSViewController>();
+    page.setParentController(path[i - 1]);
+    page.setRootController(navigation);
   }
 }
 
+/// Scrolls to the nearest offset that shows no empty room.
+void rest_at(const UIScrollView& scroll, const Point& offset) {
+  scroll.setContentOffset(uikit::ScrollView::of(scroll).nearest_resting_offset(offset));
+}
+
 /// The innermost scroll view that fills the page.
-uikit::ScrollView scroll_view_of(const uikit::View& view) {
-  if (const auto scroll = objc::cast_or_nil<uikit::ScrollView>(view)) return scroll;
-  for (const uikit::View& subview : view.subviews()) {
-    if (const uikit::ScrollView scroll = scroll_view_of(subview)) return scroll;
+UIScrollView scroll_view_of(const UIView& view) {
+  if (const auto scroll = objc::cast_or_nil<UIScrollView>(view)) return scroll;
+  for (const UIView& subview : uikit::View::of(view).subviews()) {
+    if (const UIScrollView scroll = scroll_view_of(subview)) return scroll;
   }
-  return uikit::ScrollView();
+  return UIScrollView();
 }
 
 }  // namespace
 
 SettingsApp::SettingsApp(Host& host) : host_(host) {
-  FrontPage::define();
-  front_ = FrontPage::make(installed_bundles(host.root()),
-                           [this](const std::string& folder) { return load(folder); });
-  navigation_ = uikit::NavigationController::with_root(front_);
-  objc::send<"setPrefersLargeTitles:">(navigation_.bar(), true);
-  window_ = uikit::Window::make();
+  front_ = SettingsFrontPage::make(installed_bundles(host.root()),
+                                   [this](const std::string& folder) { return load(folder); });
+  navigation_ = UINavigationController::alloc().initWithRootViewController(front_);
+  navigation_.navigationBar().setPrefersLargeTitles(true);
+  window_ = objc::make<UIWindow>();
   window_.setBackgroundColor(UIColor::blackColor());  // what is seen around a page that a card pushed back
   window_.setRootViewController(navigation_);
   window_.makeKeyAndVisible();
@@ -104,7 +105,7 @@ SettingsApp::SettingsApp(Host& host) : host_(host) {
 SettingsApp::~SettingsApp() {
   // Pages may still be shown, presented, or moving; the window lets go of all of them.
   window_.setHidden(true);
-  window_.setRootViewController(uikit::ViewController());
+  window_.setRootViewController(UIViewController());
 }
 
 objc::ClassRef SettingsApp::load(const std::string& folder) {
@@ -123,11 +124,11 @@ Result<void> SettingsApp::offer(const std::string& folder) {
   return {};
 }
 
-std::vector<uikit::ViewController> SettingsApp::path_to(const std::string& page) {
-  std::vector<uikit::ViewController> path{front_};
+std::vector<UIViewController> SettingsApp::path_to(const std::string& page) {
+  std::vector<UIViewController> path{front_};
   if (page.empty() || page == "settings") return path;
   for (const BundleEntry& entry : front_.entries()) {
-    const uikit::ViewController root = page_for(front_, front_.row_of(entry.folder));
+    const UIViewController root = page_for(front_, front_.row_of(entry.folder));
     if (!root) continue;
     path.push_back(root);
     std::set<std::string> seen;
@@ -141,26 +142,26 @@ Result<void> SettingsApp::show(const std::string& page) {
   auto path = path_to(page);
   if (path.empty()) return Error{"there is no page \"" + page + "\" that a row leads to"};
   join(path, navigation_);
-  navigation_.set_stack(std::move(path), false);
+  navigation_.setViewControllers(array_of(path));
   return {};
 }
 
 void SettingsApp::reload() {
-  const auto& stack = navigation_.stack();
+  const auto stack = objects_of<UIViewController>(navigation_.viewControllers());
   for (std::size_t i = 0; i < stack.size(); ++i) {
-    const preferences::ListController page = list_page(stack[i]);
+    const PSListController page = list_page(stack[i]);
     if (!page) continue;
-    const uikit::ScrollView scroll = page.table();
-    const Point offset = scroll ? scroll.contentOffset() : Point{};
+    const UIScrollView scroll = page.table();
+    const Point offset = scroll ? Point(scroll.contentOffset()) : Point{};
     if (i > 0 && page.specifier() && list_page(stack[i - 1])) {
       // The row that opened the page was made anew; its label is the page's title.
       const PSSpecifier row = list_page(stack[i - 1]).specifierForID(page.specifier().identifier());
-      if (row) objc::send<"setSpecifier:">(page, row);
+      if (row) page.setSpecifier(row);
     }
-    objc::send<"reloadSpecifiers">(page);
+    page.reloadSpecifiers();
     if (!scroll) continue;
     page.view().layoutIfNeeded();
-    scroll.setContentOffset(scroll.nearest_resting_offset(offset));
+    rest_at(scroll, offset);
   }
 }
 
@@ -180,8 +181,8 @@ Result<void> SettingsApp::settle(double at_most) {
   if (auto quiet = idle(); !quiet) return quiet;
   const int frames = static_cast<int>(at_most * 60);
   for (int i = 0; i < frames; ++i) {
-    const uikit::ScrollView scroll = scroll_view_of(top().view());
-    if (!session.animations().active() && !(scroll && scroll.is_moving())) break;
+    const UIScrollView scroll = scroll_view_of(top().view());
+    if (!session.animations().active() && !(scroll && uikit::ScrollView::of(scroll).is_moving())) break;
     if (auto moved = loop.advance(kFrame); !moved) return moved;
     if (auto quiet = idle(); !quiet) return quiet;
   }
@@ -192,7 +193,7 @@ Result<graphics::Image> SettingsApp::picture(double scale, bool whole_page) {
   uikit::Session& session = host_.session();
   uikit::Application::shared().lay_out_windows();
   if (!whole_page) return uikit::take_picture(session, scale);
-  const uikit::ScrollView scroll = scroll_view_of(top().view());
+  const UIScrollView scroll = scroll_view_of(top().view());
   if (!scroll) return uikit::take_picture(session, scale);
   const uikit::DeviceModel device = session.device();
   const Point offset = scroll.contentOffset();
@@ -201,20 +202,20 @@ Result<graphics::Image> SettingsApp::picture(double scale, bool whole_page) {
   constexpr double kHighest = 16'000;
   for (int pass = 0; pass < 2; ++pass) {
     const EdgeInsets inset = scroll.adjustedContentInset();
-    const double outside = session.device().size().height - scroll.bounds().height();
+    const double outside = session.device().size().height - scroll.bounds().size.height;
     const double height = std::ceil(scroll.contentSize().height + inset.top + inset.bottom + outside);
     double& side =
         device.orientation == uikit::Orientation::Portrait ? tall.portrait.height : tall.portrait.width;
     side = std::clamp(height, device.size().height, kHighest);
     session.set_device(tall);
     uikit::Application::shared().lay_out_windows();
-    scroll.setContentOffset(scroll.nearest_resting_offset({0, -kHighest}));
+    rest_at(scroll, {0, -kHighest});
     uikit::Application::shared().lay_out_windows();
   }
   auto picture = uikit::take_picture(session, scale);
   session.set_device(device);
   uikit::Application::shared().lay_out_windows();
-  scroll.setContentOffset(scroll.nearest_resting_offset(offset));
+  rest_at(scroll, offset);
   uikit::Application::shared().lay_out_windows();
   return picture;
 }

@@ -7,9 +7,7 @@
 #include "host/app/settings/front_page.hpp"
 #include "host/core/result.hpp"
 #include "host/graphics/image.hpp"
-#include "host/uikit/controllers/navigation_controller.hpp"
 #include "host/uikit/session.hpp"
-#include "host/uikit/views/window.hpp"
 
 namespace wispen {
 
@@ -23,9 +21,9 @@ class SettingsApp {
   SettingsApp& operator=(const SettingsApp&) = delete;
   ~SettingsApp();
 
-  uikit::Window window() const { return window_; }
-  uikit::NavigationController navigation() const { return navigation_; }
-  uikit::ViewController top() const { return navigation_.top(); }
+  UIWindow window() const { return window_; }
+  UINavigationController navigation() const { return navigation_; }
+  UIViewController top() const { return navigation_.topViewController(); }
 
   /// Offers a bundle that no entry list names, as while it is written. Fails for a folder that is no bundle.
   Result<void> offer(const std::string& folder);
@@ -50,13 +48,13 @@ class SettingsApp {
   Result<graphics::Image> picture(double scale, bool whole_page);
 
  private:
-  std::vector<uikit::ViewController> path_to(const std::string& page);
+  std::vector<UIViewController> path_to(const std::string& page);
   objc::ClassRef load(const std::string& folder);
 
   Host& host_;
-  FrontPage front_;
-  uikit::NavigationController navigation_;
-  uikit::Window window_;
+  SettingsFrontPage front_;
+  UINavigationController navigation_;
+  UIWindow window_;
 };
 
 }  // namespace wispen

@@ -18,6 +18,7 @@
 #include "host/uikit/controls/text_field.hpp"
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/tables/scroll_view.hpp"
+#include "host/uikit/views/responder.hpp"
 
 namespace wispen {
 
@@ -267,7 +268,8 @@ void Window::State::handle(const SDL_Event& event) {
       break;
     case SDL_MOUSEWHEEL: {
       const Point place = placement.to_screen(place_of(event.wheel.mouseX, event.wheel.mouseY));
-      if (const auto scroll = uikit::scroll_view_at(place)) scroll.wheel(wheel_points(event.wheel));
+      if (const auto scroll = uikit::scroll_view_at(place))
+        uikit::ScrollView::of(scroll).wheel(wheel_points(event.wheel));
       break;
     }
     case SDL_TEXTINPUT:
@@ -317,7 +319,7 @@ void Window::State::handle_key(const SDL_KeyboardEvent& event) {
     return switch_look(static_cast<std::size_t>(wanted - switches.begin()),
                        (event.keysym.mod & KMOD_SHIFT) == 0);
   }
-  const auto key = key_state(event);
+  const auto key = key_press(event);
   if (!key) return;
   // Held down they would answer one alert after the other.
   const bool answers = key->code == uikit::KeyCode::Return || key->code == uikit::KeyCode::Escape;
@@ -332,10 +334,10 @@ void Window::State::handle_key(const SDL_KeyboardEvent& event) {
 }
 
 void Window::State::copy_text(bool cut) {
-  const auto field = objc::cast_or_nil<uikit::TextField>(uikit::Responder::first());
-  if (!field || field.selected_text().length() == 0) return;
-  sdl.SetClipboardText(field.selected_text().utf8().c_str());
-  if (cut) field.insert(u"");
+  const auto field = objc::cast_or_nil<UITextField>(uikit::first_responder());
+  if (!field || uikit::TextField::of(field).selected_text().length() == 0) return;
+  sdl.SetClipboardText(uikit::TextField::of(field).selected_text().utf8().c_str());
+  if (cut) uikit::TextField::of(field).insert(u"");
 }
 
 void Window::State::paste() {

@@ -45,8 +45,8 @@ std::optional<uikit::KeyCode> code_of(SDL_Keycode key) {
 
 }  // namespace
 
-std::optional<uikit::KeyState> key_state(const SDL_KeyboardEvent& event) {
-  uikit::KeyState key;
+std::optional<uikit::KeyPress> key_press(const SDL_KeyboardEvent& event) {
+  uikit::KeyPress key;
   key.shift = (event.keysym.mod & KMOD_SHIFT) != 0;
   key.command = (event.keysym.mod & (KMOD_CTRL | KMOD_GUI)) != 0;
   if (const auto code = code_of(event.keysym.sym)) {

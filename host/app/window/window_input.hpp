@@ -11,7 +11,7 @@ namespace wispen {
 
 /// What a key of the desktop means to the views; nothing for keys that write text, which comes by itself, and
 /// for those that mean nothing.
-std::optional<uikit::KeyState> key_state(const SDL_KeyboardEvent& event);
+std::optional<uikit::KeyPress> key_press(const SDL_KeyboardEvent& event);
 
 /// The number of a function key; 0 for any other.
 int function_key(const SDL_KeyboardEvent& event);

@@ -1,49 +1,69 @@
 // host/preferences/cells/table_cell.hpp: PSTableCell: a row that shows a specifier.
 #pragma once
 
-#include "host/preferences/specifier.hpp"
-#include "host/uikit/tables/table_cell.hpp"
+#include "host/geometry/geometry.hpp"
+#include "host/preferences/cell_types.hpp"
+#include "platform/Preferences.hpp"
 
 namespace wispen::preferences {
 
-struct CellState {
-  PSSpecifier specifier;
-  CellType type = CellType::StaticText;
-  objc::Weak<NSObject> target;
-  objc::Selector action;
-  UIImage icon;
-  NSObject value;
-  bool enabled = true;
-  bool checked = false;
-};
+/// A cell for the row, of the class that the row names or that its kind has. The reuse identifier is for rows
+/// that can take over each other's cells: those of a row's own class are that row's alone, because such cells
+/// may keep what they read when they were made.
+PSTableCell make_cell(const PSSpecifier& specifier);
+objc::ClassRef cell_class_for(const PSSpecifier& specifier);
+NSString reuse_identifier(const PSSpecifier& specifier);
 
 /// The host's PSTableCell: title, icon, value at the right, accessory and colours by the kind of row. What a
 /// subclass changes it changes by overriding `newControl`, `refreshCellContentsWithSpecifier:` and the like.
-class Cell : public objc::Authored<Cell, uikit::TableCell> {
+class Cell : public objc::Implementation<Cell, PSTableCell> {
  public:
-  static constexpr objc::FixedString kClass{"PSTableCell"};
-  using Authored::Authored;
+  static PSTableCell initWithStyle(objc::Allocated<PSTableCell> self, UITableViewCellStyle style,
+                                   const NSString& identifier, const PSSpecifier& specifier);
+  static PSTableCell initPlain(objc::Allocated<PSTableCell> self, UITableViewCellStyle style,
+                               const NSString& identifier);
+  static NSInteger cell_type_from_string(objc::ClassRef, const NSString& name);
+  static objc::ClassRef cell_class(objc::ClassRef, const PSSpecifier& row) { return cell_class_for(row); }
+  static NSString identifier_for(objc::ClassRef, const PSSpecifier& row) { return reuse_identifier(row); }
+  NSInteger type() { return static_cast<NSInteger>(type_); }
+  void setType(NSInteger type);
+  NSObject target() { return target_.lock(); }
+  void setTarget(const NSObject& target) { target_ = target; }
+  NSString title() { return self().textLabel().text(); }
+  void setIcon(const UIImage& icon);
+  Size sizeThatFits(const Size& size);
+  void tintColorDidChange();
+  void reload(const PSSpecifier& specifier, bool animated);
+  bool canReload() { return true; }
+  void setSpecifier(const PSSpecifier& specifier);
+  void setTitle(const NSString& title);
+  void setValue(const NSObject& value);
+  void setCellEnabled(bool enabled);
+  void setChecked(bool checked);
+  void apply_colours();
+  void refresh(const PSSpecifier& specifier);
 
-  static void define();
-  CellState& parts() const { return state<CellState>(); }
+  CellType kind() const { return type_; }
+  /// What the row shows, and no more: nothing is drawn anew.
+  void keep_value(const NSObject& value) { value_ = value; }
+  UILabel titleLabel() { return self().textLabel(); }
+  UILabel valueLabel() { return self().detailTextLabel(); }
+  UIImageView iconImageView() { return self().imageView(); }
 
-  /// A cell for the row, of the class that the row names or that its kind has. The reuse identifier is for
-  /// rows that can take over each other's cells: those of a row's own class are that row's alone, because
-  /// such cells may keep what they read when they were made.
-  static Cell make(const PSSpecifier& specifier);
-  static objc::ClassRef class_for(const PSSpecifier& specifier);
-  static NSString reuse_identifier(const PSSpecifier& specifier);
+ private:
+  friend void define_table_cell();
 
-  PSSpecifier specifier() const { return parts().specifier; }
-  void setSpecifier(const PSSpecifier& specifier) const;
-  void refresh(const PSSpecifier& specifier) const;
-  void setTitle(const NSString& title) const;
-  void setValue(const NSObject& value) const;
-  bool is_enabled() const { return parts().enabled; }
-  void setCellEnabled(bool enabled) const;
-  void setChecked(bool checked) const;
-  void apply_colours() const;
+  PSSpecifier specifier_;
+  CellType type_ = CellType::StaticText;
+  objc::Weak<NSObject> target_;
+  objc::Selector action_;
+  UIImage icon_;
+  NSObject value_;
+  bool enabled_ = true;
+  bool checked_ = false;
 };
+
+void define_table_cell();
 
 /// Whether a property is there and true.
 bool is_set(const PSSpecifier& specifier, const NSString& key);

@@ -1,53 +1,73 @@
-// host/uikit/controllers/alert_controller.hpp: UIAlertController: a question, and its answers.
+// host/uikit/controllers/alert_controller.hpp: UIAlertController: a question over the page, and its answers.
 #pragma once
 
 #include <vector>
 
-#include "host/uikit/controllers/view_controller.hpp"
+#include "host/geometry/geometry.hpp"
+#include "host/uikit/events/key.hpp"
+#include "host/uikit/views/geometry.hpp"
+#include "platform/UIKit.hpp"
 
 namespace wispen::uikit {
 
-/// The platform's values.
-enum class AlertActionStyle : NSInteger { Default = 0, Cancel = 1, Destructive = 2 };
-
-struct AlertActionState;
-
-class AlertAction : public objc::Authored<AlertAction, NSObject> {
+class AlertAction : public objc::Implementation<AlertAction, UIAlertAction> {
  public:
-  static constexpr objc::FixedString kClass{"UIAlertAction"};
-  using Authored::Authored;
-  static void define();
-  AlertActionState& parts() const;
-};
+  static UIAlertAction with(objc::ClassRef cls, const NSString& title, UIAlertActionStyle style,
+                            const objc::Block<void(UIAlertAction)>& handler);
 
-struct AlertActionState {
   NSString title;
-  AlertActionStyle style = AlertActionStyle::Default;
+  UIAlertActionStyle style = UIAlertActionStyle::Default;
   bool enabled = true;
-  objc::Block<void(AlertAction)> handler;
+  objc::Block<void(UIAlertAction)> handler;
 };
 
-struct AlertState;
-
-class AlertController : public objc::Authored<AlertController, ViewController> {
+class AlertController : public objc::Implementation<AlertController, UIAlertController> {
  public:
-  static constexpr objc::FixedString kClass{"UIAlertController"};
-  using Authored::Authored;
-
-  static void define();
-  AlertState& alert() const;
-  bool is_action_sheet() const;
+  static UIAlertController with(objc::ClassRef, const NSString& title, const NSString& message,
+                                UIAlertControllerStyle style);
+  static UILabel text(const NSString& content, double size, double weight);
+  void loadView();
+  static double sheet_width();
+  /// Whether the two answers fit beside each other.
+  bool side_by_side();
+  void lay_out(double width);
+  void place_buttons(double width, double y);
+  void viewWillDisappear(bool);
+  void addAction(const UIAlertAction& action);
+  NSArray actions();
+  void addTextField(const objc::Block<void(UITextField)>& configure);
+  NSArray textFields();
+  UIAlertAction action_of_style(bool cancel);
+  bool handleKey(const UIKey& key);
+  const UIAlertAction& preferred_action() const { return preferred_; }
+  bool is_action_sheet() const { return style_ == UIAlertControllerStyle::ActionSheet; }
   /// Where it lies in the window.
-  Rect frame_in(const Rect& room, const EdgeInsets& safe_area) const;
+  Rect frame_in(const Rect& room, const EdgeInsets& safe);
   /// Gives its first field, where it has one, the keyboard.
-  void start_writing() const;
+  void start_writing();
   /// Closes it, and then tells the action.
-  void choose(const AlertAction& action) const;
+  void choose(const UIAlertAction& action);
   /// What a click beside an action sheet means.
-  void cancel() const;
+  void cancel();
 
  private:
-  friend struct AlertMethods;
+  friend void define_alert_controller();
+
+  NSString message_;
+  UIAlertControllerStyle style_ = UIAlertControllerStyle::ActionSheet;
+  std::vector<UIAlertAction> actions_;
+  UIAlertAction preferred_;
+  std::vector<UITextField> fields_;
+  UILabel title_label_;
+  UILabel message_label_;
+  std::vector<UIControl> buttons_;  // one for each action
+  UIView panel_;                    // the question and its answers
+  UIView cancel_panel_;             // of an action sheet
+  double content_height_ = 0;
 };
+
+
+/// UIAlertAction and UIAlertController.
+void define_alert_controller();
 
 }  // namespace wispen::uikit

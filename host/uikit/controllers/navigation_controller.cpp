@@ -1,255 +1,242 @@
-// host/uikit/controllers/navigation_controller.cpp: UINavigationController: a stack of pages, one of them
-// seen.
+// host/uikit/controllers/navigation_controller.cpp: UINavigationController: pages on a stack, and their bar.
 
 #include "host/uikit/controllers/navigation_controller.hpp"
 
 #include <algorithm>
-#include <functional>
+#include <utility>
 
-#include "host/uikit/controllers/navigation_state.hpp"
-#include "host/uikit/controllers/navigation_transition.hpp"
-#include "host/uikit/controllers/view_controller_state.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/session.hpp"
-#include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/view_state.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/foundation/arrays.hpp"
+#include "host/uikit/controllers/navigation_bar.hpp"
+#include "host/uikit/controllers/navigation_item.hpp"
+#include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/hooks.hpp"
 
 namespace wispen::uikit {
 
-NavigationState& NavigationController::navigation() const { return state<NavigationState>(); }
-NavigationBar NavigationController::bar() const { return navigation().bar; }
-const std::vector<ViewController>& NavigationController::stack() const { return navigation().stack; }
-ViewController NavigationController::top() const {
-  return navigation().stack.empty() ? ViewController() : navigation().stack.back();
+namespace {
+
+constexpr UIViewAutoresizing kFlexibleSize =
+    UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight;
+
+}  // namespace
+
+void NavigationController::prepare() {
+  bar_ = objc::make<UINavigationBar>();
+  NavigationBar::of(bar_).set_back_target(self());
+  container_ = objc::make<UIView>();
+  container_.setClipsToBounds(true);
+  edge_pan_ =
+      UIScreenEdgePanGestureRecognizer::alloc().initWithTarget(self(), objc::selector<"_edgePanned:">());
 }
 
-struct NavigationMethods {
-  using Self = NavigationController;
-
-  static Self init(objc::Allocated<Self> self) {
-    Self navigation = std::move(self).initialize_super<"init">();
-    if (navigation) prepare(navigation);
-    return navigation;
-  }
-  static Self initWithRoot(objc::Allocated<Self> self, const ViewController& root) {
-    Self navigation = std::move(self).initialize<"init">();
-    if (navigation && root) navigation.push(root, false);
-    return navigation;
-  }
-  static void prepare(const Self& self) {
-    NavigationState& state = self.navigation();
-    state.bar = NavigationBar::alloc().initialize<"initWithFrame:">(Rect{});
-    state.bar.set_back_target(self);
-    state.container = View::make();
-    state.container.setClipsToBounds(true);
-    state.edge_pan = ScreenEdgePanGestureRecognizer::alloc().initialize<"initWithTarget:action:">(
-        NSObject(self), objc::selector<"_edgePanned:">());
-  }
-
-  static void loadView(const Self& self) {
-    objc::send_super<"loadView">(self, objc::class_for<ViewController>());
-    NavigationState& state = self.navigation();
-    const View view = self.view_if_loaded();
-    view.setBackgroundColor(UIColor::systemBackgroundColor());
-    state.container.setFrame(view.bounds());
-    state.container.setAutoresizingMask(18);
-    view.addSubview(state.container);
-    view.addSubview(state.bar);
-    view.addGestureRecognizer(state.edge_pan);
-    if (const ViewController top = self.top()) put_in_place(self, top);
-  }
-
-  static double bar_height(const Self& self) {
-    if (self.navigation().bar_hidden) return 0;
-    const double large = self.bar().shows_large_title() ? NavigationBar::kLargeTitleHeight : 0;
-    return NavigationBar::row_height() + large;
-  }
-
-  static void viewDidLayoutSubviews(const Self& self) {
-    NavigationState& state = self.navigation();
-    const View view = self.view_if_loaded();
-    const double top = view.safeAreaInsets().top;
-    state.bar.setHidden(state.bar_hidden);
-    state.bar.setFrame({{0, 0}, {view.bounds().width(), top + bar_height(self)}});
-  }
-
-  static EdgeInsets insetsForContent(const Self& self) {
-    EdgeInsets insets = objc::send<"additionalSafeAreaInsets", EdgeInsets>(self);
-    insets.top += bar_height(self);
-    return insets;
-  }
-
-  // Appearing is passed on to the page that is seen.
-  static void viewWillAppear(const Self& self, bool animated) {
-    if (const ViewController top = self.top()) top.will_appear(animated);
-  }
-  static void viewDidAppear(const Self& self, bool animated) {
-    if (const ViewController top = self.top()) top.did_appear(animated);
-  }
-  static void viewWillDisappear(const Self& self, bool animated) {
-    finish_transition(self);
-    if (const ViewController top = self.top()) top.will_disappear(animated);
-  }
-  static void viewDidDisappear(const Self& self, bool animated) {
-    if (const ViewController top = self.top()) top.did_disappear(animated);
-  }
-
-  static void adopt(const Self& self, const ViewController& controller) {
-    objc::send<"willMoveToParentViewController:">(controller, self);
-    self.ViewController::parts().children.push_back(controller);
-    controller.set_parent(self);
-    controller.set_moving_to_parent(true);
-    controller.navigationItem().set_bar(self.bar());
-  }
-  static NSArray viewControllers(const Self& self) {
-    NSMutableArray all = NSMutableArray::array();
-    for (const ViewController& controller : self.stack()) all.addObject(controller);
-    return all;
-  }
-  static void setViewControllersAnimated(const Self& self, const NSArray& controllers, bool animated) {
-    std::vector<ViewController> stack;
-    for (NSUInteger i = 0, count = controllers.count(); i < count; ++i) {
-      stack.push_back(controllers.objectAtIndex<ViewController>(i));
-    }
-    self.set_stack(std::move(stack), animated);
-  }
-  static void setViewControllers(const Self& self, const NSArray& controllers) {
-    setViewControllersAnimated(self, controllers, false);
-  }
-  static NSArray popToRoot(const Self& self, bool animated) {
-    return self.stack().empty() ? NSArray::array() : self.pop_to(self.stack().front(), animated);
-  }
-  static void goBack(const Self& self) {
-    objc::send<"popViewControllerAnimated:", ViewController>(self, true);
-  }
-  static bool isBarHidden(const Self& self) { return self.navigation().bar_hidden; }
-  static void setBarHiddenAnimated(const Self& self, bool hidden, bool) {
-    self.navigation().bar_hidden = hidden;
-    if (const View view = self.view_if_loaded()) view.setNeedsLayout();
-  }
-  static void setBarHidden(const Self& self, bool hidden) { setBarHiddenAnimated(self, hidden, false); }
-  static NSObject delegate(const Self& self) { return self.navigation().delegate.lock(); }
-  static void setDelegate(const Self& self, const NSObject& delegate) {
-    self.navigation().delegate = delegate;
-  }
-  static ViewController visible(const Self& self) {
-    const ViewController shown = self.ViewController::parts().presented;
-    return shown ? shown : self.top();
-  }
-  static ScreenEdgePanGestureRecognizer edgePan(const Self& self) { return self.navigation().edge_pan; }
-  static void contentScrolled(const Self& self, const View& scroll, double distance) {
-    const ViewController top = self.top();
-    if (top && scroll.isDescendantOfView(top.view())) self.bar().set_content_scrolled(distance);
-  }
-  static bool handleKey(const Self& self, const Key& key) {
-    const bool back = key.code() == KeyCode::Escape || (key.key().command && key.code() == KeyCode::Left);
-    if (back && self.stack().size() > 1) {
-      goBack(self);
-      return true;
-    }
-    return objc::send_super<"_handleKey:", bool>(self, objc::class_for<ViewController>(), key);
-  }
-};
-
-NavigationController NavigationController::with_root(const ViewController& root) {
-  return alloc().initialize<"initWithRootViewController:">(root);
+double NavigationController::bar_height() const {
+  if (bar_hidden_) return 0;
+  const double large = NavigationBar::of(bar_).shows_large_title() ? NavigationBar::kLargeTitleHeight : 0;
+  return NavigationBar::row_height() + large;
 }
 
-void NavigationController::push(const ViewController& controller, bool animated) const {
+EdgeInsets NavigationController::insets_for_content() {
+  EdgeInsets insets = self().additionalSafeAreaInsets();
+  insets.top += bar_height();
+  return insets;
+}
+
+void NavigationController::adopt(const UIViewController& controller) {
+  objc::send<"willMoveToParentViewController:">(controller, self());
+  ViewController::of(self()).child_list().push_back(controller);
+  ViewController& page = ViewController::of(controller);
+  page.set_parent(self());
+  page.set_moving_to_parent(true);
+  NavigationItem::of(controller.navigationItem()).set_bar(bar_);
+}
+
+void NavigationController::let_go_of(const UIViewController& controller) {
+  std::erase(ViewController::of(self()).child_list(), controller);
+  ViewController::of(controller).set_parent(UIViewController());
+  objc::send<"didMoveToParentViewController:">(controller, UIViewController());
+}
+
+NSArray NavigationController::viewControllers() const { return array_of(stack_); }
+
+void NavigationController::setViewControllers(const NSArray& controllers) {
+  set_view_controllers_animated(controllers, false);
+}
+
+void NavigationController::set_view_controllers_animated(const NSArray& controllers, bool animated) {
+  finish_transition();
+  const std::vector<UIViewController> old = stack_;
+  const UIViewController from = top();
+  stack_ = objects_of<UIViewController>(controllers);
+  const auto has = [](const std::vector<UIViewController>& all, const UIViewController& one) {
+    return std::ranges::find(all, one) != all.end();
+  };
+  for (const UIViewController& controller : std::vector<UIViewController>(stack_)) {
+    if (!has(old, controller)) adopt(controller);
+  }
+  for (const UIViewController& controller : old) {
+    if (!has(stack_, controller) && controller != from) let_go_of(controller);
+  }
+  const UIViewController to = top();
+  if (!to) return;
+  if (to == from) return show_items(animated);
+  if (from && !has(stack_, from)) ViewController::of(from).set_moving_from_parent(true);
+  show_change(from, to, has(old, to), animated);
+}
+
+UIViewController NavigationController::visible() const {
+  const UIViewController shown = ViewController::of(self()).presented_by_itself();
+  return shown ? shown : top();
+}
+
+UINavigationController NavigationController::init(objc::Allocated<UINavigationController> self) {
+  UINavigationController navigation = super_init<"init">(std::move(self));
+  if (navigation) of(navigation).prepare();
+  return navigation;
+}
+
+UINavigationController NavigationController::initWithRoot(objc::Allocated<UINavigationController> self,
+                                                          const UIViewController& root) {
+  UINavigationController navigation = std::move(self).initialize<"init">();
+  if (navigation && root) navigation.pushViewController(root, false);
+  return navigation;
+}
+
+void NavigationController::loadView() {
+  super<"loadView">();
+  const UIView view = self().viewIfLoaded();
+  view.setBackgroundColor(UIColor::systemBackgroundColor());
+  container_.setFrame(view.bounds());
+  container_.setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+  view.addSubview(container_);
+  view.addSubview(bar_);
+  view.addGestureRecognizer(edge_pan_);
+  if (!stack_.empty()) put_in_place(top());
+}
+
+void NavigationController::viewDidLayoutSubviews() {
+  const UIView view = self().viewIfLoaded();
+  const double top = view.safeAreaInsets().top;
+  bar_.setHidden(bar_hidden_);
+  bar_.setFrame(Rect{{0, 0}, {view.bounds().size.width, top + bar_height()}});
+}
+
+// Appearing is passed on to the page that is seen.
+void NavigationController::viewWillAppear(bool animated) {
+  if (!stack_.empty()) ViewController::of(top()).will_appear(animated);
+}
+
+void NavigationController::viewDidAppear(bool animated) {
+  if (!stack_.empty()) ViewController::of(top()).did_appear(animated);
+}
+
+void NavigationController::viewWillDisappear(bool animated) {
+  finish_transition();
+  if (!stack_.empty()) ViewController::of(top()).will_disappear(animated);
+}
+
+void NavigationController::viewDidDisappear(bool animated) {
+  if (!stack_.empty()) ViewController::of(top()).did_disappear(animated);
+}
+
+NSArray NavigationController::pop_to_root(bool animated) {
+  return stack_.empty() ? NSArray::array() : pop_to(stack_.front(), animated);
+}
+
+void NavigationController::go_back() { self().popViewController(true); }
+
+void NavigationController::set_bar_hidden_animated(bool hidden, bool) {
+  bar_hidden_ = hidden;
+  if (const UIView view = self().viewIfLoaded()) view.setNeedsLayout();
+}
+
+void NavigationController::content_scrolled(const UIView& scroll, double distance) {
+  if (!stack_.empty() && scroll.isDescendantOfView(top().view()))
+    NavigationBar::of(bar_).set_content_scrolled(distance);
+}
+
+bool NavigationController::handleKey(const UIKey& key) {
+  const bool back =
+      key.press().code == KeyCode::Escape || (key.press().command && key.press().code == KeyCode::Left);
+  if (back && stack_.size() > 1) {
+    go_back();
+    return true;
+  }
+  return super<hooks::kHandleKey, bool>(key);
+}
+
+UIViewController NavigationController::top() const {
+  return stack_.empty() ? UIViewController() : stack_.back();
+}
+
+void NavigationController::push(const UIViewController& controller, bool animated) {
   if (!controller) return;
-  finish_transition(*this);
-  if (std::ranges::find(stack(), controller) != stack().end()) {
+  finish_transition();
+  if (std::ranges::find(stack_, controller) != stack_.end()) {
     NSException::raise("NSInvalidArgumentException"_ns,
                        "Pushing the same view controller instance more than once is not supported"_ns);
   }
-  const ViewController from = top();
-  navigation().stack.push_back(controller);
-  NavigationMethods::adopt(*this, controller);
-  show_change(*this, from, controller, false, animated);
+  const UIViewController from = top();
+  stack_.push_back(controller);
+  adopt(controller);
+  show_change(from, controller, false, animated);
 }
 
-ViewController NavigationController::pop(bool animated) const {
-  finish_transition(*this);
-  if (stack().size() < 2) return ViewController();
-  const ViewController from = top();
-  navigation().stack.pop_back();
-  from.set_moving_from_parent(true);
-  show_change(*this, from, top(), true, animated);
+UIViewController NavigationController::pop(bool animated) {
+  finish_transition();
+  if (stack_.size() < 2) return UIViewController();
+  const UIViewController from = top();
+  stack_.pop_back();
+  ViewController::of(from).set_moving_from_parent(true);
+  show_change(from, top(), true, animated);
   return from;
 }
 
-NSArray NavigationController::pop_to(const ViewController& controller, bool animated) const {
-  finish_transition(*this);
+NSArray NavigationController::pop_to(const UIViewController& controller, bool animated) {
+  finish_transition();
   NSMutableArray popped = NSMutableArray::array();
-  auto& all = navigation().stack;
-  const auto found = std::ranges::find(all, controller);
-  if (found == all.end() || controller == top()) return popped;
-  const ViewController from = top();
-  for (auto leaving = found + 1; leaving != all.end(); ++leaving) popped.addObject(*leaving);
-  const std::vector<ViewController> between(found + 1, all.end() - 1);
-  all.erase(found + 1, all.end());
-  for (const ViewController& skipped : between) let_go_of(*this, skipped);
-  from.set_moving_from_parent(true);
-  show_change(*this, from, controller, true, animated);
+  const auto found = std::ranges::find(stack_, controller);
+  if (found == stack_.end() || controller == top()) return popped;
+  const UIViewController from = top();
+  for (auto leaving = found + 1; leaving != stack_.end(); ++leaving) popped.addObject(*leaving);
+  const std::vector<UIViewController> between(found + 1, stack_.end() - 1);
+  stack_.erase(found + 1, stack_.end());
+  for (const UIViewController& skipped : between) let_go_of(skipped);
+  ViewController::of(from).set_moving_from_parent(true);
+  show_change(from, controller, true, animated);
   return popped;
 }
 
-void NavigationController::set_stack(std::vector<ViewController> controllers, bool animated) const {
-  finish_transition(*this);
-  const std::vector<ViewController> old = stack();
-  const ViewController from = top();
-  navigation().stack = std::move(controllers);
-  const auto& now = stack();
-  for (const ViewController& controller : now) {
-    if (std::ranges::find(old, controller) == old.end()) NavigationMethods::adopt(*this, controller);
-  }
-  for (const ViewController& controller : old) {
-    const bool stays = std::ranges::find(now, controller) != now.end();
-    if (!stays && controller != from) let_go_of(*this, controller);
-  }
-  const ViewController to = top();
-  if (!to) return;
-  if (to == from) return show_items(*this, animated);
-  const bool back = std::ranges::find(old, to) != old.end();
-  const bool leaves = from && std::ranges::find(now, from) == now.end();
-  if (leaves) from.set_moving_from_parent(true);
-  show_change(*this, from, to, back, animated);
-}
-
-void NavigationController::define() {
-  using M = NavigationMethods;
-  objc::Class<NavigationController> navigation;
-  navigation.state<NavigationState>()
-      .initializer<"init", &M::init>()
-      .initializer<"initWithRootViewController:", &M::initWithRoot>()
-      .method<"loadView", &M::loadView>()
-      .method<"viewDidLayoutSubviews", &M::viewDidLayoutSubviews>()
-      .method<"viewWillAppear:", &M::viewWillAppear>()
-      .method<"viewDidAppear:", &M::viewDidAppear>()
-      .method<"viewWillDisappear:", &M::viewWillDisappear>()
-      .method<"viewDidDisappear:", &M::viewDidDisappear>()
-      .method<"_safeAreaInsetsForContent", &M::insetsForContent>()
+void define_navigation_controller() {
+  auto navigation = objc::Class<UINavigationController>::implemented_by<NavigationController>();
+  navigation.initializer<"init", &NavigationController::init>()
+      .initializer<"initWithRootViewController:", &NavigationController::initWithRoot>()
+      .method<"loadView", &NavigationController::loadView>()
+      .method<"viewDidLayoutSubviews", &NavigationController::viewDidLayoutSubviews>()
+      .method<"viewWillAppear:", &NavigationController::viewWillAppear>()
+      .method<"viewDidAppear:", &NavigationController::viewDidAppear>()
+      .method<"viewWillDisappear:", &NavigationController::viewWillDisappear>()
+      .method<"viewDidDisappear:", &NavigationController::viewDidDisappear>()
+      .method<hooks::kSafeAreaForContent, &NavigationController::insets_for_content>()
       .method<"pushViewController:animated:", &NavigationController::push>()
       .method<"popViewControllerAnimated:", &NavigationController::pop>()
       .method<"popToViewController:animated:", &NavigationController::pop_to>()
-      .method<"popToRootViewControllerAnimated:", &M::popToRoot>()
-      .method<"viewControllers", &M::viewControllers>()
-      .method<"setViewControllers:", &M::setViewControllers>()
-      .method<"setViewControllers:animated:", &M::setViewControllersAnimated>()
+      .method<"popToRootViewControllerAnimated:", &NavigationController::pop_to_root>()
+      .method<"viewControllers", &NavigationController::viewControllers>()
+      .method<"setViewControllers:", &NavigationController::setViewControllers>()
+      .method<"setViewControllers:animated:", &NavigationController::set_view_controllers_animated>()
       .method<"topViewController", &NavigationController::top>()
-      .method<"visibleViewController", &M::visible>()
-      .method<"navigationBar", &NavigationController::bar>()
-      .method<"isNavigationBarHidden", &M::isBarHidden>()
-      .method<"setNavigationBarHidden:", &M::setBarHidden>()
-      .method<"setNavigationBarHidden:animated:", &M::setBarHiddenAnimated>()
-      .method<"interactivePopGestureRecognizer", &M::edgePan>()
-      .method<"delegate", &M::delegate>()
-      .method<"setDelegate:", &M::setDelegate>()
-      .method<"_goBack", &M::goBack>()
-      .method<"_edgePanned:", &follow_way_back>()
-      .method<"_contentOf:scrolled:", &M::contentScrolled>()
-      .method<"_handleKey:", &M::handleKey>();
+      .method<"visibleViewController", &NavigationController::visible>()
+      .getter<"navigationBar", &NavigationController::bar_>()
+      .getter<"isNavigationBarHidden", &NavigationController::bar_hidden_>()
+      .method<"setNavigationBarHidden:", &NavigationController::setBarHidden>()
+      .method<"setNavigationBarHidden:animated:", &NavigationController::set_bar_hidden_animated>()
+      .getter<"interactivePopGestureRecognizer", &NavigationController::edge_pan_>()
+      .method<"delegate", &NavigationController::delegate>()
+      .method<"setDelegate:", &NavigationController::setDelegate>()
+      .method<hooks::kGoBack, &NavigationController::go_back>()
+      .method<"_edgePanned:", &NavigationController::follow_way_back>()
+      .method<hooks::kContentScrolled, &NavigationController::content_scrolled>()
+      .method<hooks::kHandleKey, &NavigationController::handleKey>();
   navigation.register_class();
 }
 

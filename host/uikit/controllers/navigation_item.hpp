@@ -1,59 +1,60 @@
-// host/uikit/controllers/navigation_item.hpp: UINavigationItem and UIBarButtonItem: what a page puts in the
-// bar.
+// host/uikit/controllers/navigation_item.hpp: what a bar shows for one page, and its buttons.
 #pragma once
 
 #include <vector>
 
-#include "host/uikit/views/view.hpp"
-#include "platform/UIKit/UIImage.hpp"
+#include "platform/UIKit.hpp"
 
 namespace wispen::uikit {
 
-class NavigationBar;
-
-struct BarButtonItemState {
-  NSString title;
-  UIImage image;
-  View custom_view;
-  objc::Weak<NSObject> target;
-  objc::Selector action;
-  NSInteger style = 0;  // 2 is done
-  bool enabled = true;
-  UIColor tint;
-};
-
-class BarButtonItem : public objc::Authored<BarButtonItem, NSObject> {
+class NavigationItem : public objc::Implementation<NavigationItem, UINavigationItem> {
  public:
-  static constexpr objc::FixedString kClass{"UIBarButtonItem"};
-  using Authored::Authored;
-  static void define();
-  BarButtonItemState& parts() const { return state<BarButtonItemState>(); }
-};
+  using Items = std::vector<UIBarButtonItem>;
 
-struct NavigationItemState {
-  NSString title;
-  View title_view;
-  NSString back_title;
-  std::vector<BarButtonItem> left;  // outermost first
-  std::vector<BarButtonItem> right;
-  bool hides_back_button = false;
-  NSInteger large_title_mode = 0;  // 0 automatic, 1 always, 2 never
-  objc::Unowned<View> bar;         // while the item is in one
-};
+  static UINavigationItem initWithTitle(objc::Allocated<UINavigationItem> self, const NSString& title);
 
-class NavigationItem : public objc::Authored<NavigationItem, NSObject> {
- public:
-  static constexpr objc::FixedString kClass{"UINavigationItem"};
-  using Authored::Authored;
+  UINavigationBar bar() const { return bar_.get(); }
+  void set_bar(const UINavigationBar& bar) { bar_ = objc::Unowned<UINavigationBar>(bar); }
 
-  static void define();
-  static NavigationItem make(const NSString& title);
-  NavigationItemState& parts() const { return state<NavigationItemState>(); }
-  void set_bar(const View& bar) const;
-  NavigationBar bar() const;
+  const NSString& title() const { return title_; }
+  const UIView& titleView() const { return title_view_; }
+  const NSString& backButtonTitle() const { return back_title_; }
+  bool hidesBackButton() const { return hides_back_button_; }
+  UINavigationItemLargeTitleDisplayMode large_title_mode() const { return large_title_mode_; }
+  /// Outermost first.
+  const Items& left() const { return left_; }
+  const Items& right() const { return right_; }
 
  private:
-  friend struct NavigationItemMethods;
+  friend void define_navigation_item();
+
+  void changed();
+  template <auto Member, class V>
+  void set(const V& value);
+  void setTitleView(const UIView& view);
+  void setHidesBackButton(bool hides, bool animated);
+  template <Items NavigationItem::*Member>
+  UIBarButtonItem first() const;
+  template <Items NavigationItem::*Member>
+  void setFirst(const UIBarButtonItem& item);
+  template <Items NavigationItem::*Member>
+  void setFirstAnimated(const UIBarButtonItem& item, bool animated);
+  template <Items NavigationItem::*Member>
+  NSArray all() const;
+  template <Items NavigationItem::*Member>
+  void setAll(const NSArray& items);
+
+  NSString title_;
+  UIView title_view_;
+  NSString back_title_;
+  Items left_;
+  Items right_;
+  bool hides_back_button_ = false;
+  UINavigationItemLargeTitleDisplayMode large_title_mode_ = UINavigationItemLargeTitleDisplayMode::Automatic;
+  objc::Unowned<UINavigationBar> bar_;  // while the item is in one
 };
+
+/// UIBarButtonItem and UINavigationItem.
+void define_navigation_item();
 
 }  // namespace wispen::uikit

@@ -6,15 +6,16 @@
 #include <utility>
 
 #include "host/uikit/controllers/alert_controller.hpp"
-#include "host/uikit/controllers/view_controller_state.hpp"
 #include "host/uikit/session.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
 #include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
+constexpr UIViewAutoresizing kFlexibleSize =
+    UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight;
 constexpr double kSheetSeconds = 0.5;
 constexpr double kAlertSeconds = 0.25;
 constexpr double kCardRadius = 10;
@@ -28,74 +29,68 @@ constexpr double kAlertScale = 1.1;  // an alert shrinks into place
 constexpr double kDragToDismiss = 0.35;
 constexpr double kThrowVelocity = 800;
 
-}  // namespace
-
-/// Lies over all of the window, hears the gestures, and keeps the sheet in its place when the screen changes.
-class PresentationArea : public objc::Authored<PresentationArea, View> {
+/// Outside of the platform's interface.
+class UIPresentationArea : public UIView {
  public:
+  using Base = UIView;
   static constexpr objc::FixedString kClass{"WispenHostPresentationArea"};
-  using Authored::Authored;
-
-  struct State {
-    Presentation* presentation = nullptr;
-  };
-  static PresentationArea of(Presentation* presentation) {
-    PresentationArea area = alloc().initialize<"initWithFrame:">(Rect{});
-    area.state<State>().presentation = presentation;
-    return area;
-  }
-  Presentation* presentation() const { return state<State>().presentation; }
-  void detach() const { state<State>().presentation = nullptr; }
-  void dragged(const PanGestureRecognizer& pan) const {
-    if (Presentation* const held = presentation()) held->dragged(pan);
-  }
-  void tapped(const GestureRecognizer&) const {
-    if (Presentation* const held = presentation()) held->tapped_outside();
-  }
-  void layoutSubviews() const {
-    if (Presentation* const held = presentation()) held->resized();
-  }
-  /// A drag moves the sheet only where nothing inside it has to scroll first.
-  bool shouldBegin(const PanGestureRecognizer& pan) const {
-    const View sheet = pan.view();
-    View hit = sheet.hitTest(pan.locationInView(sheet));
-    for (; hit && hit != sheet; hit = hit.superview()) {
-      if (!objc::responds_to(hit, objc::selector<"contentOffset">())) continue;
-      const auto offset = objc::send<"contentOffset", Point>(hit);
-      const auto insets = objc::send<"adjustedContentInset", EdgeInsets>(hit);
-      if (offset.y > -insets.top + 0.5) return false;
-    }
-    return pan.way().y > 0;
-  }
-  static void define() {
-    objc::Class<PresentationArea>()
-        .state<State>()
-        .method<"_dragged:", &PresentationArea::dragged>()
-        .method<"_tapped:", &PresentationArea::tapped>()
-        .method<"layoutSubviews", &PresentationArea::layoutSubviews>()
-        .method<"gestureRecognizerShouldBegin:", &PresentationArea::shouldBegin>()
-        .register_class();
-  }
+  using UIView::UIView;
 };
 
-void define_presentation() { PresentationArea::define(); }
+}  // namespace
 
-Presentation::Presentation(const ViewController& presenter, ViewController presented)
+/// Lies over all of the window, hears the gestures, and keeps the sheet where it belongs when the screen changes.
+class PresentationArea : public objc::Implementation<PresentationArea, UIPresentationArea> {
+ public:
+  void dragged(const UIPanGestureRecognizer& pan) {
+    if (presentation != nullptr) presentation->dragged(pan);
+  }
+  void tapped(const UIGestureRecognizer&) {
+    if (presentation != nullptr) presentation->tapped_outside();
+  }
+  void layoutSubviews() {
+    if (presentation != nullptr) presentation->resized();
+  }
+  /// A drag moves the sheet only where nothing inside it has to scroll first.
+  bool should_begin(const UIPanGestureRecognizer& pan) {
+    const UIView sheet = pan.view();
+    UIView hit = sheet.hitTest(pan.locationInView(sheet), NSObject());
+    for (; hit && hit != sheet; hit = hit.superview()) {
+      const auto scroll = objc::cast_or_nil<UIScrollView>(hit);
+      if (scroll && scroll.contentOffset().y > -scroll.adjustedContentInset().top + 0.5) return false;
+    }
+    return PanGestureRecognizer::of(pan).way().y > 0;
+  }
+
+  Presentation* presentation = nullptr;  // cleared when that goes
+};
+
+void define_presentation() {
+  objc::Class<UIPresentationArea>::implemented_by<PresentationArea>()
+      .method<"_dragged:", &PresentationArea::dragged>()
+      .method<"_tapped:", &PresentationArea::tapped>()
+      .method<"layoutSubviews", &PresentationArea::layoutSubviews>()
+      .method<"gestureRecognizerShouldBegin:", &PresentationArea::should_begin>()
+      .register_class();
+}
+
+Presentation::Presentation(const UIViewController& presenter, UIViewController presented)
     : presenter_(presenter), presented_(std::move(presented)), kind_(kind_of()) {
-  area_ = PresentationArea::of(this);
-  area_.setAutoresizingMask(18);
-  dim_ = View::make();
+  const UIPresentationArea area = objc::make<UIPresentationArea>();
+  PresentationArea::of(area).presentation = this;
+  area_ = area;
+  area_.setAutoresizingMask(kFlexibleSize);
+  dim_ = objc::make<UIView>();
   dim_.setBackgroundColor(UIColor::colorWithWhite(0, kDimming));
-  sheet_ = View::make();
+  sheet_ = objc::make<UIView>();
   area_.addSubview(dim_);
   area_.addSubview(sheet_);
-  const auto tap = TapGestureRecognizer::alloc().initialize<"initWithTarget:action:">(
-      NSObject(area_), objc::selector<"_tapped:">());
-  dim_.addGestureRecognizer(tap);
+  dim_.addGestureRecognizer(
+      UITapGestureRecognizer::alloc().initWithTarget(area_, objc::selector<"_tapped:">()));
   if (kind_ == PresentationKind::Card || kind_ == PresentationKind::Box) {
-    const PanGestureRecognizer pan = PanGestureRecognizer::with_target(area_, objc::selector<"_dragged:">());
-    pan.restrict_to(false, true);
-    pan.recognition().delegate = NSObject(area_);
+    const auto pan = UIPanGestureRecognizer::alloc().initWithTarget(area_, objc::selector<"_dragged:">());
+    PanGestureRecognizer::of(pan).restrict_to(false, true);
+    pan.setDelegate(area_);
     sheet_.addGestureRecognizer(pan);
     dress();
   }
@@ -104,11 +99,11 @@ Presentation::Presentation(const ViewController& presenter, ViewController prese
 void Presentation::dress() {
   const bool card = kind_ == PresentationKind::Card;
   sheet_.setClipsToBounds(true);
-  sheet_.parts().elevated = true;
+  View::of(sheet_).set_elevated(true);
   sheet_.layer().setCornerRadius(card ? kCardRadius : kBoxRadius);
-  constexpr NSUInteger kUpperCorners = 3;
-  constexpr NSUInteger kAllCorners = 15;
-  objc::send<"setMaskedCorners:">(sheet_.layer(), card ? kUpperCorners : kAllCorners);
+  constexpr CACornerMask kUpperCorners = kCALayerMinXMinYCorner | kCALayerMaxXMinYCorner;
+  constexpr CACornerMask kAllCorners = kUpperCorners | kCALayerMinXMaxYCorner | kCALayerMaxXMaxYCorner;
+  sheet_.layer().setMaskedCorners(card ? kUpperCorners : kAllCorners);
 }
 
 void Presentation::adapt() {
@@ -119,17 +114,17 @@ void Presentation::adapt() {
   dress();
 }
 
-Presentation::~Presentation() { area_.as<PresentationArea>().detach(); }
+Presentation::~Presentation() { PresentationArea::of(area_.as<UIPresentationArea>()).presentation = nullptr; }
 
 PresentationKind Presentation::kind_of() const {
-  if (const auto alert = objc::cast_or_nil<AlertController>(presented_)) {
-    return alert.is_action_sheet() ? PresentationKind::ActionSheet : PresentationKind::Alert;
+  if (const auto alert = objc::cast_or_nil<UIAlertController>(presented_)) {
+    return AlertController::of(alert).is_action_sheet() ? PresentationKind::ActionSheet : PresentationKind::Alert;
   }
   const bool regular = Session::current()->device().is_regular_width();
-  switch (presented_.modal_presentation_style()) {
-    case modal_style::kFullScreen:
-    case modal_style::kOverFullScreen:
-    case modal_style::kOverCurrentContext:
+  switch (presented_.modalPresentationStyle()) {
+    case UIModalPresentationStyle::FullScreen:
+    case UIModalPresentationStyle::OverFullScreen:
+    case UIModalPresentationStyle::OverCurrentContext:
       return PresentationKind::Full;
     default:
       return regular ? PresentationKind::Box : PresentationKind::Card;
@@ -147,7 +142,7 @@ Rect Presentation::resting_frame() const {
       return {{0, top}, {room.width(), room.height() - top}};
     }
     case PresentationKind::Box: {
-      Size size = presented_.preferred_content_size();
+      Size size = presented_.preferredContentSize();
       if (size.empty()) size = kBoxSize;
       size.width = std::min(size.width, room.width() - 2 * kBoxMargin);
       size.height = std::min(size.height, room.height() - safe.top - safe.bottom - 2 * kBoxMargin);
@@ -155,14 +150,14 @@ Rect Presentation::resting_frame() const {
     }
     case PresentationKind::Alert:
     case PresentationKind::ActionSheet:
-      return presented_.as<AlertController>().frame_in(room, safe);
+      return AlertController::of(presented_.as<UIAlertController>()).frame_in(room, safe);
   }
   return room;
 }
 
 Rect Presentation::hidden_frame() const {
   const Rect resting = resting_frame();
-  return {{resting.min_x(), area_.bounds().height()}, resting.size};
+  return {{resting.min_x(), area_.bounds().size.height}, resting.size};
 }
 
 void Presentation::pose(double shown) {
@@ -170,8 +165,8 @@ void Presentation::pose(double shown) {
   if (kind_ == PresentationKind::Alert) {
     // Not its frame, which is that of the scaled view.
     const Rect resting = resting_frame();
-    sheet_.setBounds({{}, resting.size});
-    sheet_.setCenter({resting.mid_x(), resting.mid_y()});
+    sheet_.setBounds(Rect{{}, resting.size});
+    sheet_.setCenter(Point{resting.mid_x(), resting.mid_y()});
     sheet_.setAlpha(shown);
     const double scale = hiding_ ? 1 : kAlertScale + (1 - kAlertScale) * shown;
     sheet_.setTransform(AffineTransform::scaling(scale, scale));
@@ -180,9 +175,9 @@ void Presentation::pose(double shown) {
   const Rect resting = resting_frame();
   const Rect away = hidden_frame();
   const double y = away.min_y() + (resting.min_y() - away.min_y()) * shown;
-  sheet_.setFrame({{resting.min_x(), y}, resting.size});
+  sheet_.setFrame(Rect{{resting.min_x(), y}, resting.size});
   if (kind_ != PresentationKind::Card) return;
-  const View behind = presenter_.get().view();
+  const UIView behind = presenter_.get().view();
   const double scale = 1 + (kPresenterScale - 1) * shown;
   behind.setTransform(AffineTransform::scaling(scale, scale));
   behind.layer().setCornerRadius(shown > 0 ? kCardRadius : 0);
@@ -190,35 +185,37 @@ void Presentation::pose(double shown) {
 }
 
 void Presentation::resized() {
-  if (laid_out_size_ == area_.bounds().size) return;
-  laid_out_size_ = area_.bounds().size;
+  const Size size = area_.bounds().size;
+  if (laid_out_size_ == size) return;
+  laid_out_size_ = size;
   dim_.setFrame(area_.bounds());
   if (!hiding_) adapt();
-  if (!hiding_ && sheet_.superview() && presented_.view_if_loaded()) pose(1);
+  if (!hiding_ && sheet_.superview() && presented_.viewIfLoaded()) pose(1);
 }
 
 void Presentation::show(bool animated, const objc::Block<void()>& completion) {
-  const ViewController presenter = presenter_.get();
-  const Window window = presenter.view().window();
+  const UIViewController presenter = presenter_.get();
+  const UIWindow window = presenter.view().window();
   area_.setFrame(window.bounds());
   dim_.setFrame(area_.bounds());
   window.addSubview(area_);
   laid_out_size_ = window.bounds().size;
-  const View view = presented_.view();
-  presented_.parts().being_presented = true;
+  const UIView view = presented_.view();
+  ViewController& page = ViewController::of(presented_);
+  page.set_being_presented(true);
   const bool covers =
-      kind_ == PresentationKind::Full && presented_.modal_presentation_style() == modal_style::kFullScreen;
-  if (covers) presenter.will_disappear(animated);
-  presented_.will_appear(animated);
+      kind_ == PresentationKind::Full && presented_.modalPresentationStyle() == UIModalPresentationStyle::FullScreen;
+  if (covers) ViewController::of(presenter).will_disappear(animated);
+  page.will_appear(animated);
   sheet_.setFrame(resting_frame());
-  view.setTransform({});
+  view.setTransform(AffineTransform());
   view.setFrame(sheet_.bounds());
-  view.setAutoresizingMask(18);
+  view.setAutoresizingMask(kFlexibleSize);
   sheet_.addSubview(view);
   const auto shown = [presented = presented_, presenter, covers, animated, completion](bool) {
-    if (covers) presenter.did_disappear(animated);
-    presented.did_appear(animated);
-    presented.parts().being_presented = false;
+    if (covers) ViewController::of(presenter).did_disappear(animated);
+    ViewController::of(presented).did_appear(animated);
+    ViewController::of(presented).set_being_presented(false);
     completion();
   };
   if (!animated) {
@@ -239,28 +236,26 @@ void Presentation::show(bool animated, const objc::Block<void()>& completion) {
 
 // Not only once it is shown: what is typed while an alert comes up is meant for it.
 void Presentation::start_writing() {
-  if (const auto alert = objc::cast_or_nil<AlertController>(presented_)) alert.start_writing();
+  if (const auto alert = objc::cast_or_nil<UIAlertController>(presented_)) AlertController::of(alert).start_writing();
 }
 
 void Presentation::hide(bool animated, const objc::Block<void()>& completion) {
   if (std::exchange(hiding_, true)) return;
-  const ViewController presenter = presenter_.get();
-  const ViewController presented = presented_;
-  presented.parts().being_dismissed = true;
-  presented.will_disappear(animated);
+  const UIViewController presenter = presenter_.get();
+  const UIViewController presented = presented_;
+  ViewController::of(presented).set_being_dismissed(true);
+  ViewController::of(presented).will_disappear(animated);
   const bool covered =
-      presented.modal_presentation_style() == modal_style::kFullScreen && kind_ == PresentationKind::Full;
-  if (covered) presenter.will_appear(animated);
-  const View area = area_;
+      presented.modalPresentationStyle() == UIModalPresentationStyle::FullScreen && kind_ == PresentationKind::Full;
+  if (covered) ViewController::of(presenter).will_appear(animated);
+  const UIView area = area_;
   const auto gone = [presenter, presented, area, covered, animated, completion](bool) {
     area.removeFromSuperview();
     presented.view().removeFromSuperview();
-    presented.did_disappear(animated);
-    if (covered) presenter.did_appear(animated);
-    presented.parts().being_dismissed = false;
-    presented.parts().presenting = objc::Unowned<ViewController>();
-    presenter.parts().presented = ViewController();
-    presenter.parts().presentation.reset();
+    ViewController::of(presented).did_disappear(animated);
+    if (covered) ViewController::of(presenter).did_appear(animated);
+    ViewController::of(presented).set_being_dismissed(false);
+    ViewController::of(presenter).forget_presented();
     completion();
   };
   if (!animated) {
@@ -275,20 +270,20 @@ void Presentation::hide(bool animated, const objc::Block<void()>& completion) {
 
 void Presentation::abandon() { area_.removeFromSuperview(); }
 
-void Presentation::dragged(const PanGestureRecognizer& pan) {
+void Presentation::dragged(const UIPanGestureRecognizer& pan) {
   if (hiding_) return;
-  const double height = std::max(1.0, sheet_.bounds().height());
-  const bool stays = presented_.is_modal_in_presentation();
-  double way = std::max(0.0, pan.translationInView(View()).y);
+  const double height = std::max(1.0, sheet_.bounds().size.height);
+  const bool stays = presented_.isModalInPresentation();
+  double way = std::max(0.0, pan.translationInView(UIView()).y);
   if (stays) way = way / 4;  // it gives a little, and comes back
   const double shown = 1 - way / height;
-  if (pan.gesture_state() == GestureState::Changed || pan.gesture_state() == GestureState::Began) {
+  if (pan.state() == UIGestureRecognizerState::Changed || pan.state() == UIGestureRecognizerState::Began) {
     pose(shown);
     return;
   }
-  const bool thrown = pan.velocityInView(View()).y > kThrowVelocity;
+  const bool thrown = pan.velocityInView(UIView()).y > kThrowVelocity;
   const bool leaves =
-      pan.gesture_state() == GestureState::Ended && !stays && (thrown || way / height > kDragToDismiss);
+      pan.state() == UIGestureRecognizerState::Ended && !stays && (thrown || way / height > kDragToDismiss);
   if (leaves) {
     hide(true, {});
   } else {
@@ -297,9 +292,9 @@ void Presentation::dragged(const PanGestureRecognizer& pan) {
 }
 
 void Presentation::tapped_outside() {
-  if (hiding_ || presented_.is_modal_in_presentation()) return;
+  if (hiding_ || presented_.isModalInPresentation()) return;
   if (kind_ == PresentationKind::Box) return hide(true, {});
-  if (kind_ == PresentationKind::ActionSheet) presented_.as<AlertController>().cancel();
+  if (kind_ == PresentationKind::ActionSheet) AlertController::of(presented_.as<UIAlertController>()).cancel();
 }
 
 }  // namespace wispen::uikit

@@ -17,7 +17,7 @@ enum class PresentationKind {
 /// Owned by the presenter while it presents.
 class Presentation {
  public:
-  Presentation(const ViewController& presenter, ViewController presented);
+  Presentation(const UIViewController& presenter, UIViewController presented);
   Presentation(const Presentation&) = delete;
   Presentation& operator=(const Presentation&) = delete;
   ~Presentation();
@@ -36,17 +36,17 @@ class Presentation {
   void dress();
   /// A card becomes a box, and back, when the screen becomes another.
   void adapt();
-  void dragged(const PanGestureRecognizer& pan);
+  void dragged(const UIPanGestureRecognizer& pan);
   void tapped_outside();
 
   friend class PresentationArea;
   void resized();
-  objc::Unowned<ViewController> presenter_;
-  ViewController presented_;
+  objc::Unowned<UIViewController> presenter_;
+  UIViewController presented_;
   PresentationKind kind_;
-  View area_;  // over all of the window
-  View dim_;
-  View sheet_;  // holds the presented view
+  UIView area_;  // over all of the window
+  UIView dim_;
+  UIView sheet_;  // holds the presented view
   Size laid_out_size_;
   bool hiding_ = false;
 };

@@ -2,78 +2,80 @@
 
 #include "host/uikit/controllers/trait_collection.hpp"
 
+#include <string>
+
+#include "host/graphics/text_style.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/values/display_settings.hpp"
+#include "platform/UIKit.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-NSString content_size_category(graphics::ContentSize size) {
-  const std::string name = "UICTContentSizeCategory" + std::string(graphics::content_size_name(size));
-  return NSString(name.c_str());
-}
+/// What a collection does not say is unspecified; the platform's numbers for that are 0 and -1.
+class TraitCollection : public objc::Implementation<TraitCollection, UITraitCollection> {
+ public:
+  static UITraitCollection current(objc::ClassRef) { return current_trait_collection(); }
+  static UITraitCollection with_style(objc::ClassRef, UIUserInterfaceStyle style) {
+    UITraitCollection traits = objc::make<UITraitCollection>();
+    of(traits).style = style;
+    return traits;
+  }
+  static UITraitCollection with_idiom(objc::ClassRef, UIUserInterfaceIdiom idiom) {
+    UITraitCollection traits = objc::make<UITraitCollection>();
+    of(traits).idiom = idiom;
+    return traits;
+  }
+  bool differs(const UITraitCollection& other) const { return !other || style != of(other).style; }
+
+  UIUserInterfaceIdiom idiom = UIUserInterfaceIdiom::Unspecified;
+  UIUserInterfaceStyle style = UIUserInterfaceStyle::Unspecified;
+  UIUserInterfaceSizeClass horizontal_size_class = UIUserInterfaceSizeClass::Unspecified;
+  UIUserInterfaceSizeClass vertical_size_class = UIUserInterfaceSizeClass::Unspecified;
+  NSInteger layout_direction = -1;
+  double display_scale = 0;
+  NSString content_size;
+};
 
 }  // namespace
 
-struct TraitMethods {
-  static Traits& parts(const TraitCollection& self) { return self.state<Traits>(); }
-  static TraitCollection currentTraitCollection(objc::ClassRef) { return TraitCollection::current(); }
-  static TraitCollection withStyle(objc::ClassRef, NSInteger style) {
-    TraitCollection traits = objc::make<TraitCollection>();
-    parts(traits).style = style;
-    return traits;
-  }
-  static TraitCollection withIdiom(objc::ClassRef, NSInteger idiom) {
-    TraitCollection traits = objc::make<TraitCollection>();
-    parts(traits).idiom = idiom;
-    return traits;
-  }
-  static NSInteger idiom(const TraitCollection& self) { return parts(self).idiom; }
-  static NSInteger style(const TraitCollection& self) { return parts(self).style; }
-  static NSInteger horizontal(const TraitCollection& self) { return parts(self).horizontal_size_class; }
-  static NSInteger vertical(const TraitCollection& self) { return parts(self).vertical_size_class; }
-  static NSInteger direction(const TraitCollection& self) { return parts(self).layout_direction; }
-  static double scale(const TraitCollection& self) { return parts(self).display_scale; }
-  static NSString contentSize(const TraitCollection& self) { return parts(self).content_size; }
-  static bool differs(const TraitCollection& self, const TraitCollection& other) {
-    return !other || parts(self).style != parts(other).style;
-  }
-};
-
-TraitCollection TraitCollection::current() {
-  TraitCollection traits = objc::make<TraitCollection>();
-  Traits& parts = TraitMethods::parts(traits);
+UITraitCollection current_trait_collection() {
+  using enum UIUserInterfaceSizeClass;
+  UITraitCollection collection = objc::make<UITraitCollection>();
+  TraitCollection& traits = TraitCollection::of(collection);
   const DisplaySettings settings = display_settings();
-  parts.idiom = settings.idiom == graphics::Idiom::Pad ? 1 : 0;
-  parts.style = graphics::is_dark(settings.appearance) ? 2 : 1;
-  parts.layout_direction = settings.right_to_left ? 1 : 0;
-  parts.display_scale = settings.scale;
-  parts.content_size = content_size_category(settings.content_size);
+  traits.idiom =
+      settings.idiom == graphics::Idiom::Pad ? UIUserInterfaceIdiom::Pad : UIUserInterfaceIdiom::Phone;
+  traits.style =
+      graphics::is_dark(settings.appearance) ? UIUserInterfaceStyle::Dark : UIUserInterfaceStyle::Light;
+  traits.layout_direction = settings.right_to_left ? 1 : 0;
+  traits.display_scale = settings.scale;
+  const std::string size(graphics::content_size_name(settings.content_size));
+  traits.content_size = NSString(("UICTContentSizeCategory" + size).c_str());
   if (const Session* const session = Session::current()) {
     const DeviceModel& device = session->device();
     const bool flat = !device.is_pad() && device.orientation == Orientation::Landscape;
-    parts.horizontal_size_class = device.is_regular_width() ? 2 : 1;
-    parts.vertical_size_class = flat ? 1 : 2;
+    traits.horizontal_size_class = device.is_regular_width() ? Regular : Compact;
+    traits.vertical_size_class = flat ? Compact : Regular;
   }
-  return traits;
+  return collection;
 }
 
-void TraitCollection::define() {
-  using M = TraitMethods;
-  objc::Class<TraitCollection>()
-      .state<Traits>()
-      .class_method<"currentTraitCollection", &M::currentTraitCollection>()
-      .class_method<"traitCollectionWithUserInterfaceStyle:", &M::withStyle>()
-      .class_method<"traitCollectionWithUserInterfaceIdiom:", &M::withIdiom>()
-      .method<"userInterfaceIdiom", &M::idiom>()
-      .method<"userInterfaceStyle", &M::style>()
-      .method<"horizontalSizeClass", &M::horizontal>()
-      .method<"verticalSizeClass", &M::vertical>()
-      .method<"layoutDirection", &M::direction>()
-      .method<"displayScale", &M::scale>()
-      .method<"preferredContentSizeCategory", &M::contentSize>()
-      .method<"hasDifferentColorAppearanceComparedToTraitCollection:", &M::differs>()
+void define_trait_collection() {
+  using T = TraitCollection;
+  objc::Class<UITraitCollection>::implemented_by<T>()
+      .class_method<"currentTraitCollection", &T::current>()
+      .class_method<"traitCollectionWithUserInterfaceStyle:", &T::with_style>()
+      .class_method<"traitCollectionWithUserInterfaceIdiom:", &T::with_idiom>()
+      .getter<"userInterfaceIdiom", &T::idiom>()
+      .getter<"userInterfaceStyle", &T::style>()
+      .getter<"horizontalSizeClass", &T::horizontal_size_class>()
+      .getter<"verticalSizeClass", &T::vertical_size_class>()
+      .getter<"layoutDirection", &T::layout_direction>()
+      .getter<"displayScale", &T::display_scale>()
+      .getter<"preferredContentSizeCategory", &T::content_size>()
+      .method<"hasDifferentColorAppearanceComparedToTraitCollection:", &T::differs>()
       .register_class();
 }
 

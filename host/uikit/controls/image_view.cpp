@@ -2,75 +2,71 @@
 
 #include "host/uikit/controls/image_view.hpp"
 
+#include "host/uikit/controls/controls.hpp"
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/image.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
-struct ImageViewState {
-  UIImage image;
-  UIImage highlighted_image;
-  bool highlighted = false;
-};
+namespace {
 
-struct ImageViewMethods {
-  static ImageViewState& parts(const ImageView& self) { return self.state<ImageViewState>(); }
-
-  static ImageView initWithFrame(objc::Allocated<ImageView> self, const Rect& frame) {
-    ImageView view = std::move(self).initialize_super<"initWithFrame:">(frame);
+class ImageView : public objc::Implementation<ImageView, UIImageView> {
+ public:
+  static UIImageView initWithFrame(objc::Allocated<UIImageView> self, const Rect& frame) {
+    UIImageView view = super_init<"initWithFrame:">(std::move(self), frame);
     if (view) view.setUserInteractionEnabled(false);
     return view;
   }
-  static ImageView initWithImage(objc::Allocated<ImageView> self, const UIImage& image) {
+  static UIImageView initWithImage(objc::Allocated<UIImageView> self, const UIImage& image) {
     const graphics::Image* const pixels = image_of(image);
-    ImageView view = std::move(self).initialize<"initWithFrame:">(
+    UIImageView view = std::move(self).initialize<"initWithFrame:">(
         Rect{{0, 0}, pixels != nullptr ? pixels->size() : Size{}});
     if (view) view.setImage(image);
     return view;
   }
-  static UIImage shown(const ImageView& self) {
-    const ImageViewState& state = parts(self);
-    return state.highlighted && state.highlighted_image ? state.highlighted_image : state.image;
+  UIImage shown() { return highlighted_ && highlighted_image_ ? highlighted_image_ : image_; }
+  Size intrinsicContentSize() {
+    const graphics::Image* const image = image_of(shown());
+    return image != nullptr ? image->size() : Size{UIViewNoIntrinsicMetric, UIViewNoIntrinsicMetric};
   }
-  static Size intrinsicContentSize(const ImageView& self) {
-    const graphics::Image* const image = image_of(shown(self));
-    return image != nullptr ? image->size() : Size{kNoIntrinsicMetric, kNoIntrinsicMetric};
-  }
-  static Size sizeThatFits(const ImageView& self, const Size&) {
-    const graphics::Image* const image = image_of(shown(self));
+  Size sizeThatFits(const Size&) {
+    const graphics::Image* const image = image_of(shown());
     return image != nullptr ? image->size() : Size{};
   }
-  static UIImage highlightedImage(const ImageView& self) { return parts(self).highlighted_image; }
-  static void setHighlightedImage(const ImageView& self, const UIImage& image) {
-    parts(self).highlighted_image = image;
-    self.setNeedsDisplay();
+  void setHighlightedImage(const UIImage& image) {
+    highlighted_image_ = image;
+    self().setNeedsDisplay();
   }
-  static bool isHighlighted(const ImageView& self) { return parts(self).highlighted; }
-  static void setHighlighted(const ImageView& self, bool highlighted) {
-    parts(self).highlighted = highlighted;
-    self.setNeedsDisplay();
+  void setHighlighted(bool highlighted) {
+    highlighted_ = highlighted;
+    self().setNeedsDisplay();
   }
-  static void paint(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
-    paint_image(shown(view.as<ImageView>()), canvas, bounds, view.contentMode(), view.tintColor());
+  void paint(graphics::Canvas& canvas, const Rect& bounds) {
+    paint_image(shown(), canvas, bounds, View::of(self()).contentMode(), self().tintColor());
   }
-  static Rect extent(const View& view, const Rect& bounds) {
-    const graphics::Image* const image = image_of(shown(view.as<ImageView>()));
+  Rect extent(const Rect& bounds) {
+    const graphics::Image* const image = image_of(shown());
     if (image == nullptr || image->empty()) return bounds;
-    return bounds.united(content_rect(view.contentMode(), image->size(), bounds));
+    return bounds.united(content_rect(View::of(self()).contentMode(), image->size(), bounds));
   }
+  void setImage(const UIImage& image) {
+    if (image_ == image) return;
+    image_ = image;
+    self().invalidateIntrinsicContentSize();
+    self().setNeedsDisplay();
+  }
+
+ private:
+  friend void wispen::uikit::define_image_view();
+
+  UIImage image_;
+  UIImage highlighted_image_;
+  bool highlighted_ = false;
 };
 
-ImageView ImageView::make(const UIImage& image) { return alloc().initialize<"initWithImage:">(image); }
-UIImage ImageView::image() const { return ImageViewMethods::parts(*this).image; }
-
-void ImageView::setImage(const UIImage& image) const {
-  ImageViewState& state = ImageViewMethods::parts(*this);
-  if (state.image == image) return;
-  state.image = image;
-  invalidateIntrinsicContentSize();
-  setNeedsDisplay();
-}
+}  // namespace
 
 void paint_image(const UIImage& image, graphics::Canvas& canvas, const Rect& bounds, ContentMode mode,
                  const UIColor& tint) {
@@ -79,22 +75,20 @@ void paint_image(const UIImage& image, graphics::Canvas& canvas, const Rect& bou
   canvas.draw(*pixels, bounds, mode, colour_of(tint));
 }
 
-void ImageView::define() {
-  using M = ImageViewMethods;
-  objc::Class<ImageView>()
-      .state<ImageViewState>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
-      .initializer<"initWithImage:", &M::initWithImage>()
-      .method<"image", &ImageView::image>()
+void define_image_view() {
+  objc::Class<UIImageView>::implemented_by<ImageView>()
+      .initializer<"initWithFrame:", &ImageView::initWithFrame>()
+      .initializer<"initWithImage:", &ImageView::initWithImage>()
+      .getter<"image", &ImageView::image_>()
       .method<"setImage:", &ImageView::setImage>()
-      .method<"highlightedImage", &M::highlightedImage>()
-      .method<"setHighlightedImage:", &M::setHighlightedImage>()
-      .method<"isHighlighted", &M::isHighlighted>()
-      .method<"setHighlighted:", &M::setHighlighted>()
-      .method<"sizeThatFits:", &M::sizeThatFits>()
-      .method<"intrinsicContentSize", &M::intrinsicContentSize>()
+      .getter<"highlightedImage", &ImageView::highlighted_image_>()
+      .method<"setHighlightedImage:", &ImageView::setHighlightedImage>()
+      .getter<"isHighlighted", &ImageView::highlighted_>()
+      .method<"setHighlighted:", &ImageView::setHighlighted>()
+      .method<"sizeThatFits:", &ImageView::sizeThatFits>()
+      .method<"intrinsicContentSize", &ImageView::intrinsicContentSize>()
       .register_class();
-  set_painter(objc::class_for<ImageView>(), &M::paint, &M::extent);
+  set_painter<&ImageView::paint, &ImageView::extent>();
 }
 
 }  // namespace wispen::uikit

@@ -1,7 +1,7 @@
-// host/uikit/controls/image_view.hpp: UIImageView: a picture.
+// host/uikit/controls/image_view.hpp: a picture, drawn as an image view does.
 #pragma once
 
-#include "host/uikit/views/view.hpp"
+#include "host/geometry/content_mode.hpp"
 #include "platform/UIKit/UIImage.hpp"
 
 namespace wispen::graphics {
@@ -9,21 +9,6 @@ class Canvas;
 }
 
 namespace wispen::uikit {
-
-class ImageView : public objc::Authored<ImageView, View> {
- public:
-  static constexpr objc::FixedString kClass{"UIImageView"};
-  using Authored::Authored;
-
-  static void define();
-  static ImageView make(const UIImage& image);
-
-  UIImage image() const;
-  void setImage(const UIImage& image) const;
-
- private:
-  friend struct ImageViewMethods;
-};
 
 /// Draws an image laid into the bounds; templates, and symbols, take the tint.
 void paint_image(const UIImage& image, graphics::Canvas& canvas, const Rect& bounds, ContentMode mode,

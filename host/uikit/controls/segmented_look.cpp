@@ -2,15 +2,15 @@
 
 #include <algorithm>
 
-#include "host/uikit/controls/segmented_state.hpp"
-#include "host/uikit/painting/painter.hpp"
+#include "host/uikit/controls/segmented_control.hpp"
+#include "host/uikit/look.hpp"
 #include "host/uikit/values/attributed_text.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/values/image.hpp"
 #include "host/uikit/views/animation.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -36,36 +36,32 @@ graphics::Colour separator_colour() {
                                    graphics::Colour::hex(0x8E8E93, 0.4));
 }
 
-NSDictionary attributes_for(const SegmentedState& state, NSUInteger control_states) {
-  for (const NSUInteger wanted : {control_states, control_state::kNormal}) {
-    const auto found = state.attributes.find(wanted);
-    if (found != state.attributes.end()) return found->second;
+}  // namespace
+
+NSDictionary SegmentedControl::attributes_for(UIControlState state) const {
+  for (const UIControlState wanted : {state, UIControlStateNormal}) {
+    const auto found = attributes_.find(wanted);
+    if (found != attributes_.end()) return found->second;
   }
   return NSDictionary();
 }
 
-}  // namespace
+NSInteger SegmentedControl::shown() { return drags_pill_ || momentary_ ? pressed_ : selected_; }
 
-NSInteger SegmentedMethods::shown(const Self& self) {
-  const SegmentedState& state = self.parts();
-  return state.drags_pill || state.momentary ? state.pressed : state.selected;
-}
-
-Size SegmentedMethods::content_size(const Self&, const Segment& segment) {
+Size SegmentedControl::content_size(const Segment& segment) {
   if (const graphics::Image* const image = image_of(segment.image)) return image->size();
   return segment.label.sizeThatFits({});
 }
 
-std::vector<Rect> SegmentedMethods::rects(const Self& self) {
-  const SegmentedState& state = self.parts();
-  const Rect bounds = self.bounds();
+std::vector<Rect> SegmentedControl::rects() {
+  const Rect bounds = self().bounds();
   std::vector<double> widths;
   double fixed = 0;
   double content = 0;
   std::size_t open = 0;
-  for (const Segment& segment : state.segments) {
+  for (const Segment& segment : segments_) {
     const double own = segment.width > 0 ? segment.width : 0;
-    widths.push_back(own > 0 ? own : content_size(self, segment).width + 2 * kSidePadding);
+    widths.push_back(own > 0 ? own : content_size(segment).width + 2 * kSidePadding);
     fixed += own;
     if (own > 0) continue;
     ++open;
@@ -76,65 +72,62 @@ std::vector<Rect> SegmentedMethods::rects(const Self& self) {
   double x = bounds.min_x();
   for (std::size_t i = 0; i < widths.size(); ++i) {
     double width = widths[i];
-    if (state.segments[i].width <= 0) {
-      const bool in_proportion = state.by_content && content > 0;
+    if (segments_[i].width <= 0) {
+      const bool in_proportion = by_content_ && content > 0;
       width = in_proportion ? room * width / content : room / static_cast<double>(open);
     }
     all.push_back({{x, bounds.min_y()}, {width, bounds.height()}});
     x += width;
   }
-  if (self.is_right_to_left()) {
+  if (is_right_to_left(self())) {
     for (Rect& rect : all) rect.origin.x = bounds.min_x() + bounds.max_x() - rect.max_x();
   }
   return all;
 }
 
-Size SegmentedMethods::sizeThatFits(const Self& self, const Size&) {
-  const SegmentedState& state = self.parts();
+Size SegmentedControl::sizeThatFits(const Size&) {
   double widest = kLeastWidth;
   double together = 0;
-  for (const Segment& segment : state.segments) {
-    const double width =
-        segment.width > 0 ? segment.width : content_size(self, segment).width + 2 * kSidePadding;
+  for (const Segment& segment : segments_) {
+    const double width = segment.width > 0 ? segment.width : content_size(segment).width + 2 * kSidePadding;
     widest = std::max(widest, width);
     together += std::max(width, kLeastWidth);
   }
-  const double width = state.by_content ? together : widest * static_cast<double>(state.segments.size());
+  const double width = by_content_ ? together : widest * static_cast<double>(segments_.size());
   return {ceil_to_pixel(width, display_settings().scale), kHeight};
 }
 
-Segment SegmentedMethods::make_segment(const Self& self) {
+Segment SegmentedControl::make_segment() {
   Segment segment;
-  segment.label = Label::make();
-  segment.label.setTextAlignment(1);
-  segment.picture = ImageView::make(UIImage());
-  self.addSubview(segment.label);
-  self.addSubview(segment.picture);
+  segment.label = objc::make<UILabel>();
+  segment.label.setTextAlignment(NSTextAlignment::Center);
+  segment.picture = objc::make<UIImageView>();
+  self().addSubview(segment.label);
+  self().addSubview(segment.picture);
   return segment;
 }
 
-void SegmentedMethods::show(const Self& self) {
-  SegmentedState& state = self.parts();
-  const std::vector<Rect> all = rects(self);
-  const NSInteger chosen = shown(self);
+void SegmentedControl::show() {
+  const std::vector<Rect> all = rects();
+  const NSInteger chosen = shown();
   const bool any = chosen >= 0 && chosen < static_cast<NSInteger>(all.size());
-  const bool pressed_chosen = any && state.pressed == chosen && !state.momentary;
-  state.pill.setBackgroundColor(state.selected_tint ? state.selected_tint : pill_colour());
-  state.pill.setAlpha(any ? (self.isEnabled() ? 1 : 0.5) : 0);
+  const bool pressed_chosen = any && pressed_ == chosen && !momentary_;
+  pill_.setBackgroundColor(selected_tint_ ? selected_tint_ : pill_colour());
+  pill_.setAlpha(any ? (self().isEnabled() ? 1 : 0.5) : 0);
   if (any) {
     const Rect rect = all[static_cast<std::size_t>(chosen)].inset(kPillMargin, kPillMargin);
-    state.pill.setBounds({{0, 0}, rect.size});
-    state.pill.setCenter({rect.mid_x(), rect.mid_y()});
-    state.pill.setTransform(pressed_chosen ? AffineTransform::scaling(kPressedScale, kPressedScale)
-                                           : AffineTransform());
+    pill_.setBounds(Rect{{0, 0}, rect.size});
+    pill_.setCenter(Point{rect.mid_x(), rect.mid_y()});
+    pill_.setTransform(pressed_chosen ? AffineTransform::scaling(kPressedScale, kPressedScale)
+                                      : AffineTransform());
   }
   for (std::size_t i = 0; i < all.size(); ++i) {
-    const Segment& segment = state.segments[i];
+    const Segment& segment = segments_[i];
     const bool is_chosen = any && static_cast<NSInteger>(i) == chosen;
-    const bool enabled = segment.enabled && self.isEnabled();
-    const NSDictionary attributes = attributes_for(state, !enabled    ? control_state::kDisabled
-                                                          : is_chosen ? control_state::kSelected
-                                                                      : control_state::kNormal);
+    const bool enabled = segment.enabled && self().isEnabled();
+    const NSDictionary attributes = attributes_for(!enabled    ? UIControlStateDisabled
+                                                   : is_chosen ? UIControlStateSelected
+                                                               : UIControlStateNormal);
     const auto font = objc::cast_or_nil<UIFont>(attributes.objectForKey(NSFontAttributeName));
     const auto colour = objc::cast_or_nil<UIColor>(attributes.objectForKey(NSForegroundColorAttributeName));
     const double weight = is_chosen ? graphics::font_weight::kSemibold : graphics::font_weight::kMedium;
@@ -142,38 +135,36 @@ void SegmentedMethods::show(const Self& self) {
     const UIColor own = enabled ? UIColor::labelColor() : UIColor::tertiaryLabelColor();
     segment.label.setTextColor(colour ? colour : own);
     segment.picture.setTintColor(colour ? colour : own);
-    const bool pressed = state.pressed == static_cast<NSInteger>(i) && !is_chosen;
+    const bool pressed = pressed_ == static_cast<NSInteger>(i) && !is_chosen;
     segment.label.setAlpha(pressed ? kPressedAlpha : 1);
     segment.picture.setAlpha(pressed ? kPressedAlpha : enabled ? 1 : 0.5);
     const Rect room = all[i].inset(kPillMargin, kPillMargin);
     segment.label.setFrame(room.inset(std::min(2.0, room.width() / 2), 0));
     segment.picture.setFrame(room);
     // A picture that is too large is seen whole, in its own proportions.
-    const Size size = content_size(self, segment);
+    const Size size = content_size(segment);
     const bool fits = size.width <= room.width() && size.height <= room.height();
-    segment.picture.setContentMode(
-        static_cast<NSInteger>(fits ? ContentMode::Centre : ContentMode::AspectFit));
+    segment.picture.setContentMode(fits ? UIViewContentMode::Center : UIViewContentMode::ScaleAspectFit);
   }
-  self.setNeedsDisplay();
+  self().setNeedsDisplay();
 }
 
-void SegmentedMethods::slide(const Self& self) {
+void SegmentedControl::slide() {
   AnimationEngine* const engine = AnimationEngine::current();
-  if (engine == nullptr || !self.window()) return show(self);
-  engine->animate({.duration = kSlideSeconds}, [&] { show(self); });
+  if (engine == nullptr || !self().window()) return show();
+  engine->animate({.duration = kSlideSeconds}, [&] { show(); });
 }
 
-void SegmentedMethods::paint(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
-  const Self self = view.as<Self>();
+void SegmentedControl::paint(graphics::Canvas& canvas, const Rect& bounds) {
   const Rect frame{bounds.origin, bounds.size};
   canvas.fill(graphics::Path::rounded_rect(frame, kRadius), colour_of(UIColor::tertiarySystemFillColor()));
-  const std::vector<Rect> all = rects(self);
-  const NSInteger chosen = shown(self);
+  const std::vector<Rect> all = rects();
+  const NSInteger chosen = shown();
   for (std::size_t i = 1; i < all.size(); ++i) {
     const auto right = static_cast<NSInteger>(i);
     // Beside the pill its own edge parts the segments.
     if (chosen == right || chosen == right - 1) continue;
-    const double edge = self.is_right_to_left() ? all[i].max_x() : all[i].min_x();
+    const double edge = is_right_to_left(self()) ? all[i].max_x() : all[i].min_x();
     const double x = round_to_pixel(edge - 0.5, canvas.scale());
     canvas.fill(Rect{{x, bounds.min_y() + kSeparatorMargin}, {1, bounds.height() - 2 * kSeparatorMargin}},
                 separator_colour());

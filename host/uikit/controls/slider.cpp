@@ -1,16 +1,20 @@
 // host/uikit/controls/slider.cpp: UISlider: a value between two others.
 
-#include "host/uikit/controls/slider.hpp"
-
 #include <algorithm>
 #include <cmath>
 
+#include "host/uikit/controls/control.hpp"
+#include "host/uikit/controls/controls.hpp"
 #include "host/uikit/controls/image_view.hpp"
 #include "host/uikit/events/focus.hpp"
+#include "host/uikit/events/key.hpp"
+#include "host/uikit/hooks.hpp"
+#include "host/uikit/look.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/image.hpp"
 #include "host/uikit/views/animation.hpp"
+#include "host/uikit/views/view.hpp"
 #include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
@@ -24,189 +28,137 @@ constexpr double kThumb = 28;
 constexpr double kImageGap = 10;
 constexpr double kTouchReach = 10;  // around the thumb
 constexpr double kSlideSeconds = 0.25;
-constexpr double kDisabledAlpha = 0.5;
 // Of the range, for one press of a key, and with the shift key.
 constexpr float kKeyStep = 1.0F / 20;
 constexpr float kFineKeyStep = 1.0F / 100;
 
-}  // namespace
-
-struct SliderState {
-  float value = 0;
-  float minimum = 0;
-  float maximum = 1;
-  bool continuous = true;
-  double grip = 0;  // from the thumb's centre to where the finger holds it
-  UIColor minimum_tint;
-  UIColor maximum_tint;
-  UIColor thumb_tint;
-  View body;  // around the parts: they fade as one
-  View minimum_track;
-  View maximum_track;
-  View thumb;
-  ImageView minimum_image;
-  ImageView maximum_image;
-};
-
-SliderState& Slider::parts() const { return state<SliderState>(); }
-Slider Slider::make() { return alloc().initialize<"initWithFrame:">(Rect{}); }
-float Slider::value() const { return parts().value; }
-float Slider::minimumValue() const { return parts().minimum; }
-float Slider::maximumValue() const { return parts().maximum; }
-bool Slider::isContinuous() const { return parts().continuous; }
-void Slider::setContinuous(bool continuous) const { parts().continuous = continuous; }
-
-struct SliderMethods {
-  using Self = Slider;
-
-  static Self initWithFrame(objc::Allocated<Self> self, const Rect& frame) {
-    Self view = std::move(self).initialize_super<"initWithFrame:">(frame);
+/// The host's UISlider. Only its thumb takes a finger. A drag sends valueChanged whenever the value changes,
+/// if it is continuous, and always when the finger lifts; setting it from code sends nothing.
+class Slider : public objc::Implementation<Slider, UISlider> {
+ public:
+  static UISlider initWithFrame(objc::Allocated<UISlider> self, const Rect& frame) {
+    UISlider view = super_init<"initWithFrame:">(std::move(self), frame);
     if (!view) return view;
-    SliderState& state = view.parts();
-    state.body = View::make();
-    state.body.setUserInteractionEnabled(false);
-    view.addSubview(state.body);
-    for (View* const part : {&state.maximum_track, &state.minimum_track, &state.thumb}) {
-      *part = View::make();
-      part->layer().setCornerRadius(part == &state.thumb ? kThumb / 2 : kTrack / 2);
-      state.body.addSubview(*part);
-    }
-    for (ImageView* const image : {&state.minimum_image, &state.maximum_image}) {
-      *image = ImageView::make(UIImage());
-      state.body.addSubview(*image);
-    }
-    const Layer thumb = state.thumb.layer();
-    objc::send<"setShadowOpacity:">(thumb, 0.2F);
-    objc::send<"setShadowRadius:">(thumb, 4.0);
-    objc::send<"setShadowOffset:">(thumb, Size{0, 2});
-    colour(view);
+    of(view).build();
     return view;
   }
-
-  static void colour(const Self& self) {
-    const SliderState& state = self.parts();
-    const auto or_else = [](const UIColor& own, const UIColor& other) { return own ? own : other; };
-    state.minimum_track.setBackgroundColor(or_else(state.minimum_tint, self.tintColor()));
-    state.maximum_track.setBackgroundColor(or_else(state.maximum_tint, UIColor::systemFillColor()));
-    state.thumb.setBackgroundColor(or_else(state.thumb_tint, UIColor::whiteColor()));
-    state.body.setAlpha(self.isEnabled() ? 1 : kDisabledAlpha);
+  void build() {
+    body_ = objc::make<UIView>();
+    body_.setUserInteractionEnabled(false);
+    self().addSubview(body_);
+    for (UIView* const part : {&maximum_track_, &minimum_track_, &thumb_}) {
+      *part = objc::make<UIView>();
+      part->layer().setCornerRadius(part == &thumb_ ? kThumb / 2 : kTrack / 2);
+      body_.addSubview(*part);
+    }
+    for (UIImageView* const image : {&minimum_image_, &maximum_image_}) {
+      *image = objc::make<UIImageView>();
+      body_.addSubview(*image);
+    }
+    look::cast_thumb_shadow(thumb_.layer(), look::kSliderThumbShadow);
+    apply_colours();
   }
-
-  static Size image_size(const ImageView& view) {
+  void apply_colours() {
+    const auto or_else = [](const UIColor& own, const UIColor& other) { return own ? own : other; };
+    minimum_track_.setBackgroundColor(or_else(minimum_tint_, self().tintColor()));
+    maximum_track_.setBackgroundColor(or_else(maximum_tint_, UIColor::systemFillColor()));
+    thumb_.setBackgroundColor(or_else(thumb_tint_, UIColor::whiteColor()));
+    body_.setAlpha(self().isEnabled() ? 1 : look::kDisabledAlpha);
+  }
+  static Size image_size(const UIImageView& view) {
     const graphics::Image* const image = image_of(view.image());
     return image != nullptr ? image->size() : Size{};
   }
-
   // The platform's three questions, which subclasses may answer otherwise.
-  static Rect trackRect(const Self& self, const Rect& bounds) {
-    const SliderState& state = self.parts();
-    const double before = image_size(state.minimum_image).width;
-    const double after = image_size(state.maximum_image).width;
+  Rect trackRect(const Rect& bounds) {
+    const double before = image_size(minimum_image_).width;
+    const double after = image_size(maximum_image_).width;
     double left = before > 0 ? before + kImageGap : kTrackMargin;
     double right = after > 0 ? after + kImageGap : kTrackMargin;
-    if (self.is_right_to_left()) std::swap(left, right);
+    if (is_right_to_left(self())) std::swap(left, right);
     const double y = round_to_pixel(bounds.mid_y() - kTrack / 2, display_settings().scale);
     return {{bounds.min_x() + left, y}, {std::max(0.0, bounds.width() - left - right), kTrack}};
   }
-  static Rect thumbRect(const Self& self, const Rect& bounds, const Rect& track, float value) {
-    const SliderState& state = self.parts();
-    const double range = double{state.maximum} - double{state.minimum};
-    double part = range > 0 ? (double{value} - double{state.minimum}) / range : 0;
-    if (self.is_right_to_left()) part = 1 - part;
+  Rect thumbRect(const Rect& bounds, const Rect& track, float value) {
+    const double range = double{maximum_} - double{minimum_};
+    double part = range > 0 ? (double{value} - double{minimum_}) / range : 0;
+    if (is_right_to_left(self())) part = 1 - part;
     // Up to the track's ends with its own ends, a little beyond where nothing stands beside it.
     const double way = std::max(0.0, track.width() + 2 * kTrackMargin - kThumb);
     const double y = round_to_pixel(bounds.mid_y() - kThumb / 2, display_settings().scale);
     return {{track.min_x() - kTrackMargin + part * way, y}, {kThumb, kThumb}};
   }
-  static Rect imageRect(const Self& self, const Rect& bounds, bool leading) {
-    const SliderState& state = self.parts();
-    const Size size = image_size(leading ? state.minimum_image : state.maximum_image);
-    const bool left = leading != self.is_right_to_left();
+  Rect imageRect(const Rect& bounds, bool leading) {
+    const Size size = image_size(leading ? minimum_image_ : maximum_image_);
+    const bool left = leading != is_right_to_left(self());
     const double y = round_to_pixel(bounds.mid_y() - size.height / 2, display_settings().scale);
     return {{left ? bounds.min_x() : bounds.max_x() - size.width, y}, size};
   }
-  static Rect minimumImageRect(const Self& self, const Rect& bounds) { return imageRect(self, bounds, true); }
-  static Rect maximumImageRect(const Self& self, const Rect& bounds) {
-    return imageRect(self, bounds, false);
-  }
-  static Rect track_rect(const Self& self) {
-    return objc::send<"trackRectForBounds:", Rect>(self, self.bounds());
-  }
-
-  static void place(const Self& self) {
-    const SliderState& state = self.parts();
-    const Rect bounds = self.bounds();
-    const Rect track = track_rect(self);
-    const Rect thumb = self.thumb_rect();
-    state.body.setFrame(bounds);
-    state.thumb.setFrame(thumb);
-    state.maximum_track.setFrame(track);
+  Rect minimumImageRect(const Rect& bounds) { return imageRect(bounds, true); }
+  Rect maximumImageRect(const Rect& bounds) { return imageRect(bounds, false); }
+  Rect track_rect() { return self().trackRectForBounds(self().bounds()); }
+  void place_parts() {
+    const Rect bounds = self().bounds();
+    const Rect track = track_rect();
+    const Rect thumb = thumb_rect();
+    body_.setFrame(bounds);
+    thumb_.setFrame(thumb);
+    maximum_track_.setFrame(track);
     Rect passed = track;
-    if (self.is_right_to_left()) passed.origin.x = thumb.mid_x();
-    passed.size.width = self.is_right_to_left() ? std::max(0.0, track.max_x() - thumb.mid_x())
-                                                : std::max(0.0, thumb.mid_x() - track.min_x());
-    state.minimum_track.setFrame(passed);
-    state.minimum_image.setFrame(objc::send<"minimumValueImageRectForBounds:", Rect>(self, bounds));
-    state.maximum_image.setFrame(objc::send<"maximumValueImageRectForBounds:", Rect>(self, bounds));
+    if (is_right_to_left(self())) passed.origin.x = thumb.mid_x();
+    passed.size.width = is_right_to_left(self()) ? std::max(0.0, track.max_x() - thumb.mid_x())
+                                                 : std::max(0.0, thumb.mid_x() - track.min_x());
+    minimum_track_.setFrame(passed);
+    minimum_image_.setFrame(self().minimumValueImageRectForBounds(bounds));
+    maximum_image_.setFrame(self().maximumValueImageRectForBounds(bounds));
   }
-  static void layoutSubviews(const Self& self) {
-    objc::send_super<"layoutSubviews">(self, objc::class_for<Control>());
-    place(self);
+  void layoutSubviews() {
+    super<"layoutSubviews">();
+    place_parts();
   }
-
-  static Size sizeThatFits(const Self& self, const Size& size) {
-    const SliderState& state = self.parts();
-    const double images =
-        std::max(image_size(state.minimum_image).height, image_size(state.maximum_image).height);
+  Size sizeThatFits(const Size& size) {
+    const double images = std::max(image_size(minimum_image_).height, image_size(maximum_image_).height);
     return {size.width, std::max(kHeight, images)};
   }
-  static Size intrinsicContentSize(const Self& self) {
-    return {kNoIntrinsicMetric, sizeThatFits(self, {}).height};
-  }
-
-  static void set_by_user(const Self& self, float value, bool tell, const NSObject& event) {
-    const Self kept = self;
+  Size intrinsicContentSize() { return {UIViewNoIntrinsicMetric, sizeThatFits({}).height}; }
+  void set_by_user(float value, bool tell, const NSObject& event) {
+    const UISlider kept = self();
     const float old = kept.value();
     kept.setValue(value, false);
-    if (tell && kept.value() != old) kept.send_actions(control_event::kValueChanged, event);
+    if (tell && kept.value() != old) send_actions(kept, UIControlEventValueChanged, event);
   }
-
-  static bool beginTracking(const Self& self, const Touch& touch, const Event&) {
-    const Rect thumb = self.thumb_rect();
-    const Point place = touch.locationInView(self);
-    if (!thumb.inset(-kTouchReach, -kTouchReach).contains(place)) return false;
-    self.parts().grip = place.x - thumb.mid_x();
+  bool beginTracking(const UITouch& touch, const UIEvent&) {
+    const Rect thumb = thumb_rect();
+    const Point point = touch.locationInView(self());
+    if (!thumb.inset(-kTouchReach, -kTouchReach).contains(point)) return false;
+    grip_ = point.x - thumb.mid_x();
     return true;
   }
-  static bool continueTracking(const Self& self, const Touch& touch, const Event& event) {
-    const SliderState& state = self.parts();
+  bool continueTracking(const UITouch& touch, const UIEvent& event) {
     // Where the thumb would stand at either end, as a subclass may place it.
-    const Rect bounds = self.bounds();
-    const Rect track = track_rect(self);
+    const Rect bounds = self().bounds();
+    const Rect track = track_rect();
     const auto centre_at = [&](float value) {
-      return objc::send<"thumbRectForBounds:trackRect:value:", Rect>(self, bounds, track, value).mid_x();
+      return Rect(self().thumbRectForBounds(bounds, track, value)).mid_x();
     };
-    const double from = centre_at(state.minimum);
-    const double to = centre_at(state.maximum);
+    const double from = centre_at(minimum_);
+    const double to = centre_at(maximum_);
     if (from == to) return true;
-    const double part =
-        std::clamp((touch.locationInView(self).x - state.grip - from) / (to - from), 0.0, 1.0);
-    const double range = double{state.maximum} - double{state.minimum};
-    set_by_user(self, static_cast<float>(double{state.minimum} + part * range), state.continuous, event);
+    const double part = std::clamp((touch.locationInView(self()).x - grip_ - from) / (to - from), 0.0, 1.0);
+    const double range = double{maximum_} - double{minimum_};
+    set_by_user(static_cast<float>(double{minimum_} + part * range), continuous_, event);
     return true;
   }
-  static void endTracking(const Self& self, const Touch&, const Event& event) {
-    self.send_actions(control_event::kValueChanged, event);
+  void endTracking(const UITouch&, const UIEvent& event) {
+    send_actions(self(), UIControlEventValueChanged, event);
   }
-  static bool keepsDrags(const Self&) { return true; }
-
-  static bool handleKey(const Self& self, const Key& key) {
-    if (!self.isEnabled() || focused_view() != self) return false;
-    const SliderState& state = self.parts();
-    const float step = (state.maximum - state.minimum) * (key.key().shift ? kFineKeyStep : kKeyStep);
-    const float forward = self.is_right_to_left() ? -step : step;
-    float wanted = state.value;
-    switch (key.code()) {
+  bool keepsDrags() { return true; }
+  bool handleKey(const UIKey& key) {
+    if (!self().isEnabled() || focused_view() != self()) return false;
+    const float step = (maximum_ - minimum_) * (key.press().shift ? kFineKeyStep : kKeyStep);
+    const float forward = is_right_to_left(self()) ? -step : step;
+    float wanted = value_;
+    switch (key.press().code) {
       case KeyCode::Right:
         wanted += forward;
         break;
@@ -214,137 +166,141 @@ struct SliderMethods {
         wanted -= forward;
         break;
       case KeyCode::Home:
-        wanted = state.minimum;
+        wanted = minimum_;
         break;
       case KeyCode::End:
-        wanted = state.maximum;
+        wanted = maximum_;
         break;
       default:
         return false;
     }
-    set_by_user(self, wanted, true, NSObject());
+    set_by_user(wanted, true, NSObject());
     return true;
   }
-
-  static void stateChanged(const Self& self) { colour(self); }
-  static void tintColorDidChange(const Self& self) {
-    objc::send_super<"tintColorDidChange">(self, objc::class_for<Control>());
-    colour(self);
+  void stateChanged() { apply_colours(); }
+  void tintColorDidChange() {
+    super<"tintColorDidChange">();
+    apply_colours();
   }
-  static void setValue(const Self& self, float value) { self.setValue(value, false); }
+  void set_value_at_once(float value) { setValue(value, false); }
   template <auto Member>
-  static auto get(const Self& self) {
-    return self.parts().*Member;
+  UIImage image() {
+    return (this->*Member).image();
   }
-  template <auto Member>
-  static UIImage image(const Self& self) {
-    return (self.parts().*Member).image();
-  }
-  static NSString accessibilityValue(const Self& self) {
-    const SliderState& state = self.parts();
-    const float range = state.maximum - state.minimum;
-    const int percent =
-        range > 0 ? static_cast<int>(std::lround((state.value - state.minimum) / range * 100)) : 0;
+  NSString accessibilityValue() {
+    const float range = maximum_ - minimum_;
+    const int percent = range > 0 ? static_cast<int>(std::lround((value_ - minimum_) / range * 100)) : 0;
     return NSString((std::to_string(percent) + "%").c_str());
   }
+  /// In the slider's coordinates.
+  Rect thumb_rect() { return self().thumbRectForBounds(self().bounds(), track_rect(), value_); }
+  /// Clamped to the range; a value that is not a number is ignored.
+  void setValue(float value, bool animated) {
+    if (std::isnan(value)) return;
+    value = std::clamp(value, minimum_, std::max(minimum_, maximum_));
+    if (value == value_) return;
+    value_ = value;
+    AnimationEngine* const engine = AnimationEngine::current();
+    if (animated && engine != nullptr && self().window()) {
+      engine->animate({.duration = kSlideSeconds}, [&] { place_parts(); });
+    } else {
+      place_parts();
+    }
+  }
+  /// The other end moves along when it would be passed.
+  void setMinimumValue(float value) {
+    if (!std::isfinite(value)) return;
+    minimum_ = value;
+    maximum_ = std::max(maximum_, value);
+    value_ = std::clamp(value_, minimum_, maximum_);
+    self().setNeedsLayout();
+  }
+  void setMaximumValue(float value) {
+    if (!std::isfinite(value)) return;
+    maximum_ = value;
+    minimum_ = std::min(minimum_, value);
+    value_ = std::clamp(value_, minimum_, maximum_);
+    self().setNeedsLayout();
+  }
+  void setMinimumTrackTintColor(const UIColor& colour) {
+    minimum_tint_ = colour;
+    apply_colours();
+  }
+  void setMaximumTrackTintColor(const UIColor& colour) {
+    maximum_tint_ = colour;
+    apply_colours();
+  }
+  void setThumbTintColor(const UIColor& colour) {
+    thumb_tint_ = colour;
+    apply_colours();
+  }
+  /// At the ends of the track; nil for none.
+  void setMinimumValueImage(const UIImage& image) {
+    minimum_image_.setImage(image);
+    self().setNeedsLayout();
+  }
+  void setMaximumValueImage(const UIImage& image) {
+    maximum_image_.setImage(image);
+    self().setNeedsLayout();
+  }
+
+ private:
+  friend void wispen::uikit::define_slider();
+
+  float value_ = 0;
+  float minimum_ = 0;
+  float maximum_ = 1;
+  bool continuous_ = true;
+  double grip_ = 0;  // from the thumb's centre to where the finger holds it
+  UIColor minimum_tint_;
+  UIColor maximum_tint_;
+  UIColor thumb_tint_;
+  UIView body_;  // around the parts: they fade as one
+  UIView minimum_track_;
+  UIView maximum_track_;
+  UIView thumb_;
+  UIImageView minimum_image_;
+  UIImageView maximum_image_;
 };
 
-Rect Slider::thumb_rect() const {
-  return objc::send<"thumbRectForBounds:trackRect:value:", Rect>(*this, bounds(),
-                                                                 SliderMethods::track_rect(*this), value());
-}
+}  // namespace
 
-void Slider::setValue(float value, bool animated) const {
-  SliderState& state = parts();
-  if (std::isnan(value)) return;
-  value = std::clamp(value, state.minimum, std::max(state.minimum, state.maximum));
-  if (value == state.value) return;
-  state.value = value;
-  AnimationEngine* const engine = AnimationEngine::current();
-  if (animated && engine != nullptr && window()) {
-    engine->animate({.duration = kSlideSeconds}, [&] { SliderMethods::place(*this); });
-  } else {
-    SliderMethods::place(*this);
-  }
-}
-
-void Slider::setMinimumValue(float value) const {
-  if (!std::isfinite(value)) return;
-  SliderState& state = parts();
-  state.minimum = value;
-  state.maximum = std::max(state.maximum, value);
-  state.value = std::clamp(state.value, state.minimum, state.maximum);
-  setNeedsLayout();
-}
-void Slider::setMaximumValue(float value) const {
-  if (!std::isfinite(value)) return;
-  SliderState& state = parts();
-  state.maximum = value;
-  state.minimum = std::min(state.minimum, value);
-  state.value = std::clamp(state.value, state.minimum, state.maximum);
-  setNeedsLayout();
-}
-void Slider::setMinimumTrackTintColor(const UIColor& colour) const {
-  parts().minimum_tint = colour;
-  SliderMethods::colour(*this);
-}
-void Slider::setMaximumTrackTintColor(const UIColor& colour) const {
-  parts().maximum_tint = colour;
-  SliderMethods::colour(*this);
-}
-void Slider::setThumbTintColor(const UIColor& colour) const {
-  parts().thumb_tint = colour;
-  SliderMethods::colour(*this);
-}
-void Slider::setMinimumValueImage(const UIImage& image) const {
-  parts().minimum_image.setImage(image);
-  setNeedsLayout();
-}
-void Slider::setMaximumValueImage(const UIImage& image) const {
-  parts().maximum_image.setImage(image);
-  setNeedsLayout();
-}
-
-void Slider::define() {
-  using M = SliderMethods;
-  using S = SliderState;
-  objc::Class<Slider> slider;
-  slider.state<SliderState>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
-      .method<"value", &Slider::value>()
-      .method<"setValue:", &M::setValue>()
+void define_slider() {
+  auto slider = objc::Class<UISlider>::implemented_by<Slider>();
+  slider.initializer<"initWithFrame:", &Slider::initWithFrame>()
+      .getter<"value", &Slider::value_>()
+      .method<"setValue:", &Slider::set_value_at_once>()
       .method<"setValue:animated:", &Slider::setValue>()
-      .method<"minimumValue", &Slider::minimumValue>()
+      .getter<"minimumValue", &Slider::minimum_>()
       .method<"setMinimumValue:", &Slider::setMinimumValue>()
-      .method<"maximumValue", &Slider::maximumValue>()
+      .getter<"maximumValue", &Slider::maximum_>()
       .method<"setMaximumValue:", &Slider::setMaximumValue>()
-      .method<"isContinuous", &Slider::isContinuous>()
-      .method<"setContinuous:", &Slider::setContinuous>()
-      .method<"minimumTrackTintColor", &M::get<&S::minimum_tint>>()
+      .property<"isContinuous", "setContinuous:", &Slider::continuous_>()
+      .getter<"minimumTrackTintColor", &Slider::minimum_tint_>()
       .method<"setMinimumTrackTintColor:", &Slider::setMinimumTrackTintColor>()
-      .method<"maximumTrackTintColor", &M::get<&S::maximum_tint>>()
+      .getter<"maximumTrackTintColor", &Slider::maximum_tint_>()
       .method<"setMaximumTrackTintColor:", &Slider::setMaximumTrackTintColor>()
-      .method<"thumbTintColor", &M::get<&S::thumb_tint>>()
+      .getter<"thumbTintColor", &Slider::thumb_tint_>()
       .method<"setThumbTintColor:", &Slider::setThumbTintColor>()
-      .method<"minimumValueImage", &M::image<&S::minimum_image>>()
+      .method<"minimumValueImage", &Slider::image<&Slider::minimum_image_>>()
       .method<"setMinimumValueImage:", &Slider::setMinimumValueImage>()
-      .method<"maximumValueImage", &M::image<&S::maximum_image>>()
+      .method<"maximumValueImage", &Slider::image<&Slider::maximum_image_>>()
       .method<"setMaximumValueImage:", &Slider::setMaximumValueImage>();
-  slider.method<"trackRectForBounds:", &M::trackRect>()
-      .method<"thumbRectForBounds:trackRect:value:", &M::thumbRect>()
-      .method<"minimumValueImageRectForBounds:", &M::minimumImageRect>()
-      .method<"maximumValueImageRectForBounds:", &M::maximumImageRect>()
-      .method<"sizeThatFits:", &M::sizeThatFits>()
-      .method<"intrinsicContentSize", &M::intrinsicContentSize>()
-      .method<"layoutSubviews", &M::layoutSubviews>()
-      .method<"beginTrackingWithTouch:withEvent:", &M::beginTracking>()
-      .method<"continueTrackingWithTouch:withEvent:", &M::continueTracking>()
-      .method<"endTrackingWithTouch:withEvent:", &M::endTracking>()
-      .method<"tintColorDidChange", &M::tintColorDidChange>()
-      .method<"accessibilityValue", &M::accessibilityValue>()
-      .method<"_controlStateChanged", &M::stateChanged>()
-      .method<"_keepsDrags", &M::keepsDrags>()
-      .method<"_handleKey:", &M::handleKey>()
+  slider.method<"trackRectForBounds:", &Slider::trackRect>()
+      .method<"thumbRectForBounds:trackRect:value:", &Slider::thumbRect>()
+      .method<"minimumValueImageRectForBounds:", &Slider::minimumImageRect>()
+      .method<"maximumValueImageRectForBounds:", &Slider::maximumImageRect>()
+      .method<"sizeThatFits:", &Slider::sizeThatFits>()
+      .method<"intrinsicContentSize", &Slider::intrinsicContentSize>()
+      .method<"layoutSubviews", &Slider::layoutSubviews>()
+      .method<"beginTrackingWithTouch:withEvent:", &Slider::beginTracking>()
+      .method<"continueTrackingWithTouch:withEvent:", &Slider::continueTracking>()
+      .method<"endTrackingWithTouch:withEvent:", &Slider::endTracking>()
+      .method<"tintColorDidChange", &Slider::tintColorDidChange>()
+      .method<"accessibilityValue", &Slider::accessibilityValue>()
+      .method<hooks::kControlStateChanged, &Slider::stateChanged>()
+      .method<hooks::kKeepsDrags, &Slider::keepsDrags>()
+      .method<hooks::kHandleKey, &Slider::handleKey>()
       .register_class();
 }
 

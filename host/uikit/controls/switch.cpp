@@ -1,194 +1,177 @@
 // host/uikit/controls/switch.cpp: UISwitch: something that is on or off.
 
-#include "host/uikit/controls/switch.hpp"
-
 #include <cmath>
 
+#include "host/uikit/controls/control.hpp"
+#include "host/uikit/controls/controls.hpp"
 #include "host/uikit/events/focus.hpp"
+#include "host/uikit/events/key.hpp"
+#include "host/uikit/hooks.hpp"
+#include "host/uikit/look.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/views/animation.hpp"
+#include "host/uikit/views/view.hpp"
 #include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
+constexpr Size kSize{51, 31};
 constexpr double kThumb = 27;
 constexpr double kThumbMargin = 2;
 constexpr double kPressedGrowth = 7;  // the thumb's, along the track
 constexpr double kSlideSeconds = 0.25;
 constexpr double kDragDistance = 10;  // from where the finger came down, until the thumb follows it
-constexpr double kDisabledAlpha = 0.5;
 
 UIColor off_track() {
   return color_from(
       graphics::Colour::dynamic(graphics::Colour::hex(0xE9E9EA), graphics::Colour::hex(0x39393D)));
 }
 
-}  // namespace
-
-struct SwitchState {
-  bool on = false;
-  bool shown_on = false;  // while a finger drags the thumb it may stand on the other side
-  bool dragged = false;
-  double start_x = 0;
-  UIColor on_tint;
-  UIColor thumb_tint;
-  View body;  // around the two below: they fade as one, or the track would shine through a faint thumb
-  View track;
-  View thumb;
-};
-
-SwitchState& Switch::parts() const { return state<SwitchState>(); }
-Switch Switch::make() { return alloc().initialize<"initWithFrame:">(Rect{}); }
-bool Switch::isOn() const { return parts().on; }
-
-struct SwitchMethods {
-  using Self = Switch;
-
-  static Self initWithFrame(objc::Allocated<Self> self, const Rect& frame) {
-    Self view = std::move(self).initialize_super<"initWithFrame:">(Rect{frame.origin, Switch::kSize});
+/// The host's UISwitch. It has one size, whatever frame it is given. A user's change sends valueChanged,
+/// before the touch's own actions; setting it from code sends nothing.
+class Switch : public objc::Implementation<Switch, UISwitch> {
+ public:
+  static UISwitch initWithFrame(objc::Allocated<UISwitch> self, const Rect& frame) {
+    UISwitch view = super_init<"initWithFrame:">(std::move(self), Rect{frame.origin, kSize});
     if (!view) return view;
-    SwitchState& state = view.parts();
-    view.layer().setCornerRadius(Switch::kSize.height / 2);  // of the ring that shows the focus
-    state.body = View::make({{0, 0}, Switch::kSize});
-    state.body.setUserInteractionEnabled(false);
-    state.track = View::make({{0, 0}, Switch::kSize});
-    state.thumb = View::make();
-    state.body.addSubview(state.track);
-    state.body.addSubview(state.thumb);
-    view.addSubview(state.body);
-    state.track.layer().setCornerRadius(Switch::kSize.height / 2);
-    const Layer thumb = state.thumb.layer();
-    thumb.setCornerRadius(kThumb / 2);
-    objc::send<"setShadowOpacity:">(thumb, 0.15F);
-    objc::send<"setShadowRadius:">(thumb, 4.0);
-    objc::send<"setShadowOffset:">(thumb, Size{0, 3});
-    show(view);
+    view.layer().setCornerRadius(kSize.height / 2);  // of the ring that shows the focus
+    of(view).build();
     return view;
   }
-
-  static void setFrame(const Self& self, const Rect& frame) {
-    objc::send_super<"setFrame:">(self, objc::class_for<Control>(), Rect{frame.origin, Switch::kSize});
+  void build() {
+    body_ = UIView::alloc().initWithFrame(Rect{{0, 0}, kSize});
+    body_.setUserInteractionEnabled(false);
+    track_ = UIView::alloc().initWithFrame(Rect{{0, 0}, kSize});
+    thumb_ = objc::make<UIView>();
+    body_.addSubview(track_);
+    body_.addSubview(thumb_);
+    self().addSubview(body_);
+    track_.layer().setCornerRadius(kSize.height / 2);
+    const CALayer thumb = thumb_.layer();
+    thumb.setCornerRadius(kThumb / 2);
+    look::cast_thumb_shadow(thumb, look::kSwitchThumbShadow);
+    show();
   }
-  static void setBounds(const Self& self, const Rect& bounds) {
-    objc::send_super<"setBounds:">(self, objc::class_for<Control>(), Rect{bounds.origin, Switch::kSize});
-  }
-  static Size sizeThatFits(const Self&, const Size&) { return Switch::kSize; }
-  static Size intrinsicContentSize(const Self&) { return Switch::kSize; }
-
+  void setFrame(const Rect& frame) { super<"setFrame:">(Rect{frame.origin, kSize}); }
+  void setBounds(const Rect& bounds) { super<"setBounds:">(Rect{bounds.origin, kSize}); }
+  Size sizeThatFits(const Size&) { return kSize; }
+  Size intrinsicContentSize() { return kSize; }
   /// Places and colours the parts by the state.
-  static void show(const Self& self) {
-    SwitchState& state = self.parts();
-    const double width = kThumb + (self.isHighlighted() ? kPressedGrowth : 0);
-    const bool right = state.shown_on != self.is_right_to_left();
-    const double x = right ? Switch::kSize.width - kThumbMargin - width : kThumbMargin;
-    state.thumb.setFrame({{x, kThumbMargin}, {width, kThumb}});
-    const UIColor on = state.on_tint ? state.on_tint : UIColor::systemGreenColor();
-    state.track.setBackgroundColor(state.shown_on ? on : off_track());
-    state.thumb.setBackgroundColor(state.thumb_tint ? state.thumb_tint : UIColor::whiteColor());
-    state.body.setAlpha(self.isEnabled() ? 1 : kDisabledAlpha);
+  void show() {
+    const double width = kThumb + (self().isHighlighted() ? kPressedGrowth : 0);
+    const bool right = shown_on_ != is_right_to_left(self());
+    const double x = right ? kSize.width - kThumbMargin - width : kThumbMargin;
+    thumb_.setFrame(CGRect{{x, kThumbMargin}, {width, kThumb}});
+    const UIColor on = on_tint_ ? on_tint_ : UIColor::systemGreenColor();
+    track_.setBackgroundColor(shown_on_ ? on : off_track());
+    thumb_.setBackgroundColor(thumb_tint_ ? thumb_tint_ : UIColor::whiteColor());
+    body_.setAlpha(self().isEnabled() ? 1 : look::kDisabledAlpha);
   }
-  static void slide(const Self& self) {
+  void slide() {
     AnimationEngine* const engine = AnimationEngine::current();
-    if (engine == nullptr || !self.window()) return show(self);
-    engine->animate({.duration = kSlideSeconds}, [&] { show(self); });
+    if (engine == nullptr || !self().window()) return show();
+    engine->animate({.duration = kSlideSeconds}, [&] { show(); });
   }
-  static void layoutSubviews(const Self& self) {
-    objc::send_super<"layoutSubviews">(self, objc::class_for<Control>());
-    show(self);
+  void layoutSubviews() {
+    super<"layoutSubviews">();
+    show();
   }
-  static void stateChanged(const Self& self) { slide(self); }
-
-  static void set_by_user(const Self& self, bool on, const NSObject& event) {
-    const Self kept = self;
-    kept.parts().on = kept.parts().shown_on = on;
-    slide(kept);
-    kept.send_actions(control_event::kValueChanged, event);
+  void stateChanged() { slide(); }
+  void set_by_user(bool on, const NSObject& event) {
+    const UISwitch kept = self();
+    on_ = shown_on_ = on;
+    slide();
+    send_actions(kept, UIControlEventValueChanged, event);
   }
-
-  static bool beginTracking(const Self& self, const Touch& touch, const Event&) {
-    SwitchState& state = self.parts();
-    state.dragged = false;
-    state.start_x = touch.locationInView(self).x;
+  bool beginTracking(const UITouch& touch, const UIEvent&) {
+    dragged_ = false;
+    start_x_ = touch.locationInView(self()).x;
     return true;
   }
-  static bool continueTracking(const Self& self, const Touch& touch, const Event&) {
-    SwitchState& state = self.parts();
-    const double x = touch.locationInView(self).x;
-    if (std::abs(x - state.start_x) < kDragDistance) return true;
-    const bool on = (x > state.start_x) != self.is_right_to_left();
-    state.dragged = true;
-    state.start_x = x;
-    if (on != state.shown_on) {
-      state.shown_on = on;
-      slide(self);
+  bool continueTracking(const UITouch& touch, const UIEvent&) {
+    const double x = touch.locationInView(self()).x;
+    if (std::abs(x - start_x_) < kDragDistance) return true;
+    const bool on = (x > start_x_) != is_right_to_left(self());
+    dragged_ = true;
+    start_x_ = x;
+    if (on != shown_on_) {
+      shown_on_ = on;
+      slide();
     }
     return true;
   }
-  static void endTracking(const Self& self, const Touch&, const Event& event) {
-    const SwitchState& state = self.parts();
-    const bool wanted = state.dragged ? state.shown_on : !state.on;
-    if (!state.dragged && !self.control().inside) return;
-    if (wanted != state.on) set_by_user(self, wanted, event);
+  void endTracking(const UITouch&, const UIEvent& event) {
+    const bool wanted = dragged_ ? shown_on_ : !on_;
+    if (!dragged_ && !self().isTouchInside()) return;
+    if (wanted != on_) set_by_user(wanted, event);
   }
-  static void cancelTracking(const Self& self, const Event&) {
-    self.parts().shown_on = self.parts().on;
-    slide(self);
+  void cancelTracking(const UIEvent&) {
+    shown_on_ = on_;
+    slide();
   }
-
-  static bool handleKey(const Self& self, const Key& key) {
-    if (!self.isEnabled() || focused_view() != self) return false;
-    if (!key.is_space() && key.code() != KeyCode::Return) return false;
-    set_by_user(self, !self.isOn(), NSObject());
+  bool handleKey(const UIKey& key) {
+    if (!self().isEnabled() || focused_view() != self()) return false;
+    if (!key.press().is_space() && key.press().code != KeyCode::Return) return false;
+    set_by_user(!isOn(), NSObject());
     return true;
   }
+  void set_on_at_once(bool on) { setOn(on, false); }
+  NSString accessibilityValue() { return isOn() ? "1"_ns : "0"_ns; }
+  bool isOn() { return on_; }
+  void setOn(bool on, bool animated) {
+    if (on_ == on && shown_on_ == on) return;
+    on_ = shown_on_ = on;
+    animated ? slide() : show();
+  }
+  void setOnTintColor(const UIColor& colour) {
+    on_tint_ = colour;
+    show();
+  }
+  void setThumbTintColor(const UIColor& colour) {
+    thumb_tint_ = colour;
+    show();
+  }
 
-  static void setOn(const Self& self, bool on) { self.setOn(on, false); }
-  static UIColor onTintColor(const Self& self) { return self.parts().on_tint; }
-  static UIColor thumbTintColor(const Self& self) { return self.parts().thumb_tint; }
-  static NSString accessibilityValue(const Self& self) { return self.isOn() ? "1"_ns : "0"_ns; }
+ private:
+  friend void wispen::uikit::define_switch();
+
+  bool on_ = false;
+  bool shown_on_ = false;  // while a finger drags the thumb it may stand on the other side
+  bool dragged_ = false;
+  double start_x_ = 0;
+  UIColor on_tint_;
+  UIColor thumb_tint_;
+  UIView body_;  // around the two below: they fade as one, or the track would shine through a faint thumb
+  UIView track_;
+  UIView thumb_;
 };
 
-void Switch::setOn(bool on, bool animated) const {
-  SwitchState& state = parts();
-  if (state.on == on && state.shown_on == on) return;
-  state.on = state.shown_on = on;
-  animated ? SwitchMethods::slide(*this) : SwitchMethods::show(*this);
-}
-void Switch::setOnTintColor(const UIColor& colour) const {
-  parts().on_tint = colour;
-  SwitchMethods::show(*this);
-}
-void Switch::setThumbTintColor(const UIColor& colour) const {
-  parts().thumb_tint = colour;
-  SwitchMethods::show(*this);
-}
+}  // namespace
 
-void Switch::define() {
-  using M = SwitchMethods;
-  objc::Class<Switch>()
-      .state<SwitchState>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
-      .method<"setFrame:", &M::setFrame>()
-      .method<"setBounds:", &M::setBounds>()
-      .method<"sizeThatFits:", &M::sizeThatFits>()
-      .method<"intrinsicContentSize", &M::intrinsicContentSize>()
-      .method<"layoutSubviews", &M::layoutSubviews>()
+void define_switch() {
+  objc::Class<UISwitch>::implemented_by<Switch>()
+      .initializer<"initWithFrame:", &Switch::initWithFrame>()
+      .method<"setFrame:", &Switch::setFrame>()
+      .method<"setBounds:", &Switch::setBounds>()
+      .method<"sizeThatFits:", &Switch::sizeThatFits>()
+      .method<"intrinsicContentSize", &Switch::intrinsicContentSize>()
+      .method<"layoutSubviews", &Switch::layoutSubviews>()
       .method<"isOn", &Switch::isOn>()
-      .method<"setOn:", &M::setOn>()
+      .method<"setOn:", &Switch::set_on_at_once>()
       .method<"setOn:animated:", &Switch::setOn>()
-      .method<"onTintColor", &M::onTintColor>()
+      .getter<"onTintColor", &Switch::on_tint_>()
       .method<"setOnTintColor:", &Switch::setOnTintColor>()
-      .method<"thumbTintColor", &M::thumbTintColor>()
+      .getter<"thumbTintColor", &Switch::thumb_tint_>()
       .method<"setThumbTintColor:", &Switch::setThumbTintColor>()
-      .method<"beginTrackingWithTouch:withEvent:", &M::beginTracking>()
-      .method<"continueTrackingWithTouch:withEvent:", &M::continueTracking>()
-      .method<"endTrackingWithTouch:withEvent:", &M::endTracking>()
-      .method<"cancelTrackingWithEvent:", &M::cancelTracking>()
-      .method<"accessibilityValue", &M::accessibilityValue>()
-      .method<"_controlStateChanged", &M::stateChanged>()
-      .method<"_handleKey:", &M::handleKey>()
+      .method<"beginTrackingWithTouch:withEvent:", &Switch::beginTracking>()
+      .method<"continueTrackingWithTouch:withEvent:", &Switch::continueTracking>()
+      .method<"endTrackingWithTouch:withEvent:", &Switch::endTracking>()
+      .method<"cancelTrackingWithEvent:", &Switch::cancelTracking>()
+      .method<"accessibilityValue", &Switch::accessibilityValue>()
+      .method<hooks::kControlStateChanged, &Switch::stateChanged>()
+      .method<hooks::kHandleKey, &Switch::handleKey>()
       .register_class();
 }
 

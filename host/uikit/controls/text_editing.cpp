@@ -4,40 +4,20 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/uikit/controls/text_field_state.hpp"
+#include "host/uikit/controls/text_field.hpp"
+#include "host/uikit/events/touch.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-using Self = TextField;
-
 bool is_low_surrogate(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
-/// Yes where the delegate has no such method.
-bool ask(const Self& self, auto selector_constant) {
-  constexpr auto kSelector = decltype(selector_constant)::kName;
-  const NSObject delegate = self.field().delegate.lock();
-  return !objc::responds_to(delegate, objc::selector<kSelector>()) ||
-         objc::send<kSelector, bool>(delegate, self);
-}
 template <objc::FixedString Name>
 struct Named {
   static constexpr auto kName = Name;
 };
 
-template <objc::FixedString Sel>
-NSObject answering(const Self& self) {
-  const NSObject delegate = self.field().delegate.lock();
-  return objc::responds_to(delegate, objc::selector<Sel>()) ? delegate : NSObject();
-}
-
-std::size_t index_at(const Self& self, const Touch& touch) {
-  const Rect area = TextFieldLine::area(self, self.bounds());
-  const auto line = TextFieldLine::set(self, TextFieldLine::shown(self));
-  const double x = touch.locationInView(self).x - TextFieldLine::x(self, area, line->size().width);
-  return std::min(line->index_at({x, line->size().height / 2}), self.field().text.size());
-}
 std::size_t step(const std::u16string& text, std::size_t from, int direction) {
   if (direction < 0) {
     if (from == 0) return 0;
@@ -48,160 +28,174 @@ std::size_t step(const std::u16string& text, std::size_t from, int direction) {
   ++from;
   return from < text.size() && is_low_surrogate(text[from]) ? from + 1 : from;
 }
-bool press_return(const Self& self) {
-  const Self kept = self;
-  if (!ask(kept, Named<"textFieldShouldReturn:">())) return true;
-  kept.sendActions(control_event::kEditingDidEndOnExit);
-  kept.sendActions(control_event::kPrimaryActionTriggered);
-  objc::send<"resignFirstResponder", bool>(kept);
+}  // namespace
+
+/// Yes where the delegate has no such method.
+bool TextField::ask_delegate(auto selector_constant) const {
+  constexpr auto kSelector = decltype(selector_constant)::kName;
+  const NSObject delegate = delegate_.lock();
+  return !objc::responds_to(delegate, objc::selector<kSelector>()) ||
+         objc::send<kSelector, bool>(delegate, self());
+}
+
+template <objc::FixedString Sel>
+void TextField::tell_delegate() const {
+  const NSObject delegate = delegate_.lock();
+  if (objc::responds_to(delegate, objc::selector<Sel>())) objc::send<Sel>(delegate, self());
+}
+
+std::size_t TextField::index_at(const UITouch& touch) {
+  const Rect area = text_area(self().bounds());
+  const auto line = line_with(shown_text());
+  const double x = touch.locationInView(self()).x - line_start(area, line->size().width);
+  return std::min(line->index_at({x, line->size().height / 2}), text_.size());
+}
+
+bool TextField::press_return() {
+  const UITextField kept = self();
+  if (!ask_delegate(Named<"textFieldShouldReturn:">())) return true;
+  kept.sendActionsForControlEvents(UIControlEventEditingDidEndOnExit);
+  kept.sendActionsForControlEvents(UIControlEventPrimaryActionTriggered);
+  kept.resignFirstResponder();
   return false;  // and the default answer of an alert is given
 }
 
-}  // namespace
+bool TextField::canBecomeFirstResponder() {
+  return self().isEnabled() && ask_delegate(Named<"textFieldShouldBeginEditing:">());
+}
 
-bool TextEditing::canBecomeFirstResponder(const Self& self) {
-  return self.isEnabled() && ask(self, Named<"textFieldShouldBeginEditing:">());
-}
-bool TextEditing::canResignFirstResponder(const Self& self) {
-  return ask(self, Named<"textFieldShouldEndEditing:">());
-}
-bool TextEditing::becomeFirstResponder(const Self& self) {
-  if (self.field().editing) return true;
-  if (!objc::send_super<"becomeFirstResponder", bool>(self, objc::class_for<Control>())) return false;
-  TextFieldState& state = self.field();
-  state.editing = true;
-  if (state.clears_on_begin) state.text.clear();
-  state.anchor = state.caret = state.text.size();
-  TextFieldLine::keep_caret_in_sight(self);
-  self.setNeedsDisplay();
-  objc::send<"textFieldDidBeginEditing:">(answering<"textFieldDidBeginEditing:">(self), self);
-  self.sendActions(control_event::kEditingDidBegin);
+bool TextField::canResignFirstResponder() { return ask_delegate(Named<"textFieldShouldEndEditing:">()); }
+
+bool TextField::becomeFirstResponder() {
+  if (editing_) return true;
+  if (!super<"becomeFirstResponder", bool>()) return false;
+  editing_ = true;
+  if (clears_on_begin_) text_.clear();
+  anchor_ = caret_ = text_.size();
+  keep_caret_in_sight();
+  self().setNeedsDisplay();
+  tell_delegate<"textFieldDidBeginEditing:">();
+  self().sendActionsForControlEvents(UIControlEventEditingDidBegin);
   return true;
 }
-bool TextEditing::resignFirstResponder(const Self& self) {
-  const Self kept = self;
-  if (!objc::send_super<"resignFirstResponder", bool>(kept, objc::class_for<Control>())) return false;
-  if (!std::exchange(kept.field().editing, false)) return true;
-  kept.field().scrolled = 0;
-  kept.setNeedsDisplay();
-  objc::send<"textFieldDidEndEditing:">(answering<"textFieldDidEndEditing:">(kept), kept);
-  kept.sendActions(control_event::kEditingDidEnd);
+
+bool TextField::resignFirstResponder() {
+  const UITextField kept = self();
+  if (!super<"resignFirstResponder", bool>()) return false;
+  if (!std::exchange(editing_, false)) return true;
+  scrolled_ = 0;
+  self().setNeedsDisplay();
+  tell_delegate<"textFieldDidEndEditing:">();
+  self().sendActionsForControlEvents(UIControlEventEditingDidEnd);
   return true;
 }
-// Touches place the caret; a second tap takes it all.
-void TextEditing::touchesBegan(const Self& self, const NSObject& touches, const Event&) {
-  if (!self.isEnabled()) return;
-  const Touch touch = touch_of(touches);
-  if (!objc::send<"becomeFirstResponder", bool>(self)) return;
-  TextFieldState& state = self.field();
-  state.caret = index_at(self, touch);
-  state.anchor = touch.parts().tap_count > 1 ? 0 : state.caret;
-  if (touch.parts().tap_count > 1) state.caret = state.text.size();
-  self.setNeedsDisplay();
-}
-void TextEditing::touchesMoved(const Self& self, const NSObject& touches, const Event&) {
-  if (!self.field().editing) return;
-  self.field().caret = index_at(self, touch_of(touches));
-  TextFieldLine::keep_caret_in_sight(self);
-  self.setNeedsDisplay();
-}
-void TextEditing::touchesEnded(const Self&, const NSObject&, const Event&) {}
 
-void TextEditing::move_caret(const Self& self, std::size_t to, bool extend) {
-  TextFieldState& state = self.field();
-  state.caret = to;
-  if (!extend) state.anchor = to;
-  TextFieldLine::keep_caret_in_sight(self);
-  self.setNeedsDisplay();
+void TextField::touchesBegan(const NSObject& touches, const UIEvent&) {
+  if (!self().isEnabled()) return;
+  const UITouch touch = touch_of(touches);
+  if (!self().becomeFirstResponder()) return;
+  caret_ = index_at(touch);
+  anchor_ = touch.tapCount() > 1 ? 0 : caret_;
+  if (touch.tapCount() > 1) caret_ = text_.size();
+  self().setNeedsDisplay();
 }
 
-bool TextEditing::handleKey(const Self& self, const Key& key) {
-  TextFieldState& state = self.field();
-  if (!state.editing) {
-    if (!key.is_space() && key.code() != KeyCode::Return) return false;
-    return objc::send<"becomeFirstResponder", bool>(self);
+void TextField::touchesMoved(const NSObject& touches, const UIEvent&) {
+  if (!editing_) return;
+  caret_ = index_at(touch_of(touches));
+  keep_caret_in_sight();
+  self().setNeedsDisplay();
+}
+
+void TextField::move_caret(std::size_t to, bool extend) {
+  caret_ = to;
+  if (!extend) anchor_ = to;
+  keep_caret_in_sight();
+  self().setNeedsDisplay();
+}
+
+bool TextField::handleKey(const UIKey& key) {
+  if (!editing_) {
+    if (!key.press().is_space() && key.press().code != KeyCode::Return) return false;
+    return self().becomeFirstResponder();
   }
-  const bool selected = state.anchor != state.caret;
-  const auto [low, high] = std::minmax(state.anchor, state.caret);
-  switch (key.code()) {
+  const bool selected = anchor_ != caret_;
+  const auto [low, high] = std::minmax(anchor_, caret_);
+  switch (key.press().code) {
     case KeyCode::Text:
-      if (key.key().command) {
-        if (key.key().text != "a") return false;
-        state.anchor = 0;
-        TextEditing::move_caret(self, state.text.size(), true);
+      if (key.press().command) {
+        if (key.press().text != "a") return false;
+        anchor_ = 0;
+        move_caret(text_.size(), true);
         return true;
       }
-      self.insert(utf16(NSString(key.key().text.c_str())));
+      insert(utf16(NSString(key.press().text.c_str())));
       return true;
     case KeyCode::Backspace:
-      if (!selected) state.anchor = step(state.text, state.caret, -1);
-      self.insert(u"");
+      if (!selected) anchor_ = step(text_, caret_, -1);
+      insert(u"");
       return true;
     case KeyCode::Delete:
-      if (!selected) state.anchor = step(state.text, state.caret, 1);
-      self.insert(u"");
+      if (!selected) anchor_ = step(text_, caret_, 1);
+      insert(u"");
       return true;
     case KeyCode::Left:
     case KeyCode::Right: {
-      const int direction = key.code() == KeyCode::Left ? -1 : 1;
-      const bool collapses = selected && !key.key().shift;
+      const int direction = key.press().code == KeyCode::Left ? -1 : 1;
+      const bool collapses = selected && !key.press().shift;
       const std::size_t edge = direction < 0 ? low : high;
-      TextEditing::move_caret(self, collapses ? edge : step(state.text, state.caret, direction),
-                              key.key().shift);
+      move_caret(collapses ? edge : step(text_, caret_, direction), key.press().shift);
       return true;
     }
     case KeyCode::Home:
     case KeyCode::Up:
-      TextEditing::move_caret(self, 0, key.key().shift);
+      move_caret(0, key.press().shift);
       return true;
     case KeyCode::End:
     case KeyCode::Down:
-      TextEditing::move_caret(self, state.text.size(), key.key().shift);
+      move_caret(text_.size(), key.press().shift);
       return true;
     case KeyCode::Return:
-      return press_return(self);
+      return press_return();
     case KeyCode::Escape:
       // An alert around it is cancelled by the same key.
-      objc::send<"resignFirstResponder", bool>(self);
+      self().resignFirstResponder();
       return false;
     default:
       return false;
   }
 }
-void TextEditing::insertText(const Self& self, const NSString& text) { self.insert(utf16(text)); }
-void TextEditing::deleteBackward(const Self& self) {
-  TextFieldState& state = self.field();
-  if (state.anchor == state.caret) state.anchor = step(state.text, state.caret, -1);
-  self.insert(u"");
-}
-bool TextEditing::hasText(const Self& self) { return !self.field().text.empty(); }
-void TextEditing::selectAll(const Self& self, const NSObject&) {
-  self.field().anchor = 0;
-  TextEditing::move_caret(self, self.field().text.size(), true);
+
+void TextField::deleteBackward() {
+  if (anchor_ == caret_) anchor_ = step(text_, caret_, -1);
+  insert(u"");
 }
 
-NSString TextField::selected_text() const {
-  const TextFieldState& state = field();
-  const auto [low, high] = std::minmax(state.anchor, state.caret);
-  return string_of(state.secure ? u"" : state.text.substr(low, high - low));
+void TextField::selectAll(const NSObject&) {
+  anchor_ = 0;
+  move_caret(text_.size(), true);
 }
 
-bool TextField::insert(const std::u16string& added) const {
-  TextFieldState& state = field();
+NSString TextField::selected_text() {
+  const auto [low, high] = std::minmax(anchor_, caret_);
+  return string_of(secure_ ? u"" : text_.substr(low, high - low));
+}
+
+bool TextField::insert(const std::u16string& added) {
   std::u16string clean;
   for (const char16_t unit : added) {
     if (unit != u'\n' && unit != u'\r') clean.push_back(unit);  // one line
   }
-  const auto [low, high] = std::minmax(state.anchor, state.caret);
-  const NSObject delegate = state.delegate.lock();
+  const auto [low, high] = std::minmax(anchor_, caret_);
+  const NSObject delegate = delegate_.lock();
   constexpr auto kMayChange = objc::FixedString{"textField:shouldChangeCharactersInRange:replacementString:"};
   if (objc::responds_to(delegate, objc::selector<kMayChange>()) &&
-      !objc::send<kMayChange, bool>(delegate, *this, NSRange{low, high - low}, string_of(clean))) {
+      !objc::send<kMayChange, bool>(delegate, self(), NSRange{low, high - low}, string_of(clean))) {
     return false;
   }
-  state.text.replace(low, high - low, clean);
-  TextEditing::move_caret(*this, low + clean.size(), false);
-  sendActions(control_event::kEditingChanged);
+  text_.replace(low, high - low, clean);
+  move_caret(low + clean.size(), false);
+  self().sendActionsForControlEvents(UIControlEventEditingChanged);
   return true;
 }
 

@@ -1,91 +1,79 @@
 // host/uikit/effects/backdrop_view.cpp: _UIBackdropView: the older frosted pane, which sheets still use.
 
-#include "host/uikit/effects/backdrop_view.hpp"
-
+#include "host/graphics/material.hpp"
+#include "host/uikit/effects/effects.hpp"
+#include "host/uikit/painting/painter.hpp"
 #include "host/uikit/painting/panes.hpp"
+#include "host/uikit/views/geometry.hpp"
 
 namespace wispen::uikit {
 
-struct BackdropSettingsState {
+namespace {
+
+class BackdropSettings : public objc::Implementation<BackdropSettings, UIBackdropViewSettings> {
+ public:
+  static UIBackdropViewSettings for_style(objc::ClassRef, NSInteger style) {
+    const UIBackdropViewSettings settings = objc::make<UIBackdropViewSettings>();
+    of(settings).style = style;
+    return settings;
+  }
   NSInteger style = 0;
 };
 
-struct BackdropState {
-  BackdropSettings settings;
-  bool fills_superview = false;
-};
-
-BackdropSettings BackdropSettings::make(NSInteger style) {
-  const BackdropSettings settings = objc::make<BackdropSettings>();
-  settings.state<BackdropSettingsState>().style = style;
-  return settings;
-}
-NSInteger BackdropSettings::style() const { return state<BackdropSettingsState>().style; }
-
-BackdropState& BackdropView::parts() const { return state<BackdropState>(); }
-BackdropSettings BackdropView::settings() const { return parts().settings; }
-
-struct BackdropMethods {
-  using Self = BackdropView;
-
-  static BackdropSettings settingsForStyle(objc::ClassRef, NSInteger style) {
-    return BackdropSettings::make(style);
-  }
-
-  static Self initWithSettings(objc::Allocated<Self> self, const Rect& frame, bool fills,
-                               const BackdropSettings& settings) {
-    Self view = std::move(self).initialize_super<"initWithFrame:">(frame);
-    if (!view) return view;
-    view.parts().settings = settings;
-    view.parts().fills_superview = fills;
-    view.setUserInteractionEnabled(false);
-    if (fills) view.setAutoresizingMask(18);
-    return view;
-  }
-  static Self initWithFrame(objc::Allocated<Self> self, const Rect& frame) {
+class BackdropView : public objc::Implementation<BackdropView, UIBackdropView> {
+ public:
+  static UIBackdropView initWithFrame(objc::Allocated<UIBackdropView> self, const Rect& frame) {
     return std::move(self).initialize<"initWithFrame:autosizesToFitSuperview:settings:">(
-        frame, false, BackdropSettings::make(0));
+        frame, false, UIBackdropViewSettings::settingsForStyle(0));
   }
-  static Self initOfSettings(objc::Allocated<Self> self, const BackdropSettings& settings) {
+  static UIBackdropView initWithSettings(objc::Allocated<UIBackdropView> self,
+                                         const UIBackdropViewSettings& settings) {
     return std::move(self).initialize<"initWithFrame:autosizesToFitSuperview:settings:">(Rect{}, true,
                                                                                          settings);
   }
-  static bool fills(const Self& self) { return self.parts().fills_superview; }
-
-  static void didMoveToSuperview(const Self& self) {
-    const View above = self.superview();
-    if (above && self.parts().fills_superview) self.setFrame(above.bounds());
+  static UIBackdropView init(objc::Allocated<UIBackdropView> self, const Rect& frame, bool fills_superview,
+                             const UIBackdropViewSettings& settings) {
+    UIBackdropView view = super_init<"initWithFrame:">(std::move(self), frame);
+    if (!view) return view;
+    of(view).settings = settings;
+    of(view).fills_superview = fills_superview;
+    view.setUserInteractionEnabled(false);
+    if (fills_superview)
+      view.setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    return view;
   }
-  static void didMoveToWindow(const Self& self) { note_pane(self); }
-
-  static void paint(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
-    const BackdropSettings settings = view.as<Self>().settings();
+  void didMoveToSuperview() {
+    const UIView above = self().superview();
+    if (above && fills_superview) self().setFrame(above.bounds());
+  }
+  void didMoveToWindow() { note_pane(self()); }
+  void paint(graphics::Canvas& canvas, const Rect& bounds) {
     if (!settings) return;
-    paint_pane(view, canvas, bounds, graphics::backdrop_material(static_cast<int>(settings.style())));
+    const auto style = static_cast<int>(BackdropSettings::of(settings).style);
+    paint_pane(self(), canvas, bounds, graphics::backdrop_material(style));
   }
+
+  UIBackdropViewSettings settings;
+  bool fills_superview = false;
 };
 
-void BackdropSettings::define() {
-  objc::Class<BackdropSettings>()
-      .state<BackdropSettingsState>()
-      .class_method<"settingsForStyle:", &BackdropMethods::settingsForStyle>()
-      .method<"style", &BackdropSettings::style>()
-      .register_class();
-}
+}  // namespace
 
-void BackdropView::define() {
-  using M = BackdropMethods;
-  objc::Class<BackdropView>()
-      .state<BackdropState>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
-      .initializer<"initWithSettings:", &M::initOfSettings>()
-      .initializer<"initWithFrame:autosizesToFitSuperview:settings:", &M::initWithSettings>()
-      .method<"inputSettings", &BackdropView::settings>()
-      .method<"autosizesToFitSuperview", &M::fills>()
-      .method<"didMoveToSuperview", &M::didMoveToSuperview>()
-      .method<"didMoveToWindow", &M::didMoveToWindow>()
+void define_backdrop_view() {
+  objc::Class<UIBackdropViewSettings>::implemented_by<BackdropSettings>()
+      .class_method<"settingsForStyle:", &BackdropSettings::for_style>()
+      .getter<"style", &BackdropSettings::style>()
       .register_class();
-  set_painter(objc::class_for<BackdropView>(), &M::paint);
+  objc::Class<UIBackdropView>::implemented_by<BackdropView>()
+      .initializer<"initWithFrame:", &BackdropView::initWithFrame>()
+      .initializer<"initWithSettings:", &BackdropView::initWithSettings>()
+      .initializer<"initWithFrame:autosizesToFitSuperview:settings:", &BackdropView::init>()
+      .getter<"inputSettings", &BackdropView::settings>()
+      .getter<"autosizesToFitSuperview", &BackdropView::fills_superview>()
+      .method<"didMoveToSuperview", &BackdropView::didMoveToSuperview>()
+      .method<"didMoveToWindow", &BackdropView::didMoveToWindow>()
+      .register_class();
+  set_painter<&BackdropView::paint>();
 }
 
 }  // namespace wispen::uikit

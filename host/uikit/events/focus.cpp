@@ -4,17 +4,18 @@
 
 #include <algorithm>
 
-#include "host/uikit/controllers/view_controller.hpp"
+#include "host/uikit/hooks.hpp"
 #include "host/uikit/painting/focus_ring.hpp"
 #include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
+#include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
 struct Focus {
-  objc::Weak<View> place;
+  objc::Weak<UIView> view;
   bool resting = false;
 };
 
@@ -23,79 +24,79 @@ Focus& slot() {
   return focused;
 }
 
-View remembered_view() {
-  View view = slot().place.lock();
-  return view && view.window() ? view : View();
+UIView remembered_view() {
+  UIView view = slot().view.lock();
+  return view && view.window() ? view : UIView();
 }
 
-void show_change(const View& changed) {
-  if (const Window window = changed.window()) {
-    window.add_damage(
-        changed.convertRectToView(changed.bounds().inset(-kFocusRingReach, -kFocusRingReach), window));
+void show_change(const UIView& changed) {
+  if (const UIWindow window = changed.window()) {
+    const Rect around = View::of(changed).bounds().inset(-kFocusRingReach, -kFocusRingReach);
+    Window::of(window).add_damage(changed.convertRectToView(around, window));
   }
 }
 
 /// What of a window can be reached: a sheet or an alert covers the rest.
-View reachable_part(const Window& window) {
-  const ViewController root = window.rootViewController();
-  ViewController shown = root;
-  while (shown && shown.presented()) shown = shown.presented();
-  return shown != root ? shown.view_if_loaded() : View(window);
+UIView reachable_part(const UIWindow& window) {
+  const UIViewController root = window.rootViewController();
+  UIViewController shown = root;
+  while (shown && shown.presentedViewController()) shown = shown.presentedViewController();
+  return shown != root ? shown.viewIfLoaded() : UIView(window);
 }
 
-void collect(const View& view, std::vector<View>& all) {
-  const ViewState& state = view.parts();
-  if (state.hidden || !state.interaction || state.alpha < 0.01) return;
+void collect(const UIView& view, std::vector<UIView>& all) {
+  const View& own = View::of(view);
+  if (own.isHidden() || !own.isUserInteractionEnabled() || own.alpha() < kInvisibleAlpha) return;
   if (objc::responds_to(view, objc::selector<"canBecomeFocused">()) &&
       objc::send<"canBecomeFocused", bool>(view)) {
     all.push_back(view);
   }
-  // By place, not by the order in which views were added: a reader goes from the top down.
-  std::vector<View> inside = view.subviews();
-  std::ranges::stable_sort(inside, {}, [](const View& subview) { return subview.frame().min_y(); });
-  for (const View& subview : inside) collect(subview, all);
+  // By position, not by the order in which views were added: a reader goes from the top down.
+  std::vector<UIView> inside = own.subviews();
+  std::ranges::stable_sort(inside, {}, [](const UIView& subview) { return View::of(subview).frame().min_y(); });
+  for (const UIView& subview : inside) collect(subview, all);
 }
 
 }  // namespace
 
-View focused_view() {
-  if (slot().resting) return View();
-  View view = remembered_view();
-  return view && view.isDescendantOfView(reachable_part(view.window())) ? view : View();
+UIView focused_view() {
+  if (slot().resting) return UIView();
+  UIView view = remembered_view();
+  return view && view.isDescendantOfView(reachable_part(view.window())) ? view : UIView();
 }
 
 void rest_focus() {
-  const View old = focused_view();
+  const UIView old = focused_view();
   slot().resting = true;
   if (old) show_change(old);
 }
 
-void focus(const View& view) {
-  const View old = focused_view();
+void focus(const UIView& view) {
+  const UIView old = focused_view();
   if (old == view) return;
-  slot().place = view;
+  slot().view = view;
   slot().resting = false;
-  for (const View& changed : {old, view}) {
+  for (const UIView& changed : {old, view}) {
     if (changed) show_change(changed);
   }
-  for (View above = view; above; above = above.superview()) {
-    if (!objc::responds_to(above, objc::selector<"_revealFocusedView:">())) continue;
-    objc::send<"_revealFocusedView:">(above, view);
+  for (UIView above = view; above; above = View::of(above).superview()) {
+    if (!objc::responds_to(above, objc::selector<hooks::kRevealFocusedView>())) continue;
+    objc::send<hooks::kRevealFocusedView>(above, view);
     break;
   }
 }
 
-std::vector<View> focusable_views() {
-  std::vector<View> all;
-  const std::vector<Window> windows = Application::shared().windows();
+std::vector<UIView> focusable_views() {
+  std::vector<UIView> all;
+  const std::vector<UIWindow> windows = Application::shared().windows();
   for (auto window = windows.rbegin(); window != windows.rend() && all.empty(); ++window) {
-    if (const View top = reachable_part(*window)) collect(top, all);
+    if (const UIView top = reachable_part(*window)) collect(top, all);
   }
   return all;
 }
 
 bool move_focus(bool forward) {
-  const std::vector<View> all = focusable_views();
+  const std::vector<UIView> all = focusable_views();
   if (all.empty()) return false;
   const auto here = std::ranges::find(all, remembered_view());
   if (here == all.end()) {

@@ -5,120 +5,89 @@
 #include <algorithm>
 
 #include "host/uikit/events/touch.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
-View GestureRecognizer::view() const { return recognition().view.get(); }
-void GestureRecognizer::set_view(const View& view) const { recognition().view = objc::Unowned<View>(view); }
+using enum UIGestureRecognizerState;
 
-bool GestureRecognizer::recognized() const {
-  const GestureState now = recognition().state;
-  return now == GestureState::Began || now == GestureState::Changed || now == GestureState::Ended;
+UIGestureRecognizer GestureRecognizer::init(objc::Allocated<UIGestureRecognizer> self) {
+  return std::move(self).initialize<"initWithTarget:action:">(NSObject(), objc::Selector());
 }
 
-void GestureRecognizer::move_to(GestureState state) const {
-  const GestureRecognizer kept = *this;
-  kept.recognition().state = state;
-  if (state == GestureState::Possible || state == GestureState::Failed) return;
-  for (const GestureTarget& target : std::vector<GestureTarget>(kept.recognition().targets)) {
+UIGestureRecognizer GestureRecognizer::initWithTarget(objc::Allocated<UIGestureRecognizer> self,
+                                                      const NSObject& target, objc::Selector action) {
+  UIGestureRecognizer recognizer = super_init<"init">(std::move(self));
+  if (recognizer && target) recognizer.addTarget(target, action);
+  return recognizer;
+}
+
+bool GestureRecognizer::recognized() const { return state_ == Began || state_ == Changed || state_ == Ended; }
+
+void GestureRecognizer::setState(UIGestureRecognizerState state) {
+  const UIGestureRecognizer kept = self();
+  state_ = state;
+  if (state == Possible || state == Failed) return;
+  for (const Target& target : std::vector<Target>(targets_)) {
     const NSObject receiver = target.target.lock();
     if (receiver) objc::perform(receiver, target.action, kept);
   }
 }
 
-void GestureRecognizer::reset() const { recognition().state = GestureState::Possible; }
-
-void GestureRecognizer::addTarget(const NSObject& target, objc::Selector action) const {
-  recognition().targets.push_back({target, action});
+void GestureRecognizer::finish(UIGestureRecognizerState recognized_end) {
+  setState(recognized() ? recognized_end : Failed);
 }
 
-void GestureRecognizer::removeTarget(const NSObject& target, objc::Selector action) const {
-  std::erase_if(recognition().targets, [&](const GestureTarget& known) {
+void GestureRecognizer::setEnabled(bool enabled) {
+  enabled_ = enabled;
+  if (!enabled && recognized()) setState(Cancelled);
+}
+
+void GestureRecognizer::removeTarget(const NSObject& target, objc::Selector action) {
+  std::erase_if(targets_, [&](const Target& known) {
     return (!target || known.target.lock() == target) && (!action || known.action == action);
   });
 }
 
-Point GestureRecognizer::locationInView(const View& view) const {
-  const View own = this->view();
-  const View window = own ? objc::send<"window", View>(own) : View();
-  const Point place = recognition().location;
-  return view && window ? window.convertPointToView(place, view) : place;
+Point GestureRecognizer::locationInView(const UIView& view) const {
+  const UIView own = this->view();
+  const UIView window = own ? View::of(own).window() : UIView();
+  return view && window ? Point(window.convertPointToView(location_, view)) : location_;
+}
+
+template <objc::FixedString Sel>
+void GestureRecognizer::deliver(const UITouch& touch) {
+  location_ = Touch::of(touch).location;
+  objc::send<Sel>(UIGestureRecognizer(self()), touches_with(touch), event_with(touch));
+}
+
+void GestureRecognizer::touch_began(const UITouch& touch) { deliver<"touchesBegan:withEvent:">(touch); }
+void GestureRecognizer::touch_moved(const UITouch& touch) { deliver<"touchesMoved:withEvent:">(touch); }
+void GestureRecognizer::touch_ended(const UITouch& touch) { deliver<"touchesEnded:withEvent:">(touch); }
+void GestureRecognizer::touch_cancelled(const UITouch& touch) {
+  deliver<"touchesCancelled:withEvent:">(touch);
 }
 
 namespace {
 
-template <objc::FixedString Sel>
-void deliver(const GestureRecognizer& self, const Touch& touch) {
-  self.recognition().location = touch.parts().location;
-  const NSObject touches = objc::send<"setWithObject:", NSObject>(objc::class_named<"NSSet">(), touch);
-  objc::send<Sel>(self, touches, Event::with(touch));
-}
-
-void ignore_touches(const GestureRecognizer&, const NSObject&, const NSObject&) {}
-
-GestureRecognizer with_target(objc::Allocated<GestureRecognizer> self, const NSObject& target,
-                              objc::Selector action) {
-  GestureRecognizer recognizer = std::move(self).initialize_super<"init">();
-  if (recognizer && target) recognizer.addTarget(target, action);
-  return recognizer;
-}
-
-GestureRecognizer plain(objc::Allocated<GestureRecognizer> self) {
-  return std::move(self).initialize<"initWithTarget:action:">(NSObject(), objc::Selector());
-}
-
-struct Methods {
-  static NSInteger state(const GestureRecognizer& self) {
-    return static_cast<NSInteger>(self.gesture_state());
-  }
-  static void setState(const GestureRecognizer& self, NSInteger state) {
-    self.move_to(static_cast<GestureState>(state));
-  }
-  static void setEnabled(const GestureRecognizer& self, bool enabled) {
-    self.recognition().enabled = enabled;
-    if (!enabled && self.recognized()) self.move_to(GestureState::Cancelled);
-  }
-  static bool cancelsTouches(const GestureRecognizer& self) { return self.recognition().cancels_touches; }
-  static void setCancelsTouches(const GestureRecognizer& self, bool cancels) {
-    self.recognition().cancels_touches = cancels;
-  }
-  static NSObject delegate(const GestureRecognizer& self) { return self.recognition().delegate.lock(); }
-  static void setDelegate(const GestureRecognizer& self, const NSObject& delegate) {
-    self.recognition().delegate = delegate;
-  }
-};
+void ignore_touches(const UIGestureRecognizer&, const NSObject&, const NSObject&) {}
 
 }  // namespace
 
-void GestureRecognizer::touch_began(const Touch& touch) const {
-  deliver<"touchesBegan:withEvent:">(*this, touch);
-}
-void GestureRecognizer::touch_moved(const Touch& touch) const {
-  deliver<"touchesMoved:withEvent:">(*this, touch);
-}
-void GestureRecognizer::touch_ended(const Touch& touch) const {
-  deliver<"touchesEnded:withEvent:">(*this, touch);
-}
-void GestureRecognizer::touch_cancelled(const Touch& touch) const {
-  deliver<"touchesCancelled:withEvent:">(*this, touch);
-}
-
-void GestureRecognizer::define() {
-  objc::Class<GestureRecognizer>()
-      .state<GestureRecognizerState>()
-      .initializer<"init", &plain>()
-      .initializer<"initWithTarget:action:", &with_target>()
+void define_gesture_recognizers() {
+  objc::Class<UIGestureRecognizer>::implemented_by<GestureRecognizer>()
+      .initializer<"init", &GestureRecognizer::init>()
+      .initializer<"initWithTarget:action:", &GestureRecognizer::initWithTarget>()
       .method<"addTarget:action:", &GestureRecognizer::addTarget>()
       .method<"removeTarget:action:", &GestureRecognizer::removeTarget>()
       .method<"view", &GestureRecognizer::view>()
-      .method<"state", &Methods::state>()
-      .method<"setState:", &Methods::setState>()
+      .method<"state", &GestureRecognizer::state>()
+      .method<"setState:", &GestureRecognizer::setState>()
       .method<"isEnabled", &GestureRecognizer::isEnabled>()
-      .method<"setEnabled:", &Methods::setEnabled>()
-      .method<"cancelsTouchesInView", &Methods::cancelsTouches>()
-      .method<"setCancelsTouchesInView:", &Methods::setCancelsTouches>()
-      .method<"delegate", &Methods::delegate>()
-      .method<"setDelegate:", &Methods::setDelegate>()
+      .method<"setEnabled:", &GestureRecognizer::setEnabled>()
+      .property<"cancelsTouchesInView", "setCancelsTouchesInView:", &GestureRecognizer::cancels_touches_>()
+      .method<"delegate", &GestureRecognizer::delegate>()
+      .method<"setDelegate:", &GestureRecognizer::setDelegate>()
       .method<"locationInView:", &GestureRecognizer::locationInView>()
       .method<"reset", &GestureRecognizer::reset>()
       .method<"touchesBegan:withEvent:", &ignore_touches>()
@@ -126,10 +95,7 @@ void GestureRecognizer::define() {
       .method<"touchesEnded:withEvent:", &ignore_touches>()
       .method<"touchesCancelled:withEvent:", &ignore_touches>()
       .register_class();
-  TapGestureRecognizer::define();
-  LongPressGestureRecognizer::define();
-  PanGestureRecognizer::define();
-  ScreenEdgePanGestureRecognizer::define();
+  define_gestures();
 }
 
 }  // namespace wispen::uikit

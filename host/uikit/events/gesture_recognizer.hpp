@@ -3,117 +3,100 @@
 
 #include <vector>
 
+#include "host/geometry/geometry.hpp"
 #include "host/uikit/views/geometry.hpp"
-#include "platform/Foundation.hpp"
+#include "platform/UIKit/UIGestureRecognizer.hpp"
+#include "platform/UIKit/UITouch.hpp"
 
 namespace wispen::uikit {
 
-class Touch;
-class View;
-
-/// The platform's values.
-enum class GestureState : NSInteger {
-  Possible = 0,
-  Began = 1,
-  Changed = 2,
-  Ended = 3,
-  Cancelled = 4,
-  Failed = 5,
-};
-
-struct GestureTarget {
-  objc::Weak<NSObject> target;
-  objc::Selector action;
-};
-
-struct GestureRecognizerState {
-  objc::Unowned<View> view;  // it owns the recogniser, and clears this when it dies
-  std::vector<GestureTarget> targets;
-  objc::Weak<NSObject> delegate;
-  GestureState state = GestureState::Possible;
-  bool enabled = true;
-  bool cancels_touches = true;
-  Point location;  // in the window
-};
-
 /// The host's UIGestureRecognizer. Its kinds read the touches that their view and all below it get.
-class GestureRecognizer : public objc::Authored<GestureRecognizer, NSObject> {
+class GestureRecognizer : public objc::Implementation<GestureRecognizer, UIGestureRecognizer> {
  public:
-  static constexpr objc::FixedString kClass{"UIGestureRecognizer"};
-  using Authored::Authored;
+  static UIGestureRecognizer init(objc::Allocated<UIGestureRecognizer> self);
+  static UIGestureRecognizer initWithTarget(objc::Allocated<UIGestureRecognizer> self, const NSObject& target,
+                                            objc::Selector action);
 
-  static void define();
-  GestureRecognizerState& recognition() const { return state<GestureRecognizerState>(); }
-
-  View view() const;
-  void set_view(const View& view) const;
-  GestureState gesture_state() const { return recognition().state; }
+  UIView view() const { return view_.get(); }
+  void set_view(const UIView& view) { view_ = objc::Unowned<UIView>(view); }
+  UIGestureRecognizerState state() const { return state_; }
   bool recognized() const;
+  bool possible() const { return state_ == UIGestureRecognizerState::Possible; }
   /// Tells the targets, in order of registration, unless the state only came to nothing.
-  void move_to(GestureState state) const;
-  void addTarget(const NSObject& target, objc::Selector action) const;
-  void removeTarget(const NSObject& target, objc::Selector action) const;
-  Point locationInView(const View& view) const;
+  void setState(UIGestureRecognizerState state);
+  /// What a finger that left means: the end of what was recognised, else nothing.
+  void finish(UIGestureRecognizerState recognized_end);
+  void addTarget(const NSObject& target, objc::Selector action) { targets_.push_back({target, action}); }
+  void removeTarget(const NSObject& target, objc::Selector action);
+  Point locationInView(const UIView& view) const;
+  /// In the window.
+  const Point& location() const { return location_; }
   /// Back to possible, for the next finger.
-  void reset() const;
-  bool isEnabled() const { return recognition().enabled; }
+  void reset() { state_ = UIGestureRecognizerState::Possible; }
+  bool isEnabled() const { return enabled_; }
+  void setEnabled(bool enabled);
+  bool cancels_touches() const { return cancels_touches_; }
+  NSObject delegate() const { return delegate_.lock(); }
+  void setDelegate(const NSObject& delegate) { delegate_ = delegate; }
 
-  // By the touch dispatcher.
-  void touch_began(const Touch& touch) const;
-  void touch_moved(const Touch& touch) const;
-  void touch_ended(const Touch& touch) const;
-  void touch_cancelled(const Touch& touch) const;
+  /// Hands the touch in by one of the four messages of responders.
+  template <objc::FixedString Sel>
+  void deliver(const UITouch& touch);
+  void touch_began(const UITouch& touch);
+  void touch_moved(const UITouch& touch);
+  void touch_ended(const UITouch& touch);
+  void touch_cancelled(const UITouch& touch);
+
+ private:
+  friend void define_gesture_recognizers();
+
+  struct Target {
+    objc::Weak<NSObject> target;
+    objc::Selector action;
+  };
+  objc::Unowned<UIView> view_;  // it owns the recogniser, and clears this when it dies
+  std::vector<Target> targets_;
+  objc::Weak<NSObject> delegate_;
+  UIGestureRecognizerState state_ = UIGestureRecognizerState::Possible;
+  bool enabled_ = true;
+  bool cancels_touches_ = true;
+  Point location_;
 };
-
-struct TapState;
-
-/// Taps: as many as required, each short of way and following the last soon enough.
-class TapGestureRecognizer : public objc::Authored<TapGestureRecognizer, GestureRecognizer> {
- public:
-  static constexpr objc::FixedString kClass{"UITapGestureRecognizer"};
-  using Authored::Authored;
-  static void define();
-  TapState& parts() const;
-};
-
-struct LongPressState;
-
-/// A finger that stays.
-class LongPressGestureRecognizer : public objc::Authored<LongPressGestureRecognizer, GestureRecognizer> {
- public:
-  static constexpr objc::FixedString kClass{"UILongPressGestureRecognizer"};
-  using Authored::Authored;
-  static void define();
-  LongPressState& parts() const;
-};
-
-struct PanState;
 
 /// A finger that moves away from where it came down.
-class PanGestureRecognizer : public objc::Authored<PanGestureRecognizer, GestureRecognizer> {
+class PanGestureRecognizer : public objc::Implementation<PanGestureRecognizer, UIPanGestureRecognizer> {
  public:
-  static constexpr objc::FixedString kClass{"UIPanGestureRecognizer"};
-  using Authored::Authored;
-  static void define();
-  PanState& parts() const;
-  static PanGestureRecognizer with_target(const NSObject& target, objc::Selector action);
-
-  Point translationInView(const View& view) const;
+  Point translationInView(const UIView& view) const;
+  void setTranslation(const Point& translation, const UIView& view);
   /// Points a second.
-  Point velocityInView(const View& view) const;
-  /// Which ways start it; both when none is set. Outside of the platform's interface.
-  void restrict_to(bool horizontal, bool vertical) const;
+  Point velocityInView(const UIView&) const { return velocity_; }
+  /// Which ways start it; both when none is set.
+  void restrict_to(bool horizontal, bool vertical);
+  /// Only a finger that comes from the edge of the screen starts it.
+  void begin_at_edge() { from_edge_ = true; }
   /// How far the finger moved in the window since it began, the first steps included.
   Point way() const;
+
+  void touchesBegan(const NSObject& touches, const NSObject& event);
+  void touchesMoved(const NSObject& touches, const NSObject& event);
+  void touchesEnded(const NSObject& touches, const NSObject& event);
+  void touchesCancelled(const NSObject& touches, const NSObject& event);
+
+ private:
+  GestureRecognizer& gesture() const { return GestureRecognizer::of(self()); }
+  bool starts_at(const Point& point) const;
+
+  bool horizontal_ = true;
+  bool vertical_ = true;
+  bool from_edge_ = false;
+  Point origin_;  // where the translation is zero, in the window
+  Point start_;
+  Point velocity_;
+  double last_time_ = 0;
 };
 
-/// A pan that starts at the edge of the screen: the platform's way back.
-class ScreenEdgePanGestureRecognizer
-    : public objc::Authored<ScreenEdgePanGestureRecognizer, PanGestureRecognizer> {
- public:
-  static constexpr objc::FixedString kClass{"UIScreenEdgePanGestureRecognizer"};
-  using Authored::Authored;
-  static void define();
-};
+/// The base first, then taps, long presses, pans and pans from the edge of the screen: the platform's way back.
+void define_gesture_recognizers();
+void define_gestures();
 
 }  // namespace wispen::uikit

@@ -2,50 +2,52 @@
 
 #include "host/uikit/events/key.hpp"
 
-#include "host/uikit/controllers/view_controller.hpp"
 #include "host/uikit/events/focus.hpp"
+#include "host/uikit/hooks.hpp"
 #include "host/uikit/views/application.hpp"
 #include "host/uikit/views/responder.hpp"
 
 namespace wispen::uikit {
 
-Key Key::make(KeyState key) {
-  Key made = objc::make<Key>();
-  made.state<KeyState>() = std::move(key);
-  return made;
-}
-
-void Key::define() { objc::Class<Key>().state<KeyState>().register_class(); }
-
 namespace {
 
-bool offer(Responder responder, const Key& key) {
-  for (; responder; responder = responder.next()) {
-    if (objc::responds_to(responder, objc::selector<"_handleKey:">()) &&
-        objc::send<"_handleKey:", bool>(responder, key)) {
+class Key : public objc::Implementation<Key, UIKey> {
+ public:
+  KeyPress press;
+};
+
+bool offer(UIResponder responder, const UIKey& key) {
+  for (; responder; responder = responder.nextResponder()) {
+    if (objc::responds_to(responder, objc::selector<hooks::kHandleKey>()) &&
+        objc::send<hooks::kHandleKey, bool>(responder, key)) {
       return true;
     }
   }
   return false;
 }
 
-Responder topmost_controller() {
-  ViewController controller = Application::shared().key_window().rootViewController();
-  while (controller && controller.presented()) controller = controller.presented();
+UIResponder topmost_controller() {
+  UIViewController controller = Application::shared().key_window().rootViewController();
+  while (controller && controller.presentedViewController()) controller = controller.presentedViewController();
   return controller;
 }
 
 }  // namespace
 
-bool press_key(const KeyState& state) {
-  const Key key = Key::make(state);
-  const Responder first = Responder::first();
+const KeyPress& UIKey::press() const { return Key::of(*this).press; }
+
+void define_key() { objc::Class<UIKey>::implemented_by<Key>().register_class(); }
+
+bool press_key(const KeyPress& press) {
+  const UIKey key = objc::make<UIKey>();
+  Key::of(key).press = press;
+  const UIResponder first = first_responder();
   if (first && offer(first, key)) return true;
-  if (state.code == KeyCode::Tab) return move_focus(!state.shift);
-  const View focused = focused_view();
+  if (press.code == KeyCode::Tab) return move_focus(!press.shift);
+  const UIView focused = focused_view();
   if (focused && focused != first && offer(focused, key)) return true;
   if (first || focused) return false;
-  const std::vector<View> candidates = focusable_views();
+  const std::vector<UIView> candidates = focusable_views();
   if (!candidates.empty()) return offer(candidates.front().superview(), key);
   // Nothing there takes the focus, as on a sheet of text: the page itself may know the key.
   return offer(topmost_controller(), key);

@@ -7,8 +7,6 @@
 
 namespace wispen::uikit {
 
-class Responder;
-
 enum class KeyCode : NSInteger {
   Text,  // what it writes is in `text`
   Tab,
@@ -26,27 +24,30 @@ enum class KeyCode : NSInteger {
   PageDown,
 };
 
-struct KeyState {
+/// What was pressed.
+struct KeyPress {
   KeyCode code = KeyCode::Text;
   std::string text;  // UTF-8
   bool shift = false;
   bool command = false;  // control on a desktop keyboard
+
+  bool is_space() const { return code == KeyCode::Text && text == " "; }
 };
 
-class Key : public objc::Authored<Key, NSObject> {
+/// A key on its way along the responder chain.
+class UIKey : public NSObject {
  public:
+  using Base = NSObject;
   static constexpr objc::FixedString kClass{"UIKey"};
-  using Authored::Authored;
+  using NSObject::NSObject;
 
-  static void define();
-  static Key make(KeyState key);
-  const KeyState& key() const { return state<KeyState>(); }
-  KeyCode code() const { return key().code; }
-  bool is_space() const { return code() == KeyCode::Text && key().text == " "; }
+  const KeyPress& press() const;
 };
+
+void define_key();
 
 /// Brings a key to the first responder, else to the view with the focus, and up their chains until somebody
-/// answers `_handleKey:` with yes. Tab moves the focus when nobody wants it. False where nobody did.
-bool press_key(const KeyState& key);
+/// answers hooks::kHandleKey with yes. Tab moves the focus when nobody wants it. False where nobody did.
+bool press_key(const KeyPress& key);
 
 }  // namespace wispen::uikit

@@ -4,73 +4,49 @@
 
 namespace wispen::uikit {
 
+Point Touch::in_view(const Point& point, const UIView& target) const {
+  return target && window ? Point(window.convertPointToView(point, target)) : point;
+}
+
 namespace {
 
-struct EventState {
-  Touch touch;
+class Event : public objc::Implementation<Event, UIEvent> {
+ public:
+  NSObject allTouches() const { return touches_with(touch); }
+  NSInteger type() const { return 0; }  // touches are the only events here
+  double timestamp() const { return touch.timestamp(); }
+
+  UITouch touch;
 };
 
-NSObject set_of(const Touch& touch) {
+}  // namespace
+
+NSObject touches_with(const UITouch& touch) {
   return objc::send<"setWithObject:", NSObject>(objc::class_named<"NSSet">(), touch);
 }
 
-Point in_view(const Touch& touch, const Point& place, const View& view) {
-  const View window = touch.parts().window;
-  return view && window ? window.convertPointToView(place, view) : place;
-}
-
-struct TouchMethods {
-  static View view(const Touch& self) { return self.parts().view; }
-  static View window(const Touch& self) { return self.parts().window; }
-  static NSInteger phase(const Touch& self) { return static_cast<NSInteger>(self.parts().phase); }
-  static NSUInteger tapCount(const Touch& self) { return self.parts().tap_count; }
-  static double timestamp(const Touch& self) { return self.parts().timestamp; }
-};
-
-}  // namespace
-
-Point Touch::locationInView(const View& view) const { return in_view(*this, parts().location, view); }
-Point Touch::previousLocationInView(const View& view) const { return in_view(*this, parts().previous, view); }
-
-Touch touch_of(const NSObject& touches) { return objc::send<"anyObject", Touch>(touches); }
-
-void Touch::define() {
-  objc::Class<Touch>()
-      .state<TouchState>()
-      .method<"locationInView:", &Touch::locationInView>()
-      .method<"previousLocationInView:", &Touch::previousLocationInView>()
-      .method<"view", &TouchMethods::view>()
-      .method<"window", &TouchMethods::window>()
-      .method<"phase", &TouchMethods::phase>()
-      .method<"tapCount", &TouchMethods::tapCount>()
-      .method<"timestamp", &TouchMethods::timestamp>()
-      .register_class();
-}
-
-Event Event::with(const Touch& touch) {
-  Event event = objc::make<Event>();
-  event.state<EventState>().touch = touch;
+UIEvent event_with(const UITouch& touch) {
+  UIEvent event = objc::make<UIEvent>();
+  Event::of(event).touch = touch;
   return event;
 }
 
-Touch Event::touch() const { return state<EventState>().touch; }
+UITouch touch_of(const NSObject& touches) { return objc::send<"anyObject", UITouch>(touches); }
 
-namespace {
-
-struct EventMethods {
-  static NSObject allTouches(const Event& self) { return set_of(self.touch()); }
-  static NSInteger type(const Event&) { return 0; }  // touches are the only events here
-  static double timestamp(const Event& self) { return self.touch().parts().timestamp; }
-};
-
-}  // namespace
-
-void Event::define() {
-  objc::Class<Event>()
-      .state<EventState>()
-      .method<"allTouches", &EventMethods::allTouches>()
-      .method<"type", &EventMethods::type>()
-      .method<"timestamp", &EventMethods::timestamp>()
+void define_touch() {
+  objc::Class<UITouch>::implemented_by<Touch>()
+      .method<"locationInView:", &Touch::locationInView>()
+      .method<"previousLocationInView:", &Touch::previousLocationInView>()
+      .getter<"view", &Touch::view>()
+      .getter<"window", &Touch::window>()
+      .getter<"phase", &Touch::phase>()
+      .getter<"tapCount", &Touch::tap_count>()
+      .getter<"timestamp", &Touch::timestamp>()
+      .register_class();
+  objc::Class<UIEvent>::implemented_by<Event>()
+      .method<"allTouches", &Event::allTouches>()
+      .method<"type", &Event::type>()
+      .method<"timestamp", &Event::timestamp>()
       .register_class();
 }
 

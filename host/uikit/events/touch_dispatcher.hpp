@@ -8,30 +8,30 @@
 
 namespace wispen::uikit {
 
-/// One finger, as a mouse has. Places are in points of the screen.
+/// One finger, as a mouse has. Positions are in points of the screen.
 class TouchDispatcher {
  public:
-  void began(Point place);
-  void moved(Point place);
-  void ended(Point place);
+  void began(Point point);
+  void moved(Point point);
+  void ended(Point point);
   /// The system takes the finger away: nothing is tapped.
   void cancel();
   bool down() const { return static_cast<bool>(touch_); }
 
  private:
-  void advance(Point place, TouchPhase phase);
-  void tell_recognizers(void (GestureRecognizer::*message)(const Touch&) const);
+  void advance(Point point, UITouchPhase phase);
+  void tell_recognizers(void (GestureRecognizer::*message)(const UITouch&));
   void settle_recognizers();
   template <objc::FixedString Sel>
   void tell_view();
   void finish();
 
-  Touch touch_;
-  std::vector<GestureRecognizer> recognizers_;  // innermost view's first
+  UITouch touch_;
+  std::vector<UIGestureRecognizer> recognizers_;  // innermost view's first
   bool view_cancelled_ = false;
-  GestureRecognizer winner_;
+  UIGestureRecognizer winner_;
   double last_end_ = -1;
-  Point last_place_;
+  Point last_point_;
   NSUInteger taps_ = 0;
 };
 

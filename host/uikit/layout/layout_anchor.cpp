@@ -11,72 +11,56 @@ namespace {
 using layout::Attribute;
 using layout::Relation;
 
-class XAxisAnchor : public objc::Authored<XAxisAnchor, LayoutAnchor> {
- public:
-  static constexpr objc::FixedString kClass{"NSLayoutXAxisAnchor"};
-  using Authored::Authored;
-};
-class YAxisAnchor : public objc::Authored<YAxisAnchor, LayoutAnchor> {
- public:
-  static constexpr objc::FixedString kClass{"NSLayoutYAxisAnchor"};
-  using Authored::Authored;
-};
-class Dimension : public objc::Authored<Dimension, LayoutAnchor> {
- public:
-  static constexpr objc::FixedString kClass{"NSLayoutDimension"};
-  using Authored::Authored;
-};
-
-LayoutConstraint related(const LayoutAnchor& first, Relation relation, const LayoutAnchor& second,
+NSLayoutConstraint related(const NSLayoutAnchor& first, Relation relation, const NSLayoutAnchor& second,
                          double multiplier, double constant) {
-  const AnchorState& to = second.parts();
-  return LayoutConstraint::make(first.parts().item, first.parts().attribute, relation, to.item, to.attribute,
-                                multiplier, constant);
+  const LayoutAnchor& from = LayoutAnchor::of(first);
+  const LayoutAnchor& to = LayoutAnchor::of(second);
+  return LayoutConstraint::make(from.item(), from.attribute(), relation, to.item(), to.attribute(), multiplier,
+                                constant);
 }
 
 // Nil for a nil anchor, so that what hangs on it does nothing.
 template <Relation R>
-LayoutConstraint to_anchor(const LayoutAnchor& self, const LayoutAnchor& other) {
-  return other ? related(self, R, other, 1, 0) : LayoutConstraint();
+NSLayoutConstraint to_anchor(const NSLayoutAnchor& self, const NSLayoutAnchor& other) {
+  return other ? related(self, R, other, 1, 0) : NSLayoutConstraint();
 }
 template <Relation R>
-LayoutConstraint to_anchor_constant(const LayoutAnchor& self, const LayoutAnchor& other, double constant) {
-  return other ? related(self, R, other, 1, constant) : LayoutConstraint();
+NSLayoutConstraint to_anchor_constant(const NSLayoutAnchor& self, const NSLayoutAnchor& other, double constant) {
+  return other ? related(self, R, other, 1, constant) : NSLayoutConstraint();
 }
 template <Relation R>
-LayoutConstraint to_anchor_multiplier(const LayoutAnchor& self, const LayoutAnchor& other,
+NSLayoutConstraint to_anchor_multiplier(const NSLayoutAnchor& self, const NSLayoutAnchor& other,
                                       double multiplier) {
-  return other ? related(self, R, other, multiplier, 0) : LayoutConstraint();
+  return other ? related(self, R, other, multiplier, 0) : NSLayoutConstraint();
 }
 template <Relation R>
-LayoutConstraint to_anchor_both(const LayoutAnchor& self, const LayoutAnchor& other, double multiplier,
+NSLayoutConstraint to_anchor_both(const NSLayoutAnchor& self, const NSLayoutAnchor& other, double multiplier,
                                 double constant) {
-  return other ? related(self, R, other, multiplier, constant) : LayoutConstraint();
+  return other ? related(self, R, other, multiplier, constant) : NSLayoutConstraint();
 }
 template <Relation R>
-LayoutConstraint to_constant(const LayoutAnchor& self, double constant) {
-  return LayoutConstraint::make(self.parts().item, self.parts().attribute, R, NSObject(),
+NSLayoutConstraint to_constant(const NSLayoutAnchor& self, double constant) {
+  return LayoutConstraint::make(LayoutAnchor::of(self).item(), LayoutAnchor::of(self).attribute(), R, NSObject(),
                                 Attribute::NotAnAttribute, 1, constant);
 }
 
 }  // namespace
 
-LayoutAnchor LayoutAnchor::make(const NSObject& item, Attribute attribute) {
-  LayoutAnchor anchor = layout::is_size(attribute)         ? LayoutAnchor(objc::make<Dimension>())
-                        : layout::is_horizontal(attribute) ? LayoutAnchor(objc::make<XAxisAnchor>())
-                                                           : LayoutAnchor(objc::make<YAxisAnchor>());
-  AnchorState& state = anchor.state<AnchorState>();
-  state.item = item;
-  state.attribute = attribute;
+NSLayoutAnchor LayoutAnchor::make(const NSObject& item, Attribute attribute) {
+  NSLayoutAnchor anchor = layout::is_size(attribute)         ? NSLayoutAnchor(objc::make<NSLayoutDimension>())
+                          : layout::is_horizontal(attribute) ? NSLayoutAnchor(objc::make<NSLayoutXAxisAnchor>())
+                                                             : NSLayoutAnchor(objc::make<NSLayoutYAxisAnchor>());
+  of(anchor).item_ = item;
+  of(anchor).attribute_ = attribute;
   return anchor;
 }
 
-void LayoutAnchor::define() {
+void define_layout_anchor() {
   constexpr auto kEqual = Relation::Equal;
   constexpr auto kLess = Relation::LessOrEqual;
   constexpr auto kGreater = Relation::GreaterOrEqual;
-  objc::Class<LayoutAnchor>()
-      .state<AnchorState>()
+  objc::Class<NSLayoutAnchor>::implemented_by<LayoutAnchor>()
+      
       .method<"constraintEqualToAnchor:", &to_anchor<kEqual>>()
       .method<"constraintEqualToAnchor:constant:", &to_anchor_constant<kEqual>>()
       .method<"constraintLessThanOrEqualToAnchor:", &to_anchor<kLess>>()
@@ -84,9 +68,9 @@ void LayoutAnchor::define() {
       .method<"constraintGreaterThanOrEqualToAnchor:", &to_anchor<kGreater>>()
       .method<"constraintGreaterThanOrEqualToAnchor:constant:", &to_anchor_constant<kGreater>>()
       .register_class();
-  objc::Class<XAxisAnchor>().register_class();
-  objc::Class<YAxisAnchor>().register_class();
-  objc::Class<Dimension>()
+  objc::Class<NSLayoutXAxisAnchor>().register_class();
+  objc::Class<NSLayoutYAxisAnchor>().register_class();
+  objc::Class<NSLayoutDimension>()
       .method<"constraintEqualToConstant:", &to_constant<kEqual>>()
       .method<"constraintLessThanOrEqualToConstant:", &to_constant<kLess>>()
       .method<"constraintGreaterThanOrEqualToConstant:", &to_constant<kGreater>>()

@@ -2,28 +2,26 @@
 #pragma once
 
 #include "host/layout/constraint.hpp"
-#include "platform/Foundation.hpp"
+#include "platform/UIKit/NSLayoutConstraint.hpp"
 
 namespace wispen::uikit {
 
-struct AnchorState {
-  NSObject item;
-  layout::Attribute attribute = layout::Attribute::NotAnAttribute;
-};
-
 /// The host's NSLayoutAnchor. Its three subclasses exist so that code may ask for them by name.
-class LayoutAnchor : public objc::Authored<LayoutAnchor, NSObject> {
+class LayoutAnchor : public objc::Implementation<LayoutAnchor, NSLayoutAnchor> {
  public:
-  static constexpr objc::FixedString kClass{"NSLayoutAnchor"};
-  using Authored::Authored;
+  static NSLayoutAnchor make(const NSObject& item, layout::Attribute attribute);
+  const NSObject& item() const { return item_; }
+  layout::Attribute attribute() const { return attribute_; }
 
-  static void define();
-  static LayoutAnchor make(const NSObject& item, layout::Attribute attribute);
-  const AnchorState& parts() const { return state<AnchorState>(); }
+ private:
+  NSObject item_;
+  layout::Attribute attribute_ = layout::Attribute::NotAnAttribute;
 };
+
+void define_layout_anchor();
 
 template <class T, layout::Attribute A>
-LayoutAnchor anchor_of(const T& item) {
+NSLayoutAnchor anchor_of(const T& item) {
   return LayoutAnchor::make(item, A);
 }
 

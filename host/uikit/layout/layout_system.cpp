@@ -6,9 +6,12 @@
 #include <cmath>
 
 #include "host/foundation/problems.hpp"
+#include "host/uikit/hooks.hpp"
+#include "host/uikit/layout/layout_constraint.hpp"
+#include "host/uikit/layout/layout_guide.hpp"
 #include "host/uikit/layout/stack_view.hpp"
 #include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -16,52 +19,52 @@ using layout::Axis;
 using layout::ItemId;
 using layout::kNoItem;
 
-View LayoutSystem::root_of(const View& view) {
-  View root = view;
-  while (!root.parts().translates_mask) {
-    const View above = root.superview();
+UIView LayoutSystem::root_of(const UIView& view) {
+  UIView root = view;
+  while (!View::of(root).translatesAutoresizingMask()) {
+    const UIView above = View::of(root).superview();
     if (!above) break;
     root = above;
   }
   return root;
 }
 
-LayoutSystem* LayoutSystem::of(const View& root) {
-  auto& system = root.parts().system;
+LayoutSystem* LayoutSystem::of(const UIView& root) {
+  auto& system = View::of(root).system();
   if (!system) system = std::make_unique<LayoutSystem>(root);
   return system.get();
 }
 
-LayoutSystem::LayoutSystem(const View& root) : root_(root) {
+LayoutSystem::LayoutSystem(const UIView& root) : root_(root) {
   gather(root);
   if (gathered_.empty() && stacks_.empty()) return;
-  model_.set_direction(root.is_right_to_left() ? layout::Direction::RightToLeft
-                                               : layout::Direction::LeftToRight);
+  model_.set_direction(is_right_to_left(root) ? layout::Direction::RightToLeft
+                                              : layout::Direction::LeftToRight);
   item_of(root);
   // What constraints name may lie behind views that keep their own frames: these come in on the way, with
   // the constraints that they hold.
   for (std::size_t i = 0; i < gathered_.size(); ++i) {  // NOLINT(modernize-loop-convert): it grows
-    const LayoutConstraint constraint = gathered_[i];
-    item_of(constraint.first_item());
-    if (const NSObject second = constraint.second_item()) item_of(second);
+    const NSLayoutConstraint constraint = gathered_[i];
+    item_of(LayoutConstraint::of(constraint).first_item());
+    if (const NSObject second = LayoutConstraint::of(constraint).second_item()) item_of(second);
   }
   for (auto& [owner, stack] : stacks_) {
-    const View view = owner.get();
+    const UIView view = owner.get();
     const ItemId item = item_of(view);
-    for (const View& arranged : view.as<StackView>().arranged()) item_of(arranged);
+    for (const UIView& arranged : StackView::of(view.as<UIStackView>()).arranged()) item_of(arranged);
     stack = std::make_unique<layout::Stack>(model_, item);
   }
-  for (const LayoutConstraint& constraint : gathered_) enter_constraint(constraint);
+  for (const NSLayoutConstraint& constraint : gathered_) enter_constraint(constraint);
   arrange_stacks();
 }
 
-void LayoutSystem::gather(const View& view) {
+void LayoutSystem::gather(const UIView& view) {
   if (!visited_.emplace(objc::borrow(view), true).second) return;
-  const ViewState& state = view.parts();
-  for (const LayoutConstraint& constraint : state.constraints) gathered_.push_back(constraint);
-  if (objc::cast_or_nil<StackView>(view)) stacks_.emplace_back(objc::Unowned<View>(view), nullptr);
-  for (const View& subview : state.subviews) {
-    if (!subview.parts().translates_mask) gather(subview);
+  View& own = View::of(view);
+  for (const NSLayoutConstraint& constraint : own.constraints()) gathered_.push_back(constraint);
+  if (objc::cast_or_nil<UIStackView>(view)) stacks_.emplace_back(objc::Unowned<UIView>(view), nullptr);
+  for (const UIView& subview : own.subviews()) {
+    if (!View::of(subview).translatesAutoresizingMask()) gather(subview);
   }
 }
 
@@ -69,41 +72,41 @@ ItemId LayoutSystem::item_of(const NSObject& object) {
   if (!object) return kNoItem;
   const auto found = items_.find(objc::borrow(object));
   if (found != items_.end()) return found->second;
-  if (const auto guide = objc::cast_or_nil<LayoutGuide>(object)) return add_guide(guide);
-  return add_view(object.as<View>());
+  if (const auto guide = objc::cast_or_nil<UILayoutGuide>(object)) return add_guide(guide);
+  return add_view(object.as<UIView>());
 }
 
-ItemId LayoutSystem::add_view(const View& view) {
+ItemId LayoutSystem::add_view(const UIView& view) {
   const bool is_root = view == root();
-  const View above = is_root ? View() : view.superview();
+  const UIView above = is_root ? UIView() : View::of(view).superview();
   if (!is_root && !above) return kNoItem;
   const ItemId parent = is_root ? kNoItem : item_of(above);
-  const NSString identifier = view.parts().accessibility_identifier;
+  const NSString identifier = View::of(view).accessibilityIdentifier();
   const ItemId item = model_.add_item(identifier ? identifier.utf8() : objc::class_of(view).name(), parent);
   items_.emplace(objc::borrow(view), item);
   // Not the root: it owns this, and would own itself.
   if (!is_root) members_.push_back({view, item});
   gather(view);
-  const ViewState& state = view.parts();
+  View& own = View::of(view);
   if (is_root) {
-    (void)model_.set_frame(item, {{0, 0}, state.bounds.size});
-  } else if (state.translates_mask) {
-    (void)model_.set_frame(item, view.frame(), state.autoresizing_mask, above.bounds().size);
+    (void)model_.set_frame(item, {{0, 0}, own.bounds().size});
+  } else if (own.translatesAutoresizingMask()) {
+    (void)model_.set_frame(item, view.frame(), own.layout_mask(), above.bounds().size);
   } else {
     enter_content(view, item);
   }
   return item;
 }
 
-ItemId LayoutSystem::add_guide(const LayoutGuide& guide) {
-  const View owner = guide.owner();
+ItemId LayoutSystem::add_guide(const UILayoutGuide& guide) {
+  const UIView owner = LayoutGuide::of(guide).owner();
   if (!owner) return kNoItem;
   const ItemId parent = item_of(owner);
   const ItemId item = model_.add_item("UILayoutGuide", parent);
   items_.emplace(objc::borrow(guide), item);
   members_.push_back({guide, item});
-  if (guide.kind() == GuideKind::Free) return item;
-  const EdgeInsets insets = guide.insets();
+  if (LayoutGuide::of(guide).kind() == GuideKind::Free) return item;
+  const EdgeInsets insets = LayoutGuide::of(guide).insets();
   using layout::Attribute;
   const auto pin = [&](Attribute edge, double distance) {
     (void)model_.add_constraint({.first = item,
@@ -120,24 +123,24 @@ ItemId LayoutSystem::add_guide(const LayoutGuide& guide) {
   return item;
 }
 
-void LayoutSystem::enter_content(const View& view, ItemId item) {
+void LayoutSystem::enter_content(const UIView& view, ItemId item) {
   const Size size = view.intrinsicContentSize();
   const auto length = [](double value) { return value >= 0 ? std::optional<double>(value) : std::nullopt; };
   model_.set_intrinsic_size(item, length(size.width), length(size.height));
   for (const Axis axis : {Axis::Horizontal, Axis::Vertical}) {
-    const ContentPriorities& priorities = view.parts().content_priorities[static_cast<int>(axis)];
+    const ContentPriorities& priorities = View::of(view).priorities(axis);
     (void)model_.set_hugging(item, axis, priorities.hugging);
     (void)model_.set_compression_resistance(item, axis, priorities.compression);
   }
-  const auto first = objc::send<"_firstBaselineOffsetFromTop", double>(view);
-  const auto last = objc::send<"_baselineOffsetFromBottom", double>(view);
+  const auto first = objc::send<hooks::kFirstBaseline, double>(view);
+  const auto last = objc::send<hooks::kLastBaseline, double>(view);
   model_.set_baselines(item, first, last);
 }
 
-void LayoutSystem::enter_constraint(const LayoutConstraint& constraint) {
-  layout::ConstraintSpec spec = constraint.spec();
-  spec.first = item_of(constraint.first_item());
-  spec.second = item_of(constraint.second_item());
+void LayoutSystem::enter_constraint(const NSLayoutConstraint& constraint) {
+  layout::ConstraintSpec spec = LayoutConstraint::of(constraint).spec();
+  spec.first = item_of(LayoutConstraint::of(constraint).first_item());
+  spec.second = item_of(LayoutConstraint::of(constraint).second_item());
   if (spec.first == kNoItem) return;
   if (spec.second == kNoItem && spec.second_attribute != layout::Attribute::NotAnAttribute) return;
   const auto id = model_.add_constraint(spec);
@@ -152,12 +155,12 @@ void LayoutSystem::enter_constraint(const LayoutConstraint& constraint) {
 void LayoutSystem::arrange_stacks() {
   // Innermost first: a stack's share may depend on how large the stacks in it want to be.
   for (std::size_t i = stacks_.size(); i-- > 0;) {
-    const auto view = stacks_[i].first.get().as<StackView>();
+    const StackView& stack = StackView::of(stacks_[i].first.get().as<UIStackView>());
     std::vector<layout::ArrangedItem> items;
-    for (const View& arranged : view.arranged()) {
-      items.push_back({item_of(arranged), arranged.isHidden(), view.spacing_after(arranged)});
+    for (const UIView& arranged : stack.arranged()) {
+      items.push_back({item_of(arranged), arranged.isHidden(), stack.spacing_after(arranged)});
     }
-    stacks_[i].second->arrange(view.style(), std::move(items));
+    stacks_[i].second->arrange(stack.style(), std::move(items));
   }
 }
 
@@ -170,11 +173,11 @@ void LayoutSystem::report(const layout::LayoutReport& report) const {
 bool LayoutSystem::fit_heights_to_widths() {
   bool changed = false;
   for (const Member& member : members_) {
-    if (!objc::cast_or_nil<View>(member.object)) continue;
-    if (!objc::send<"_heightDependsOnWidth", bool>(member.object)) continue;
+    if (!objc::cast_or_nil<UIView>(member.object)) continue;
+    if (!objc::send<hooks::kHeightDependsOnWidth, bool>(member.object)) continue;
     const double width = model_.frame(member.item).width();
     if (width <= 0) continue;
-    const double height = objc::send<"sizeThatFits:", Size>(member.object, Size{width, 0}).height;
+    const double height = member.object.as<UIView>().sizeThatFits(Size{width, 0}).height;
     const auto known = model_.intrinsic_length(member.item, Axis::Vertical);
     if (known && std::abs(*known - height) < 0.01) continue;
     model_.set_intrinsic_size(member.item, model_.intrinsic_length(member.item, Axis::Horizontal), height);
@@ -187,80 +190,79 @@ void LayoutSystem::solve() {
   report(model_.solve());
   // Once: a width that depends on a height that depends on the width has no end.
   if (fit_heights_to_widths()) report(model_.solve());
-  solved_ = true;
 }
 
 void LayoutSystem::apply() {
   for (const Member& member : members_) {
     const Rect frame = model_.frame(member.item, display_settings().scale);
-    if (const auto guide = objc::cast_or_nil<LayoutGuide>(member.object)) {
-      guide.set_layout_frame(frame);
+    if (const auto guide = objc::cast_or_nil<UILayoutGuide>(member.object)) {
+      LayoutGuide::of(guide).set_layout_frame(frame);
       continue;
     }
-    const View view = member.object.as<View>();
-    if (view == root() || view.parts().translates_mask) continue;
+    const UIView view = member.object.as<UIView>();
+    if (view == root() || View::of(view).translatesAutoresizingMask()) continue;
     Rect bounds = view.bounds();
     bounds.size = frame.size;
     view.setBounds(bounds);
-    view.setCenter({frame.mid_x(), frame.mid_y()});
+    view.setCenter(Point{frame.mid_x(), frame.mid_y()});
   }
 }
 
-void LayoutSystem::lay_out(const View& view) {
-  const View root = root_of(view);
+void LayoutSystem::lay_out(const UIView& view) {
+  const UIView root = root_of(view);
   // Inside of a system the root has placed everything already.
-  if (root != view && root.parts().system && !root.parts().system->empty()) return;
+  if (root != view && View::of(root).system() && !View::of(root).system()->empty()) return;
   LayoutSystem* const system = of(view);
   if (system->empty()) return;
   (void)system->model_.set_frame(system->item_of(view), {{0, 0}, view.bounds().size});
   for (const Member& member : system->members_) {
-    const auto inner = objc::cast_or_nil<View>(member.object);
-    if (!inner || inner == view || !inner.parts().translates_mask) continue;
-    (void)system->model_.set_frame(member.item, inner.frame(), inner.parts().autoresizing_mask,
-                                   inner.superview().bounds().size);
+    const auto inner = objc::cast_or_nil<UIView>(member.object);
+    if (!inner || inner == view || !View::of(inner).translatesAutoresizingMask()) continue;
+    (void)system->model_.set_frame(member.item, inner.frame(), View::of(inner).layout_mask(),
+                                   View::of(inner).superview().bounds().size);
   }
   system->solve();
   system->apply();
 }
 
-void LayoutSystem::invalidate(const View& view) {
+void LayoutSystem::invalidate(const UIView& view) {
   // Every view on the way may be the root of a system that reaches down to this one.
   bool first = true;
-  for (View above = view; above; above = above.superview()) {
-    if (above.parts().system || first || !above.parts().constraints.empty()) {
-      above.parts().system.reset();
+  for (UIView above = view; above; above = View::of(above).superview()) {
+    if (View::of(above).system() || first || !View::of(above).constraints().empty()) {
+      View::of(above).system().reset();
       above.setNeedsLayout();
     }
     first = false;
   }
-  const View root = root_of(view);
-  root.parts().system.reset();
+  const UIView root = root_of(view);
+  View::of(root).system().reset();
   root.setNeedsLayout();
 }
 
-void LayoutSystem::content_changed(const View& view) {
-  const View root = root_of(view);
-  LayoutSystem* const system = root.parts().system.get();
+void LayoutSystem::content_changed(const UIView& view) {
+  const UIView root = root_of(view);
+  LayoutSystem* const system = View::of(root).system().get();
   if (system != nullptr) {
     const auto found = system->items_.find(objc::borrow(view));
     if (found != system->items_.end()) {
-      if (!view.parts().translates_mask) system->enter_content(view, found->second);
+      if (!View::of(view).translatesAutoresizingMask()) system->enter_content(view, found->second);
       const bool proportional = std::ranges::any_of(system->stacks_, [](const auto& stack) {
-        return stack.first.get().template as<StackView>().style().distribution ==
+        return StackView::of(stack.first.get().template as<UIStackView>()).style().distribution ==
                layout::StackDistribution::FillProportionally;
       });
-      if (proportional) root.parts().system.reset();
+      if (proportional) View::of(root).system().reset();
     }
   }
   root.setNeedsLayout();
   // A self-sizing row above wants to know too.
-  if (const View above = root.superview()) above.setNeedsLayout();
+  if (const UIView above = View::of(root).superview()) above.setNeedsLayout();
 }
 
-void LayoutSystem::constant_changed(const View& holder, const LayoutConstraint& constraint) {
+void LayoutSystem::constant_changed(const UIView& holder, const NSLayoutConstraint& constraint) {
   bool entered = false;
-  for (View above = holder; above; above = above.superview()) {
-    LayoutSystem* const system = above.parts().system.get();
+  for (UIView above = holder; above; above = View::of(above).superview()) {
+    LayoutSystem* const system = View::of(above).system().get();
     if (system == nullptr) continue;
     for (const auto& [held, id] : system->constraints_) {
       if (held != constraint) continue;
@@ -272,22 +274,24 @@ void LayoutSystem::constant_changed(const View& holder, const LayoutConstraint& 
   if (!entered) invalidate(holder);
 }
 
-void LayoutSystem::drop_crossing_constraints(const View& view) {
+void LayoutSystem::drop_crossing_constraints(const UIView& view) {
   const auto inside = [&](const NSObject& item) {
-    auto owner = objc::cast_or_nil<View>(item);
-    if (const auto guide = objc::cast_or_nil<LayoutGuide>(item)) owner = guide.owner();
+    auto owner = objc::cast_or_nil<UIView>(item);
+    if (const auto guide = objc::cast_or_nil<UILayoutGuide>(item)) owner = LayoutGuide::of(guide).owner();
     return owner && owner.isDescendantOfView(view);
   };
-  for (View above = view.superview(); above; above = above.superview()) {
-    const std::vector<LayoutConstraint> held = above.parts().constraints;
-    for (const LayoutConstraint& constraint : held) {
-      if (inside(constraint.first_item()) || inside(constraint.second_item())) constraint.setActive(false);
+  for (UIView above = View::of(view).superview(); above; above = View::of(above).superview()) {
+    const std::vector<NSLayoutConstraint> held = View::of(above).constraints();
+    for (const NSLayoutConstraint& constraint : held) {
+      if (inside(LayoutConstraint::of(constraint).first_item()) ||
+          inside(LayoutConstraint::of(constraint).second_item()))
+        constraint.setActive(false);
     }
   }
 }
 
-Size LayoutSystem::fitting_size(const View& view, const Size& target, double across, double down) {
-  const View root = root_of(view);
+Size LayoutSystem::fitting_size(const UIView& view, const Size& target, double across, double down) {
+  const UIView root = root_of(view);
   LayoutSystem* const system = of(root);
   const auto found = system->items_.find(objc::borrow(view));
   if (system->empty() || found == system->items_.end()) {

@@ -20,18 +20,18 @@ namespace wispen::uikit {
 class LayoutSystem {
  public:
   /// The outermost view whose frame decides the view's own.
-  static View root_of(const View& view);
+  static UIView root_of(const UIView& view);
   /// Solves what the view is the root of, and places the views in it.
-  static void lay_out(const View& root);
+  static void lay_out(const UIView& root);
   /// What the view is part of is to be gathered anew.
-  static void invalidate(const View& view);
-  static void content_changed(const View& view);
-  static void constant_changed(const View& holder, const LayoutConstraint& constraint);
+  static void invalidate(const UIView& view);
+  static void content_changed(const UIView& view);
+  static void constant_changed(const UIView& holder, const NSLayoutConstraint& constraint);
   /// Ends what names the view, or a view in it, from outside of it: it is leaving.
-  static void drop_crossing_constraints(const View& view);
-  static Size fitting_size(const View& view, const Size& target, double across, double down);
+  static void drop_crossing_constraints(const UIView& view);
+  static Size fitting_size(const UIView& view, const Size& target, double across, double down);
 
-  explicit LayoutSystem(const View& root);
+  explicit LayoutSystem(const UIView& root);
   LayoutSystem(const LayoutSystem&) = delete;
   LayoutSystem& operator=(const LayoutSystem&) = delete;
 
@@ -41,32 +41,31 @@ class LayoutSystem {
     layout::ItemId item;
   };
 
-  static LayoutSystem* of(const View& root);
+  static LayoutSystem* of(const UIView& root);
   bool empty() const { return constraints_.empty() && stacks_.empty(); }
-  void gather(const View& view);
-  void include(const View& view);
+  void gather(const UIView& view);
+  void include(const UIView& view);
   layout::ItemId item_of(const NSObject& object);
-  layout::ItemId add_view(const View& view);
-  layout::ItemId add_guide(const LayoutGuide& guide);
-  void enter_content(const View& view, layout::ItemId item);
-  void enter_constraint(const LayoutConstraint& constraint);
+  layout::ItemId add_view(const UIView& view);
+  layout::ItemId add_guide(const UILayoutGuide& guide);
+  void enter_content(const UIView& view, layout::ItemId item);
+  void enter_constraint(const NSLayoutConstraint& constraint);
   void arrange_stacks();
   bool fit_heights_to_widths();
   void solve();
   void apply();
   void report(const layout::LayoutReport& report) const;
 
-  View root() const { return root_.get(); }
+  UIView root() const { return root_.get(); }
 
-  objc::Unowned<View> root_;  // it owns this
+  objc::Unowned<UIView> root_;  // it owns this
   layout::Model model_;
   std::vector<Member> members_;  // all but the root; parents before what is in them
-  std::unordered_map<objc::abi::id, layout::ItemId> items_;
-  std::vector<std::pair<LayoutConstraint, layout::ConstraintId>> constraints_;
-  std::vector<LayoutConstraint> gathered_;
-  std::vector<std::pair<objc::Unowned<View>, std::unique_ptr<layout::Stack>>> stacks_;
-  std::unordered_map<objc::abi::id, bool> visited_;
-  bool solved_ = false;
+  std::unordered_map<const void*, layout::ItemId> items_;
+  std::vector<std::pair<NSLayoutConstraint, layout::ConstraintId>> constraints_;
+  std::vector<NSLayoutConstraint> gathered_;
+  std::vector<std::pair<objc::Unowned<UIView>, std::unique_ptr<layout::Stack>>> stacks_;
+  std::unordered_map<const void*, bool> visited_;
 };
 
 }  // namespace wispen::uikit

@@ -6,7 +6,9 @@
 
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/painting/panes.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/layer.hpp"
+#include "host/uikit/views/view.hpp"
+#include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
@@ -29,13 +31,12 @@ class Collector {
 
   /// `above` leads from the superview's coordinates to the screen's. With `forced` something around the view
   /// has moved; with `repainted` all in it is painted again.
-  void visit(const View& view, const AffineTransform& above, const Rect& clip, bool forced, bool repainted) {
-    ViewState& state = view.parts();
-    PaintRecord& record = state.record;
+  void visit(View& view, const AffineTransform& above, const Rect& clip, bool forced, bool repainted) {
+    PaintRecord& record = view.record();
     if (!forced && !repainted && !record.marked()) return;
-    const double alpha = state.hidden ? 0 : view.presented_alpha();
+    const double alpha = view.isHidden() ? 0 : view.presented_alpha();
     if (alpha < kInvisibleAlpha) {
-      hide(state);
+      hide(view);
       record.clear_marks();
       return;
     }
@@ -43,7 +44,8 @@ class Collector {
     const AffineTransform place = place_of(view, bounds).then(above);
     const bool moved = !record.shown || place != record.place || bounds != record.bounds;
     const bool faded = !record.shown || alpha != record.alpha;
-    const bool rounded = state.clips && state.layer && state.layer.style().corner_radius > 0;
+    const CALayer& layer = view.layer_if_made();
+    const bool rounded = view.clipsToBounds() && layer && Layer::of(layer).style().corner_radius > 0;
     // What is inside a rounded clip, or fades with its view, looks different although it stays where it is.
     const bool whole = repainted || record.whole || (record.shown && faded) || (rounded && moved);
     const Rect seen = place.apply(painted_extent(view, bounds)).intersection(clip);
@@ -53,7 +55,7 @@ class Collector {
     }
     const bool walk_all = forced || record.moved || moved;
     const AffineTransform inside = place;
-    const Rect inner_clip = state.clips ? clip.intersection(place.apply(bounds)) : clip;
+    const Rect inner_clip = view.clipsToBounds() ? clip.intersection(place.apply(bounds)) : clip;
     record.shown = true;
     record.place = place;
     record.bounds = bounds;
@@ -61,24 +63,25 @@ class Collector {
     record.seen = seen;
     record.clear_marks();
     Rect around = seen;
-    for (const View& subview : state.subviews) {
+    for (const UIView& handle : view.subviews()) {
+      View& subview = View::of(handle);
       visit(subview, inside, inner_clip, walk_all, whole);
-      around = around.united(subview.parts().record.around);
+      around = around.united(subview.record().around);
     }
     record.around = around;
   }
 
-  void hide(ViewState& state) {
-    PaintRecord& record = state.record;
+  void hide(View& view) {
+    PaintRecord& record = view.record();
     if (!record.shown) return;
     damage_.add(record.seen);
     record.shown = false;
     record.seen = record.around = {};
-    for (const View& subview : state.subviews) hide(subview.parts());
+    for (const UIView& subview : view.subviews()) hide(View::of(subview));
   }
 
  private:
-  static AffineTransform place_of(const View& view, const Rect& bounds) {
+  static AffineTransform place_of(View& view, const Rect& bounds) {
     const Point center = view.presented_center();
     return AffineTransform::translation(-bounds.mid_x(), -bounds.mid_y())
         .then(view.presented_transform())
@@ -88,13 +91,13 @@ class Collector {
   DamageList& damage_;
 };
 
-void leave(const Window& window, ViewState& state) {
-  PaintRecord& record = state.record;
+void leave(Window& window, View& view) {
+  PaintRecord& record = view.record();
   if (!record.shown) return;
   window.uncovered(record.seen);
   record.shown = false;
   record.seen = record.around = {};
-  for (const View& subview : state.subviews) leave(window, subview.parts());
+  for (const UIView& subview : view.subviews()) leave(window, View::of(subview));
 }
 
 }  // namespace
@@ -156,21 +159,22 @@ void DamageList::grow_around(const std::vector<Rect>& panes) {
   }
 }
 
-void collect_damage(const Window& window, DamageList& damage) {
-  Collector(damage).visit(window, {}, damage.screen(), false, false);
-  for (const Rect& rect : window.take_damage()) damage.add(rect);
+void collect_damage(const UIWindow& window, DamageList& damage) {
+  Collector(damage).visit(View::of(window), {}, damage.screen(), false, false);
+  for (const Rect& rect : Window::of(window).take_damage()) damage.add(rect);
   // Over all views it shows the focus, which is nobody's own.
-  PaintRecord& record = window.View::parts().record;
+  PaintRecord& record = View::of(window).record();
   if (record.shown) record.around = record.around.united(record.place.apply(record.bounds));
 }
 
-bool has_marks(const Window& window) {
-  const ViewState& state = window.View::parts();
-  return window.damaged() || ((state.record.shown || !state.hidden) && state.record.marked());
+bool has_marks(const UIWindow& window) {
+  const View& view = View::of(window);
+  return Window::of(window).damaged() || ((view.record().shown || !view.isHidden()) && view.record().marked());
 }
 
-void leave_picture(const View& view) {
-  if (const Window window = view.window()) leave(window, view.parts());
+void leave_picture(const UIView& view) {
+  View& leaving = View::of(view);
+  if (const UIView window = leaving.window()) leave(Window::of(window.as<UIWindow>()), leaving);
 }
 
 }  // namespace wispen::uikit

@@ -3,7 +3,8 @@
 
 #include <vector>
 
-#include "host/uikit/views/window.hpp"
+#include "host/geometry/geometry.hpp"
+#include "platform/UIKit.hpp"
 
 namespace wispen::uikit {
 
@@ -32,12 +33,12 @@ class DamageList {
 
 /// Adds what has changed in a window since it was last asked, in the screen's coordinates, and records where
 /// its views are seen from now on.
-void collect_damage(const Window& window, DamageList& damage);
+void collect_damage(const UIWindow& window, DamageList& damage);
 
 /// Whether collect_damage() has anything to look at.
-bool has_marks(const Window& window);
+bool has_marks(const UIWindow& window);
 
 /// What the view showed is uncovered: it leaves its place in the picture, with all in it.
-void leave_picture(const View& view);
+void leave_picture(const UIView& view);
 
 }  // namespace wispen::uikit

@@ -6,8 +6,9 @@
 
 #include "host/uikit/events/focus.hpp"
 #include "host/uikit/values/color.hpp"
-#include "host/uikit/views/view_state.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/hooks.hpp"
+#include "host/uikit/views/layer.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -18,12 +19,12 @@ constexpr double kGap = 1;  // between the view and its ring
 constexpr double kPlainRadius = 6;
 
 /// What can be seen of the view: a row that is half under the bar has half a ring.
-Rect visible_part(const View& view, const Window& window) {
+Rect visible_part(const UIView& view, const UIWindow& window) {
   Rect seen = window.bounds();
-  for (View above = view.superview(); above; above = above.superview()) {
+  for (UIView above = View::of(view).superview(); above; above = View::of(above).superview()) {
     if (!above.clipsToBounds()) continue;
     seen = seen.intersection(
-        above.convertRectToView(above.bounds(), window).inset(-kFocusRingReach, -kFocusRingReach));
+        Rect(above.convertRectToView(above.bounds(), window)).inset(-kFocusRingReach, -kFocusRingReach));
   }
   return seen;
 }
@@ -31,28 +32,28 @@ Rect visible_part(const View& view, const Window& window) {
 }  // namespace
 
 Rect focus_ring_place() {
-  const View focused = focused_view();
+  const UIView focused = focused_view();
   if (!focused) return {};
-  const Window window = focused.window();
+  const auto window = View::of(focused).window().as<UIWindow>();
   if (!window || window.isHidden()) return {};
   const Rect frame = window.frame();
-  return focused.convertRectToView(focused.bounds(), window)
+  return Rect(focused.convertRectToView(focused.bounds(), window))
       .inset(-kFocusRingReach, -kFocusRingReach)
       .intersection(visible_part(focused, window))
       .offset(frame.min_x(), frame.min_y());
 }
 
-void paint_focus_ring(const View& view, graphics::Canvas& canvas, const Rect&) {
-  const View focused = focused_view();
-  const Window window = view.as<Window>();
-  if (!focused || focused.window() != window) return;
+void paint_focus_ring(const UIView& view, graphics::Canvas& canvas, const Rect&) {
+  const UIView focused = focused_view();
+  const UIWindow window = view.as<UIWindow>();
+  if (!focused || View::of(focused).window() != window) return;
   // Rows touch each other: their ring lies inside.
-  const bool inside = objc::responds_to(focused, objc::selector<"_showsFocusInside">()) &&
-                      objc::send<"_showsFocusInside", bool>(focused);
+  const bool inside = objc::responds_to(focused, objc::selector<hooks::kShowsFocusInside>()) &&
+                      objc::send<hooks::kShowsFocusInside, bool>(focused);
   const double outset = inside ? -kWidth / 2 : kGap + kWidth / 2;
-  const Rect ring = focused.convertRectToView(focused.bounds(), window).inset(-outset, -outset);
-  const Layer& layer = focused.parts().layer;
-  const double own = layer ? layer.style().corner_radius : 0;
+  const Rect ring = Rect(focused.convertRectToView(focused.bounds(), window)).inset(-outset, -outset);
+  const CALayer& layer = View::of(focused).layer_if_made();
+  const double own = layer ? Layer::of(layer).style().corner_radius : 0;
   const double radius = own > 0 || inside ? std::max(own + outset, 4.0) : kPlainRadius;
   canvas.save();
   canvas.clip(visible_part(focused, window));

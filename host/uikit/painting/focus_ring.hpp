@@ -12,6 +12,6 @@ inline constexpr double kFocusRingReach = 6;
 Rect focus_ring_place();
 
 /// Over all else in the window that holds the view with the focus.
-void paint_focus_ring(const View& window, graphics::Canvas& canvas, const Rect& bounds);
+void paint_focus_ring(const UIView& window, graphics::Canvas& canvas, const Rect& bounds);
 
 }  // namespace wispen::uikit

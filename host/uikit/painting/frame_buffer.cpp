@@ -12,7 +12,7 @@
 #include "host/uikit/painting/panes.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -22,9 +22,9 @@ double FrameBuffer::pixels_a_point() const {
 
 bool FrameBuffer::stale() const {
   if (!canvas_ || canvas_->scale() != pixels_a_point() || session_.animations().active()) return true;
-  return std::ranges::any_of(Application::shared().windows(), [](const Window& window) {
-    const ViewState& state = window.View::parts();
-    return has_marks(window) || (!state.hidden && (state.needs_layout || state.subtree_needs_layout));
+  return std::ranges::any_of(Application::shared().windows(), [](const UIWindow& window) {
+    const View& view = View::of(window);
+    return has_marks(window) || (!view.isHidden() && view.awaits_layout());
   });
 }
 
@@ -43,8 +43,8 @@ Result<bool> FrameBuffer::fit(const Rect& screen) {
 }
 
 bool FrameBuffer::stacking_changed() {
-  std::vector<objc::abi::id> order;
-  for (const Window& window : Application::shared().windows()) {
+  std::vector<const void*> order;
+  for (const UIWindow& window : Application::shared().windows()) {
     if (!window.isHidden()) order.push_back(objc::borrow(window));
   }
   return std::exchange(stacking_, order) != order;
@@ -66,8 +66,8 @@ Result<std::vector<Rect>> FrameBuffer::update() {
   session_.animations().mark_moving_views();
   DamageList damage(canvas_->scale(), screen);
   std::vector<Rect> panes;
-  const std::vector<Window> windows = Application::shared().windows();
-  for (const Window& window : windows) {
+  const std::vector<UIWindow> windows = Application::shared().windows();
+  for (const UIWindow& window : windows) {
     collect_damage(window, damage);
     std::ranges::copy(panes_in(window), std::back_inserter(panes));
   }
@@ -85,7 +85,7 @@ Result<graphics::Image> take_picture(Session& session, double scale) {
                                          settings.appearance);
   if (!canvas) return canvas.error();
   Application::shared().lay_out_windows();
-  for (const Window& window : Application::shared().windows()) paint_view(window, *canvas);
+  for (const UIWindow& window : Application::shared().windows()) paint_view(window, *canvas);
   return canvas->make_image();
 }
 

@@ -39,9 +39,9 @@ class FrameBuffer {
   Session& session_;
   double wanted_scale_ = 0;
   std::optional<graphics::Canvas> canvas_;
-  Size painted_size_;                    // points; the canvas's own is rounded up to whole pixels
-  std::vector<objc::abi::id> stacking_;  // of the windows that were shown; only compared
-  Rect ring_;                            // around the focus, where it was shown
+  Size painted_size_;                  // points; the canvas's own is rounded up to whole pixels
+  std::vector<const void*> stacking_;  // of the windows that were shown; only compared
+  Rect ring_;                          // around the focus, where it was shown
 };
 
 /// One picture of the screen as it is now, at the device's scale or another (0.5 to 4). Nothing that a window

@@ -7,8 +7,8 @@
 #include <unordered_map>
 
 #include "host/uikit/values/color.hpp"
-#include "host/uikit/views/view_state.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/views/layer.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -23,23 +23,23 @@ struct Painters {
 /// A rectangle of the screen that is painted, from the view on that covers what is painted before it.
 struct PaintedPart {
   Rect rect;
-  const ViewState* cover;  // none once it is reached, or where there is none
+  const View* cover;  // none once it is reached, or where there is none
 };
 
 /// What was set for a class itself.
-std::unordered_map<objc::abi::Class, Painters>& set_painters() {
-  static std::unordered_map<objc::abi::Class, Painters> all;
+std::unordered_map<const void*, Painters>& set_painters() {
+  static std::unordered_map<const void*, Painters> all;
   return all;
 }
 
 /// The same with what classes have from those above them, found once for each.
-std::unordered_map<objc::abi::Class, Painters>& found_painters() {
-  static std::unordered_map<objc::abi::Class, Painters> all;
+std::unordered_map<const void*, Painters>& found_painters() {
+  static std::unordered_map<const void*, Painters> all;
   return all;
 }
 
 const Painters& painters_of(const View& view) {
-  const objc::ClassRef own = objc::class_of(view);
+  const objc::ClassRef own = objc::class_of(view.self());
   auto& all = found_painters();
   if (const auto found = all.find(own.borrow()); found != all.end()) return found->second;
   Painters painters;
@@ -55,9 +55,10 @@ const Painters& painters_of(const View& view) {
   return all[own.borrow()] = painters;
 }
 
-const LayerStyle& style_of(const ViewState& state) {
+const LayerStyle& style_of(const View& view) {
   static const LayerStyle kPlain;
-  return state.layer ? state.layer.style() : kPlain;
+  const CALayer& layer = view.layer_if_made();
+  return layer ? Layer::of(layer).style() : kPlain;
 }
 
 graphics::Path outline(const Rect& bounds, const LayerStyle& style) {
@@ -91,11 +92,11 @@ void paint_border(graphics::Canvas& canvas, const Rect& bounds, const LayerStyle
 }
 
 /// Around the view's own and all in it, in its coordinates.
-Rect whole_extent(const View& view, const Rect& bounds) {
-  const ViewState& state = view.parts();
+Rect whole_extent(View& view, const Rect& bounds) {
   Rect all;
-  for (const View& subview : state.subviews) {
-    if (subview.parts().hidden) continue;
+  for (const UIView& handle : view.subviews()) {
+    View& subview = View::of(handle);
+    if (subview.isHidden()) continue;
     const Rect inner = subview.presented_bounds();
     const Point center = subview.presented_center();
     all = all.united(AffineTransform::translation(-inner.mid_x(), -inner.mid_y())
@@ -103,22 +104,21 @@ Rect whole_extent(const View& view, const Rect& bounds) {
                          .then(AffineTransform::translation(center.x, center.y))
                          .apply(whole_extent(subview, inner)));
   }
-  if (state.clips) all = all.intersection(bounds);
+  if (view.clipsToBounds()) all = all.intersection(bounds);
   return all.united(painted_extent(view, bounds));
 }
 
-void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part);
+void paint(View& view, graphics::Canvas& canvas, PaintedPart* part);
 
 /// The view's own, and all in it, with the canvas in its coordinates.
-void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds, PaintedPart* part) {
-  const ViewState& state = view.parts();
+void paint_inside(View& view, graphics::Canvas& canvas, const Rect& bounds, PaintedPart* part) {
   const bool covered = part != nullptr && part->cover != nullptr;  // until the cover is reached
-  const LayerStyle& style = style_of(state);
+  const LayerStyle& style = style_of(view);
   const Painters& painters = painters_of(view);
   const bool plain = style.corner_radius <= 0 && style.shadow_opacity <= 0 && style.border_width <= 0;
   const graphics::Path path = plain ? graphics::Path() : outline(bounds, style);
   if (!covered) paint_shadow(canvas, path, style);
-  const bool clips = state.clips;
+  const bool clips = view.clipsToBounds();
   if (clips) {
     canvas.save();
     style.corner_radius > 0 ? canvas.clip(path) : canvas.clip(bounds);
@@ -127,40 +127,39 @@ void paint_inside(const View& view, graphics::Canvas& canvas, const Rect& bounds
     const graphics::Colour colour = colour_of(background);
     style.corner_radius > 0 ? canvas.fill(path, colour) : canvas.fill(bounds, colour);
   }
-  if (painters.content != nullptr && !covered) painters.content(view, canvas, bounds);
-  for (const View& subview : state.subviews) paint(subview, canvas, part);
+  if (painters.content != nullptr && !covered) painters.content(view.self(), canvas, bounds);
+  for (const UIView& subview : view.subviews()) paint(View::of(subview), canvas, part);
   const bool still_covered = part != nullptr && part->cover != nullptr;
-  if (painters.overlay != nullptr && !still_covered) painters.overlay(view, canvas, bounds);
+  if (painters.overlay != nullptr && !still_covered) painters.overlay(view.self(), canvas, bounds);
   if (clips) canvas.restore();
   if (style.border_width > 0 && !still_covered) paint_border(canvas, bounds, style);
 }
 
 /// The last view that is painted over all of the part, as an opaque rectangle: what comes before is not seen.
-const ViewState* cover_in(const View& view, const Rect& rect, graphics::Appearance appearance) {
-  const ViewState& state = view.parts();
-  const PaintRecord& record = state.record;
+const View* cover_in(View& view, const Rect& rect, graphics::Appearance appearance) {
+  const PaintRecord& record = view.record();
   if (!record.shown || record.alpha < 1 || !record.around.contains(rect)) return nullptr;
   const bool upright = record.place.b == 0 && record.place.c == 0;
-  const bool rounded = style_of(state).corner_radius > 0;
+  const bool rounded = style_of(view).corner_radius > 0;
   // Corners that are cut off, and slanted edges, might let something through.
-  if (state.clips && (rounded || !upright)) return nullptr;
-  for (std::size_t i = state.subviews.size(); i-- > 0;) {
-    if (const ViewState* const cover = cover_in(state.subviews[i], rect, appearance)) return cover;
+  if (view.clipsToBounds() && (rounded || !upright)) return nullptr;
+  for (std::size_t i = view.subviews().size(); i-- > 0;) {
+    if (const View* const cover = cover_in(View::of(view.subviews()[i]), rect, appearance)) return cover;
   }
-  if (rounded || !upright || !state.background || (state.animations && state.animations->background)) {
+  if (rounded || !upright || !view.backgroundColor() ||
+      (view.animations() && view.animations()->background)) {
     return nullptr;
   }
   // Whole pixels of the part, so that no soft edge of the view lies in it.
   if (!record.seen.contains(rect) || !record.place.apply(record.bounds).contains(rect)) return nullptr;
-  return colour_of(state.background).rgba(appearance).alpha >= 1 ? &state : nullptr;
+  return colour_of(view.backgroundColor()).rgba(appearance).alpha >= 1 ? &view : nullptr;
 }
 
-void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part) {
-  const ViewState& state = view.parts();
-  if (state.hidden) return;
+void paint(View& view, graphics::Canvas& canvas, PaintedPart* part) {
+  if (view.isHidden()) return;
   if (part != nullptr) {
-    if (!state.record.around.intersects(part->rect)) return;
-    if (part->cover == &state) part->cover = nullptr;
+    if (!view.record().around.intersects(part->rect)) return;
+    if (part->cover == &view) part->cover = nullptr;
   }
   const double alpha = view.presented_alpha();
   if (alpha < kInvisibleAlpha) return;
@@ -172,9 +171,9 @@ void paint(const View& view, graphics::Canvas& canvas, PaintedPart* part) {
   canvas.translate(center.x, center.y);
   if (!transform.is_identity()) canvas.transform(transform);
   canvas.translate(-bounds.mid_x(), -bounds.mid_y());
-  if (state.elevated) canvas.set_appearance(graphics::elevated(canvas.appearance()));
+  if (view.is_elevated()) canvas.set_appearance(graphics::elevated(canvas.appearance()));
   // What lies outside of the clip is skipped with all in it, if nothing can stick out.
-  const bool contained = state.clips && style_of(state).shadow_opacity <= 0;
+  const bool contained = view.clipsToBounds() && style_of(view).shadow_opacity <= 0;
   if (!contained || canvas.shows(bounds)) {
     // Under a cover there is no group of its own: what covers does not lie in a faint view.
     const bool apart = alpha < 1 && (part == nullptr || part->cover == nullptr);
@@ -198,18 +197,17 @@ void set_overlay_painter(objc::ClassRef cls, ContentPainter painter) {
   set_painters()[cls.borrow()].overlay = painter;
 }
 
-Rect painted_extent(const View& view, const Rect& bounds) {
-  const ViewState& state = view.parts();
-  const LayerStyle& style = style_of(state);
+Rect painted_extent(View& view, const Rect& bounds) {
+  const LayerStyle& style = style_of(view);
   const Painters& painters = painters_of(view);
   Rect all;
-  if (state.background || (state.animations && state.animations->background) || painters.content != nullptr ||
-      painters.overlay != nullptr || style.border_width > 0) {
+  if (view.backgroundColor() || (view.animations() && view.animations()->background) ||
+      painters.content != nullptr || painters.overlay != nullptr || style.border_width > 0) {
     all = bounds;
   }
   if (painters.extent != nullptr && !bounds.empty()) {
-    const Rect content = painters.extent(view, bounds);
-    all = all.united(state.clips ? content.intersection(bounds) : content);
+    const Rect content = painters.extent(view.self(), bounds);
+    all = all.united(view.clipsToBounds() ? content.intersection(bounds) : content);
   }
   if (style.shadow_opacity > 0) {
     // As far as the blur reaches, and what it may be rounded up by on a screen with one pixel a point.
@@ -220,17 +218,17 @@ Rect painted_extent(const View& view, const Rect& bounds) {
   return all;
 }
 
-void paint_view(const View& view, graphics::Canvas& canvas) { paint(view, canvas, nullptr); }
+void paint_view(const UIView& view, graphics::Canvas& canvas) { paint(View::of(view), canvas, nullptr); }
 
-void paint_part(const std::vector<Window>& windows, graphics::Canvas& canvas, const Rect& rect) {
+void paint_part(const std::vector<UIWindow>& windows, graphics::Canvas& canvas, const Rect& rect) {
   PaintedPart part{rect, nullptr};
   for (auto window = windows.rbegin(); window != windows.rend() && part.cover == nullptr; ++window) {
-    part.cover = cover_in(*window, rect, canvas.appearance());
+    part.cover = cover_in(View::of(*window), rect, canvas.appearance());
   }
   canvas.save();
   canvas.clip(rect);
   if (part.cover == nullptr) canvas.clear();
-  for (const Window& window : windows) paint(window, canvas, &part);
+  for (const UIWindow& window : windows) paint(View::of(window), canvas, &part);
   canvas.restore();
 }
 

@@ -2,42 +2,42 @@
 
 #include "host/uikit/painting/panes.hpp"
 
-#include "host/uikit/views/view_state.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/views/layer.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-std::vector<objc::Unowned<View>>& all_panes() {
-  static std::vector<objc::Unowned<View>> all;
+std::vector<objc::Unowned<UIView>>& all_panes() {
+  static std::vector<objc::Unowned<UIView>> all;
   return all;
 }
 
 }  // namespace
 
-void paint_pane(const View& view, graphics::Canvas& canvas, const Rect& bounds,
+void paint_pane(const UIView& view, graphics::Canvas& canvas, const Rect& bounds,
                 const graphics::Material& material) {
   graphics::Material own = material;
   own.bounded = true;
-  const Layer& layer = view.parts().layer;
-  const double radius = layer ? layer.style().corner_radius : 0;
+  const CALayer& layer = View::of(view).layer_if_made();
+  const double radius = layer ? Layer::of(layer).style().corner_radius : 0;
   canvas.draw_material(
       radius > 0 ? graphics::Path::rounded_rect(bounds, radius) : graphics::Path::rect(bounds), own);
 }
 
-void note_pane(const View& view) {
+void note_pane(const UIView& view) {
   auto& all = all_panes();
-  std::erase_if(all, [&](const objc::Unowned<View>& known) { return known.refers_to(view); });
-  if (view.window()) all.emplace_back(view);
+  std::erase_if(all, [&](const objc::Unowned<UIView>& known) { return known.refers_to(view); });
+  if (View::of(view).window()) all.emplace_back(view);
 }
 
-std::vector<Rect> panes_in(const Window& window) {
+std::vector<Rect> panes_in(const UIWindow& window) {
   std::vector<Rect> found;
-  for (const objc::Unowned<View>& pane : all_panes()) {
-    const View view = pane.get();
-    const PaintRecord& record = view.parts().record;
-    if (view.window() == window && record.shown && !record.seen.empty()) {
+  for (const objc::Unowned<UIView>& pane : all_panes()) {
+    const UIView view = pane.get();
+    const PaintRecord& record = View::of(view).record();
+    if (View::of(view).window() == window && record.shown && !record.seen.empty()) {
       found.push_back(record.place.apply(record.bounds));
     }
   }

@@ -8,6 +8,7 @@
 #include "host/uikit/tables/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -19,118 +20,114 @@ graphics::Font footnote_font() {
 
 }  // namespace
 
-struct HeaderFooterState {
-  NSString reuse_identifier;
-  View content;
-  View background_view;
-  Label text_label;
-  Label detail_label;
-  bool is_header = true;
-};
+/// The host's UITableViewHeaderFooterView. Tables make them for titles; pages may have subclasses of it.
+namespace {
 
-HeaderFooterState& HeaderFooterView::parts() const { return state<HeaderFooterState>(); }
-HeaderFooterView HeaderFooterView::make(const NSString& reuse_identifier) {
-  return alloc().initialize<"initWithReuseIdentifier:">(reuse_identifier);
-}
-View HeaderFooterView::contentView() const { return parts().content; }
-NSString HeaderFooterView::reuse_identifier() const { return parts().reuse_identifier; }
-void HeaderFooterView::set_is_header(bool is_header) const {
-  parts().is_header = is_header;
-  setNeedsLayout();
-}
-
-struct HeaderFooterMethods {
-  using Self = HeaderFooterView;
-
-  static Self initWithIdentifier(objc::Allocated<Self> self, const NSString& identifier) {
-    Self view = std::move(self).initialize_super<"initWithFrame:">(Rect{});
+/// The host's UITableViewHeaderFooterView. Tables make them for titles; pages may have subclasses of it.
+class HeaderFooterView : public objc::Implementation<HeaderFooterView, UITableViewHeaderFooterView> {
+ public:
+  static UITableViewHeaderFooterView initWithIdentifier(objc::Allocated<UITableViewHeaderFooterView> self,
+                                                        const NSString& identifier) {
+    UITableViewHeaderFooterView view = super_init<"initWithFrame:">(std::move(self), Rect{});
     if (!view) return view;
-    view.parts().reuse_identifier = identifier;
-    view.parts().content = View::make();
-    view.addSubview(view.parts().content);
+    of(view).reuse_identifier_ = identifier;
+    of(view).content_ = objc::make<UIView>();
+    view.addSubview(of(view).content_);
     return view;
   }
-  static Self initWithFrame(objc::Allocated<Self> self, const Rect&) {
+  static UITableViewHeaderFooterView initWithFrame(objc::Allocated<UITableViewHeaderFooterView> self,
+                                                   const Rect&) {
     return std::move(self).initialize<"initWithReuseIdentifier:">(NSString());
   }
-
-  static Label label(const Self& self, Label& slot) {
+  UILabel label(UILabel& slot) {
     if (!slot) {
-      slot = Label::make();
+      slot = objc::make<UILabel>();
       slot.setNumberOfLines(0);
       slot.setFont(font_from(footnote_font()));
       slot.setTextColor(UIColor::secondaryLabelColor());
-      self.contentView().addSubview(slot);
+      content_.addSubview(slot);
     }
     return slot;
   }
-  static Label detailTextLabel(const Self& self) { return label(self, self.parts().detail_label); }
-
-  static double height_of(const Label& label, double width) {
+  UILabel detailTextLabel() { return label(detail_label_); }
+  static double height_of(const UILabel& label, double width) {
     const bool shows = label && label.text() && label.text().length() > 0;
     return shows ? label.sizeThatFits({width, 0}).height : 0;
   }
-  static double text_width(const Self& self, double width) {
-    const EdgeInsets safe = self.safeAreaInsets();
+  double text_width(double width) {
+    const EdgeInsets safe = self().safeAreaInsets();
     return std::max(0.0, width - 2 * kCellMargin - safe.left - safe.right);
   }
-  static Size sizeThatFits(const Self& self, const Size& size) {
-    const HeaderFooterState& state = self.parts();
-    const double width = text_width(self, size.width);
-    const double text = height_of(state.text_label, width) + height_of(state.detail_label, width);
+  Size sizeThatFits(const Size& size) {
+    const double width = text_width(size.width);
+    const double text = height_of(text_label_, width) + height_of(detail_label_, width);
     return {size.width, text + kFooterTextTop + kSectionTextPadding};
   }
-  static void layoutSubviews(const Self& self) {
-    objc::send_super<"layoutSubviews">(self, objc::class_for<View>());
-    const HeaderFooterState& state = self.parts();
-    const Rect bounds = self.bounds();
-    state.content.setFrame(bounds);
-    if (state.background_view) state.background_view.setFrame(bounds);
-    const double left = kCellMargin + self.safeAreaInsets().left;
-    const double width = text_width(self, bounds.width());
-    const double text = height_of(state.text_label, width);
-    const double detail = height_of(state.detail_label, width);
-    double y = state.is_header ? bounds.height() - kSectionTextPadding - text - detail + 1 : kFooterTextTop;
-    if (state.text_label) state.text_label.setFrame({{left, y}, {width, text}});
+  void layoutSubviews() {
+    super<"layoutSubviews">();
+    const Rect bounds = self().bounds();
+    content_.setFrame(bounds);
+    background_view_.setFrame(bounds);
+    const double left = kCellMargin + self().safeAreaInsets().left;
+    const double width = text_width(bounds.width());
+    const double text = height_of(text_label_, width);
+    const double detail = height_of(detail_label_, width);
+    double y = is_header_ ? bounds.height() - kSectionTextPadding - text - detail + 1 : kFooterTextTop;
+    if (text_label_) text_label_.setFrame(Rect{{left, y}, {width, text}});
     y += text;
-    if (state.detail_label) state.detail_label.setFrame({{left, y}, {width, detail}});
+    if (detail_label_) detail_label_.setFrame(Rect{{left, y}, {width, detail}});
   }
-
-  static View backgroundView(const Self& self) { return self.parts().background_view; }
-  static void setBackgroundView(const Self& self, const View& view) {
-    View& slot = self.parts().background_view;
-    if (slot) slot.removeFromSuperview();
-    slot = view;
-    if (view) self.insertSubviewAtIndex(view, 0);
-    self.setNeedsLayout();
+  void setBackgroundView(const UIView& view) {
+    background_view_.removeFromSuperview();
+    background_view_ = view;
+    if (view) self().insertSubview(view, 0);
+    self().setNeedsLayout();
   }
-  static void prepareForReuse(const Self&) {}
-  static void traitCollectionDidChange(const Self& self, const NSObject&) {
-    for (const Label& label : {self.parts().text_label, self.parts().detail_label}) {
+  void prepareForReuse() {}
+  void traitCollectionDidChange(const NSObject&) {
+    for (const UILabel& label : {text_label_, detail_label_}) {
       if (label) label.setFont(font_from(font_of(label.font()).with_size(footnote_font().size())));
     }
-    self.setNeedsLayout();
+    self().setNeedsLayout();
   }
+  /// A header's words stand at its lower edge, a footer's at its upper.
+  void set_is_header(bool is_header) {
+    is_header_ = is_header;
+    self().setNeedsLayout();
+  }
+  UILabel textLabel() { return label(text_label_); }
+
+ private:
+  friend void wispen::uikit::define_header_footer_view();
+
+  NSString reuse_identifier_;
+  UIView content_;
+  UIView background_view_;
+  UILabel text_label_;
+  UILabel detail_label_;
+  bool is_header_ = true;
 };
 
-Label HeaderFooterView::textLabel() const { return HeaderFooterMethods::label(*this, parts().text_label); }
+}  // namespace
 
-void HeaderFooterView::define() {
-  using M = HeaderFooterMethods;
-  objc::Class<HeaderFooterView>()
-      .state<HeaderFooterState>()
-      .initializer<"initWithReuseIdentifier:", &M::initWithIdentifier>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
-      .method<"reuseIdentifier", &HeaderFooterView::reuse_identifier>()
-      .method<"contentView", &HeaderFooterView::contentView>()
+void set_is_header(const UITableViewHeaderFooterView& view, bool is_header) {
+  HeaderFooterView::of(view).set_is_header(is_header);
+}
+
+void define_header_footer_view() {
+  objc::Class<UITableViewHeaderFooterView>::implemented_by<HeaderFooterView>()
+      .initializer<"initWithReuseIdentifier:", &HeaderFooterView::initWithIdentifier>()
+      .initializer<"initWithFrame:", &HeaderFooterView::initWithFrame>()
+      .getter<"reuseIdentifier", &HeaderFooterView::reuse_identifier_>()
+      .getter<"contentView", &HeaderFooterView::content_>()
       .method<"textLabel", &HeaderFooterView::textLabel>()
-      .method<"detailTextLabel", &M::detailTextLabel>()
-      .method<"backgroundView", &M::backgroundView>()
-      .method<"setBackgroundView:", &M::setBackgroundView>()
-      .method<"prepareForReuse", &M::prepareForReuse>()
-      .method<"sizeThatFits:", &M::sizeThatFits>()
-      .method<"layoutSubviews", &M::layoutSubviews>()
-      .method<"traitCollectionDidChange:", &M::traitCollectionDidChange>()
+      .method<"detailTextLabel", &HeaderFooterView::detailTextLabel>()
+      .getter<"backgroundView", &HeaderFooterView::background_view_>()
+      .method<"setBackgroundView:", &HeaderFooterView::setBackgroundView>()
+      .method<"prepareForReuse", &HeaderFooterView::prepareForReuse>()
+      .method<"sizeThatFits:", &HeaderFooterView::sizeThatFits>()
+      .method<"layoutSubviews", &HeaderFooterView::layoutSubviews>()
+      .method<"traitCollectionDidChange:", &HeaderFooterView::traitCollectionDidChange>()
       .register_class();
 }
 

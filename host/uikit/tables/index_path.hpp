@@ -1,7 +1,7 @@
 // host/uikit/tables/index_path.hpp: UIKit's rows and sections on Foundation's index paths.
 #pragma once
 
-#include "platform/Foundation.hpp"
+#include "platform/UIKit/UITableView.hpp"
 
 namespace wispen::uikit {
 
@@ -14,8 +14,8 @@ struct RowPath {
 
 /// Adds row, section and indexPathForRow:inSection: to NSIndexPath.
 void define_index_path();
-NSObject index_path(RowPath path);
+NSIndexPath index_path(RowPath path);
 /// Section and row -1 for nil.
-RowPath row_path(const NSObject& index_path);
+RowPath row_path(const NSIndexPath& index_path);
 
 }  // namespace wispen::uikit

@@ -4,15 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "host/graphics/canvas.hpp"
-#include "host/uikit/controls/control.hpp"
-#include "host/uikit/events/key.hpp"
+#include "host/uikit/events/gesture_recognizer.hpp"
+#include "host/uikit/hooks.hpp"
 #include "host/uikit/painting/painter.hpp"
 #include "host/uikit/session.hpp"
-#include "host/uikit/tables/scroll_motion.hpp"
 #include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
 
 namespace wispen::uikit {
 
@@ -23,376 +22,323 @@ constexpr double kIndicatorWidth = 3;
 constexpr double kIndicatorMargin = 3;
 constexpr double kShortestIndicator = 36;
 
+bool keeps_drags(const UIControl& control) {
+  return objc::responds_to(control, objc::selector<hooks::kKeepsDrags>()) &&
+         objc::send<hooks::kKeepsDrags, bool>(control);
+}
+
 }  // namespace
 
-struct ScrollState {
-  Size content_size;
-  EdgeInsets content_inset;
-  NSInteger adjustment = 0;  // 0 automatic, 1 scrollable axes, 2 never, 3 always
-  bool scroll_enabled = true;
-  bool bounces = true;
-  bool always_bounces_vertical = false;
-  bool shows_indicator = true;
-  NSInteger keyboard_dismiss = 0;
-  objc::Weak<NSObject> delegate;
-  PanGestureRecognizer pan;
-  Point drag_start;
-  bool dragging = false;
-  ScrollMotion motion;
-  TimerId timer{};
-  bool moving = false;  // by itself
-  EdgeInsets last_inset;
-  bool placed = false;
-};
-
-ScrollState& ScrollView::scroll() const { return state<ScrollState>(); }
-Size ScrollView::contentSize() const { return scroll().content_size; }
-bool ScrollView::is_moving() const { return scroll().moving || scroll().dragging; }
-
-struct ScrollMethods {
-  using Self = ScrollView;
-
-  static Self initWithFrame(objc::Allocated<Self> self, const Rect& frame) {
-    Self view = std::move(self).initialize_super<"initWithFrame:">(frame);
-    if (!view) return view;
-    view.setClipsToBounds(true);
-    ScrollState& state = view.scroll();
-    state.pan = PanGestureRecognizer::with_target(view, objc::selector<"_panned:">());
-    state.pan.restrict_to(false, true);
-    state.pan.recognition().delegate = NSObject(view);
-    view.addGestureRecognizer(state.pan);
-    return view;
-  }
-
-  template <objc::FixedString Sel, class... Args>
-  static void tell(const Self& self, const Args&... more) {
-    const NSObject delegate = self.scroll().delegate.lock();
-    if (objc::responds_to(delegate, objc::selector<Sel>())) objc::send<Sel>(delegate, self, more...);
-  }
-
-  static void offset_changed(const Self& self) {
-    self.setNeedsLayout();
-    self.setNeedsDisplay();
-    tell<"scrollViewDidScroll:">(self);
-    tell_bar(self);
-  }
-  /// A page's outermost scroll view tells its navigation bar how far the content is under it.
-  static void tell_bar(const Self& self) {
-    const double distance = self.contentOffset().y + self.adjustedContentInset().top;
-    for (View view = self; view; view = view.superview()) {
-      const Responder controller = view.controller();
-      if (!controller || !objc::responds_to(controller, objc::selector<"_contentOf:scrolled:">())) continue;
-      objc::send<"_contentOf:scrolled:">(controller, self, distance);
-      return;
-    }
-  }
-
-  static void panned(const Self& self, const PanGestureRecognizer& pan) {
-    ScrollState& state = self.scroll();
-    switch (pan.gesture_state()) {
-      case GestureState::Began:
-        self.stop();
-        state.dragging = true;
-        self.setNeedsDisplay();  // its indicator is seen from now on
-        state.drag_start = self.contentOffset();
-        tell<"scrollViewWillBeginDragging:">(self);
-        break;
-      case GestureState::Changed: {
-        const double wanted = state.drag_start.y - pan.translationInView(self).y;
-        self.setContentOffset(
-            {self.contentOffset().x, offset_under_finger(wanted, range(self), self.bounds().height())});
-        break;
-      }
-      case GestureState::Ended:
-      case GestureState::Cancelled: {
-        state.dragging = false;
-        const bool thrown = pan.gesture_state() == GestureState::Ended;
-        const double velocity = thrown ? -pan.velocityInView(self).y : 0;
-        const bool goes_on =
-            std::abs(velocity) > ScrollMotion::kSlowest || !range(self).holds(self.contentOffset().y);
-        self.setNeedsDisplay();
-        tell<"scrollViewDidEndDragging:willDecelerate:">(self, goes_on);
-        if (goes_on) start_moving(self, velocity);
-        break;
-      }
-      default:
-        break;
-    }
-  }
-
-  static ScrollRange range(const Self& self) {
-    constexpr double kFar = 1e9;
-    return {self.nearest_resting_offset({0, -kFar}).y, self.nearest_resting_offset({0, kFar}).y,
-            self.scroll().bounces && can_bounce(self)};
-  }
-  static bool can_bounce(const Self& self) {
-    const EdgeInsets inset = self.adjustedContentInset();
-    const bool taller = self.contentSize().height + inset.top + inset.bottom > self.bounds().height();
-    return taller || self.scroll().always_bounces_vertical;
-  }
-
-  static void start_moving(const Self& self, double velocity) {
-    ScrollState& state = self.scroll();
-    if (std::exchange(state.moving, true)) return;
-    state.motion = ScrollMotion(velocity);
-    const objc::Weak<Self> weak(self);
-    const auto frame = Nanoseconds(static_cast<std::int64_t>(ScrollMotion::kFrame * 1e9));
-    state.timer = main_loop().add_timer(
-        frame,
-        [weak] {
-          if (const Self alive = weak.lock()) step(alive);
-        },
-        frame);
-  }
-
-  static void step(const Self& self) {
-    const Point now = self.contentOffset();
-    const ScrollMotion::Step step = self.scroll().motion.step(now.y, range(self));
-    self.setContentOffset({now.x, step.offset});
-    if (step.finished) finish(self);
-  }
-
-  static void finish(const Self& self) {
-    self.stop();
-    tell<"scrollViewDidEndDecelerating:">(self);
-  }
-
-  static void layoutSubviews(const Self& self) {
-    objc::send_super<"layoutSubviews">(self, objc::class_for<View>());
-    keep_place(self);
-  }
-  /// When the room around the content changes, the content stays where it was seen.
-  static void keep_place(const Self& self) {
-    ScrollState& state = self.scroll();
-    const EdgeInsets inset = self.adjustedContentInset();
-    if (!state.placed) {
-      if (!self.window()) return;
-      state.placed = true;
-      state.last_inset = inset;
-      self.setBounds({{self.contentOffset().x, -inset.top}, self.bounds().size});
-      tell_bar(self);
-      return;
-    }
-    Point offset = self.contentOffset();
-    if (!(inset == state.last_inset)) {
-      offset.y += state.last_inset.top - inset.top;
-      state.last_inset = inset;
-    } else if (self.is_moving()) {
-      return;
-    }
-    self.setContentOffset(self.nearest_resting_offset(offset));
-  }
-
-  static void paint_indicator(const View& view, graphics::Canvas& canvas, const Rect& bounds) {
-    const Self self = view.as<Self>();
-    const ScrollState& state = self.scroll();
-    if (!state.shows_indicator || !self.is_moving()) return;
-    const EdgeInsets inset = self.adjustedContentInset();
-    const double content = state.content_size.height + inset.top + inset.bottom;
-    if (content <= bounds.height()) return;
-    const double track = bounds.height() - inset.top - inset.bottom - 2 * kIndicatorMargin;
-    const double length = std::max(kShortestIndicator, track * bounds.height() / content);
-    const double part = std::clamp((bounds.min_y() + inset.top) / (content - bounds.height()), 0.0, 1.0);
-    const double y = bounds.min_y() + inset.top + kIndicatorMargin + part * (track - length);
-    const Rect bar{{bounds.max_x() - kIndicatorMargin - kIndicatorWidth, y}, {kIndicatorWidth, length}};
-    const auto colour =
-        graphics::Colour::dynamic(graphics::Colour::grey(0, 0.35), graphics::Colour::grey(1, 0.35));
-    canvas.fill(graphics::Path::rounded_rect(bar, kIndicatorWidth / 2), colour);
-  }
-
-  static EdgeInsets contentInset(const Self& self) { return self.scroll().content_inset; }
-  static void setContentInset(const Self& self, const EdgeInsets& inset) {
-    self.scroll().content_inset = inset;
-    keep_place(self);
-    self.setNeedsLayout();
-  }
-  template <auto Member>
-  static auto get(const Self& self) {
-    return self.scroll().*Member;
-  }
-  template <auto Member, class V>
-  static void set(const Self& self, V value) {
-    self.scroll().*Member = value;
-    self.setNeedsLayout();
-  }
-  static NSObject delegate(const Self& self) { return self.scroll().delegate.lock(); }
-  static void setDelegate(const Self& self, const NSObject& delegate) { self.scroll().delegate = delegate; }
-  static PanGestureRecognizer pan(const Self& self) { return self.scroll().pan; }
-  static bool is_at_top(const Self& self) {
-    return self.contentOffset().y <= -self.adjustedContentInset().top + 0.5;
-  }
-  /// Pulled down from its top, a sheet goes with the finger, and what it holds stays.
-  static bool is_on_a_sheet(const Self& self) {
-    for (View view = self.superview(); view; view = view.superview()) {
-      if (objc::responds_to(view, objc::selector<"_dragged:">())) return true;
-    }
-    return false;
-  }
-  static bool shouldBegin(const Self& self, const GestureRecognizer& recognizer) {
-    if (recognizer != self.scroll().pan) return true;
-    if (!self.scroll().scroll_enabled || !can_bounce(self)) return false;
-    if (self.scroll().pan.way().y > 0 && is_at_top(self) && is_on_a_sheet(self)) return false;
-    // A control that follows the finger keeps it.
-    const Point start = self.scroll().pan.locationInView(self);
-    const Point way = self.scroll().pan.way();
-    for (View view = self.hitTest({start.x - way.x, start.y - way.y}); view && view != self;
-         view = view.superview()) {
-      const auto control = objc::cast_or_nil<Control>(view);
-      if (control && control.control().tracking && keeps_drags(control)) return false;
-    }
-    return true;
-  }
-  static bool keeps_drags(const Control& control) {
-    return objc::responds_to(control, objc::selector<"_keepsDrags">()) &&
-           objc::send<"_keepsDrags", bool>(control);
-  }
-  static void revealFocused(const Self& self, const View& view) {
-    constexpr double kAround = 20;
-    self.scrollRectToVisible(view.convertRectToView(view.bounds(), self).inset(0, -kAround), true);
-  }
-  static bool handleKey(const Self& self, const Key& key) {
-    const EdgeInsets inset = self.adjustedContentInset();
-    const double page = std::max(0.0, self.bounds().height() - inset.top - inset.bottom - 40);
-    double by = 0;
-    switch (key.code()) {
-      case KeyCode::PageDown:
-        by = page;
-        break;
-      case KeyCode::PageUp:
-        by = -page;
-        break;
-      case KeyCode::End:
-        by = 1e7;
-        break;
-      case KeyCode::Home:
-        by = -1e7;
-        break;
-      default:
-        return false;
-    }
-    const Point now = self.contentOffset();
-    self.set_content_offset(self.nearest_resting_offset({now.x, now.y + by}), true);
-    return true;
-  }
-};
-
-void ScrollView::stop() const {
-  ScrollState& state = scroll();
-  if (!std::exchange(state.moving, false)) return;
-  if (Session::current() != nullptr) main_loop().cancel(state.timer);
-  setNeedsDisplay();
+UIScrollView ScrollView::initWithFrame(objc::Allocated<UIScrollView> self, const Rect& frame) {
+  UIScrollView view = super_init<"initWithFrame:">(std::move(self), frame);
+  if (!view) return view;
+  view.setClipsToBounds(true);
+  UIPanGestureRecognizer& pan = of(view).pan_;
+  pan = UIPanGestureRecognizer::alloc().initWithTarget(view, objc::selector<"_panned:">());
+  PanGestureRecognizer::of(pan).restrict_to(false, true);
+  pan.setDelegate(view);
+  view.addGestureRecognizer(pan);
+  return view;
 }
 
-void ScrollView::setContentOffset(const Point& offset) const {
-  if (contentOffset() == offset || !std::isfinite(offset.x) || !std::isfinite(offset.y)) return;
-  setBounds({offset, bounds().size});
-  ScrollMethods::offset_changed(*this);
+void ScrollView::offset_changed() {
+  self().setNeedsLayout();
+  self().setNeedsDisplay();
+  tell<"scrollViewDidScroll:">();
+  tell_bar();
 }
 
-void ScrollView::set_content_offset(const Point& offset, bool animated) const {
+void ScrollView::tell_bar() {
+  const double distance = contentOffset().y + adjustedContentInset().top;
+  for (UIView view = self(); view; view = View::of(view).superview()) {
+    const UIViewController controller = View::of(view).controller();
+    if (!controller || !objc::responds_to(controller, objc::selector<hooks::kContentScrolled>())) continue;
+    objc::send<hooks::kContentScrolled>(controller, self(), distance);
+    return;
+  }
+}
+
+void ScrollView::panned(const UIPanGestureRecognizer& pan) {
+  switch (pan.state()) {
+    case UIGestureRecognizerState::Began:
+      stop();
+      dragging_ = true;
+      self().setNeedsDisplay();  // its indicator is seen from now on
+      drag_start_ = contentOffset();
+      tell<"scrollViewWillBeginDragging:">();
+      break;
+    case UIGestureRecognizerState::Changed: {
+      const double wanted = drag_start_.y - pan.translationInView(self()).y;
+      setContentOffset(
+          {contentOffset().x, offset_under_finger(wanted, range(), self().bounds().size.height)});
+      break;
+    }
+    case UIGestureRecognizerState::Ended:
+    case UIGestureRecognizerState::Cancelled: {
+      dragging_ = false;
+      const bool thrown = pan.state() == UIGestureRecognizerState::Ended;
+      const double velocity = thrown ? -pan.velocityInView(self()).y : 0;
+      const bool goes_on = std::abs(velocity) > ScrollMotion::kSlowest || !range().holds(contentOffset().y);
+      self().setNeedsDisplay();
+      tell<"scrollViewDidEndDragging:willDecelerate:">(goes_on);
+      if (goes_on) start_moving(velocity);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+ScrollRange ScrollView::range() {
+  constexpr double kFar = 1e9;
+  return {nearest_resting_offset({0, -kFar}).y, nearest_resting_offset({0, kFar}).y,
+          bounces_ && can_bounce()};
+}
+
+bool ScrollView::can_bounce() {
+  const EdgeInsets inset = adjustedContentInset();
+  const bool taller = contentSize().height + inset.top + inset.bottom > self().bounds().size.height;
+  return taller || always_bounces_vertical_;
+}
+
+void ScrollView::start_moving(double velocity) {
+  if (std::exchange(moving_, true)) return;
+  motion_ = ScrollMotion(velocity);
+  const objc::Weak<UIScrollView> weak(self());
+  const auto frame = Nanoseconds(static_cast<std::int64_t>(ScrollMotion::kFrame * 1e9));
+  timer_ = main_loop().add_timer(
+      frame,
+      [weak] {
+        if (const UIScrollView alive = weak.lock()) of(alive).step();
+      },
+      frame);
+}
+
+void ScrollView::step() {
+  const Point now = contentOffset();
+  const ScrollMotion::Step step = motion_.step(now.y, range());
+  setContentOffset({now.x, step.offset});
+  if (step.finished) finish();
+}
+
+void ScrollView::finish() {
+  stop();
+  tell<"scrollViewDidEndDecelerating:">();
+}
+
+void ScrollView::layoutSubviews() {
+  super<"layoutSubviews">();
+  keep_place();
+}
+
+void ScrollView::keep_place() {
+  const EdgeInsets inset = adjustedContentInset();
+  if (!placed_) {
+    if (!self().window()) return;
+    placed_ = true;
+    last_inset_ = inset;
+    self().setBounds(Rect{{contentOffset().x, -inset.top}, self().bounds().size});
+    tell_bar();
+    return;
+  }
+  Point offset = contentOffset();
+  if (!(inset == last_inset_)) {
+    offset.y += last_inset_.top - inset.top;
+    last_inset_ = inset;
+  } else if (is_moving()) {
+    return;
+  }
+  setContentOffset(nearest_resting_offset(offset));
+}
+
+void ScrollView::paint_indicator(graphics::Canvas& canvas, const Rect& bounds) {
+  if (!shows_indicator_ || !is_moving()) return;
+  const EdgeInsets inset = adjustedContentInset();
+  const double content = content_size_.height + inset.top + inset.bottom;
+  if (content <= bounds.height()) return;
+  const double track = bounds.height() - inset.top - inset.bottom - 2 * kIndicatorMargin;
+  const double length = std::max(kShortestIndicator, track * bounds.height() / content);
+  const double part = std::clamp((bounds.min_y() + inset.top) / (content - bounds.height()), 0.0, 1.0);
+  const double y = bounds.min_y() + inset.top + kIndicatorMargin + part * (track - length);
+  const Rect bar{{bounds.max_x() - kIndicatorMargin - kIndicatorWidth, y}, {kIndicatorWidth, length}};
+  const auto colour =
+      graphics::Colour::dynamic(graphics::Colour::grey(0, 0.35), graphics::Colour::grey(1, 0.35));
+  canvas.fill(graphics::Path::rounded_rect(bar, kIndicatorWidth / 2), colour);
+}
+
+void ScrollView::setContentInset(const EdgeInsets& inset) {
+  content_inset_ = inset;
+  keep_place();
+  self().setNeedsLayout();
+}
+
+bool ScrollView::is_at_top() { return contentOffset().y <= -adjustedContentInset().top + 0.5; }
+
+bool ScrollView::is_on_a_sheet() {
+  for (UIView view = View::of(self()).superview(); view; view = View::of(view).superview()) {
+    if (objc::responds_to(view, objc::selector<"_dragged:">())) return true;
+  }
+  return false;
+}
+
+bool ScrollView::shouldBegin(const UIGestureRecognizer& recognizer) {
+  if (recognizer != pan_) return true;
+  if (!scroll_enabled_ || !can_bounce()) return false;
+  if (PanGestureRecognizer::of(pan_).way().y > 0 && is_at_top() && is_on_a_sheet()) return false;
+  // A control that follows the finger keeps it.
+  const Point start = pan_.locationInView(self());
+  const Point way = PanGestureRecognizer::of(pan_).way();
+  for (UIView view = self().hitTest(Point{start.x - way.x, start.y - way.y}, NSObject());
+       view && view != self(); view = View::of(view).superview()) {
+    const auto control = objc::cast_or_nil<UIControl>(view);
+    if (control && control.isTracking() && keeps_drags(control)) return false;
+  }
+  return true;
+}
+
+void ScrollView::revealFocused(const UIView& view) {
+  constexpr double kAround = 20;
+  scrollRectToVisible(Rect(view.convertRectToView(view.bounds(), self())).inset(0, -kAround), true);
+}
+
+bool ScrollView::handleKey(const UIKey& key) {
+  const EdgeInsets inset = adjustedContentInset();
+  const double page = std::max(0.0, self().bounds().size.height - inset.top - inset.bottom - 40);
+  double by = 0;
+  switch (key.press().code) {
+    case KeyCode::PageDown:
+      by = page;
+      break;
+    case KeyCode::PageUp:
+      by = -page;
+      break;
+    case KeyCode::End:
+      by = 1e7;
+      break;
+    case KeyCode::Home:
+      by = -1e7;
+      break;
+    default:
+      return false;
+  }
+  const Point now = contentOffset();
+  set_content_offset(nearest_resting_offset({now.x, now.y + by}), true);
+  return true;
+}
+
+void ScrollView::stop() {
+  if (!std::exchange(moving_, false)) return;
+  if (Session::current() != nullptr) main_loop().cancel(timer_);
+  self().setNeedsDisplay();
+}
+
+void ScrollView::setContentOffset(const Point& offset) {
+  if (Point(contentOffset()) == offset || !std::isfinite(offset.x) || !std::isfinite(offset.y)) return;
+  self().setBounds({offset, self().bounds().size});
+  offset_changed();
+}
+
+void ScrollView::set_content_offset(const Point& offset, bool animated) {
   stop();
   AnimationEngine* const engine = AnimationEngine::current();
   if (!animated || engine == nullptr) return setContentOffset(offset);
-  const ScrollView kept = *this;
+  const UIScrollView kept = self();
   engine->animate(
       {.duration = kOffsetSeconds}, [&] { kept.setContentOffset(offset); },
-      [kept](bool) { ScrollMethods::tell<"scrollViewDidEndScrollingAnimation:">(kept); });
+      [kept](bool) { of(kept).tell<"scrollViewDidEndScrollingAnimation:">(); });
 }
 
-void ScrollView::setContentSize(const Size& size) const {
-  if (scroll().content_size == size) return;
-  scroll().content_size = size;
-  setNeedsLayout();
-  if (is_moving()) setNeedsDisplay();  // its indicator is as long as the content says
+void ScrollView::setContentSize(const Size& size) {
+  if (content_size_ == size) return;
+  content_size_ = size;
+  self().setNeedsLayout();
+  if (is_moving()) self().setNeedsDisplay();  // its indicator is as long as the content says
 }
 
-EdgeInsets ScrollView::adjustedContentInset() const {
-  const ScrollState& state = scroll();
-  EdgeInsets inset = state.content_inset;
-  if (state.adjustment == 2) return inset;
+EdgeInsets ScrollView::adjustedContentInset() {
+  EdgeInsets inset = content_inset_;
+  if (adjustment_ == UIScrollViewContentInsetAdjustmentBehavior::Never) return inset;
   // The safe area as it lies around the frame: the content's own offset does not change it.
-  const EdgeInsets safe = safeAreaInsets();
+  const EdgeInsets safe = self().safeAreaInsets();
   inset.top += safe.top;
   inset.bottom += safe.bottom;
   return inset;
 }
 
-Point ScrollView::nearest_resting_offset(const Point& offset) const {
+Point ScrollView::nearest_resting_offset(const Point& offset) {
   const EdgeInsets inset = adjustedContentInset();
-  const Size size = bounds().size;
+  const Size size = self().bounds().size;
   const Size content = contentSize();
   const double most_y = std::max(-inset.top, content.height + inset.bottom - size.height);
   const double most_x = std::max(-inset.left, content.width + inset.right - size.width);
   return {std::clamp(offset.x, -inset.left, most_x), std::clamp(offset.y, -inset.top, most_y)};
 }
 
-void ScrollView::scrollRectToVisible(const Rect& rect, bool animated) const {
+void ScrollView::scrollRectToVisible(const Rect& rect, bool animated) {
   const EdgeInsets inset = adjustedContentInset();
   Point offset = contentOffset();
-  const double height = bounds().height();
+  const double height = self().bounds().size.height;
   if (rect.max_y() > offset.y + height - inset.bottom) offset.y = rect.max_y() - height + inset.bottom;
   if (rect.min_y() < offset.y + inset.top) offset.y = rect.min_y() - inset.top;
   offset = nearest_resting_offset(offset);
   if (!(offset == contentOffset())) set_content_offset(offset, animated);
 }
 
-void ScrollView::wheel(double points) const {
-  if (!scroll().scroll_enabled) return;
+void ScrollView::wheel(double points) {
+  if (!scroll_enabled_) return;
   stop();
   const Point now = contentOffset();
   setContentOffset(nearest_resting_offset({now.x, now.y - points}));
 }
 
-ScrollView scroll_view_at(Point place) {
-  const std::vector<Window> windows = Application::shared().windows();
+UIScrollView scroll_view_at(Point point) {
+  const std::vector<UIWindow> windows = Application::shared().windows();
   for (std::size_t i = windows.size(); i-- > 0;) {
-    for (View view = windows[i].hitTest(place); view; view = view.superview()) {
-      const auto scroll = objc::cast_or_nil<ScrollView>(view);
-      if (scroll && ScrollMethods::can_bounce(scroll)) return scroll;
+    for (UIView view = windows[i].hitTest(point, NSObject()); view; view = View::of(view).superview()) {
+      const auto scroll = objc::cast_or_nil<UIScrollView>(view);
+      if (scroll && ScrollView::of(scroll).can_bounce()) return scroll;
     }
   }
-  return ScrollView();
+  return UIScrollView();
 }
 
-void ScrollView::define() {
-  using M = ScrollMethods;
-  using S = ScrollState;
-  objc::Class<ScrollView> view;
-  view.state<ScrollState>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
+void define_scroll_view() {
+  auto view = objc::Class<UIScrollView>::implemented_by<ScrollView>();
+  view.initializer<"initWithFrame:", &ScrollView::initWithFrame>()
       .method<"contentOffset", &ScrollView::contentOffset>()
       .method<"setContentOffset:", &ScrollView::setContentOffset>()
       .method<"setContentOffset:animated:", &ScrollView::set_content_offset>()
       .method<"contentSize", &ScrollView::contentSize>()
       .method<"setContentSize:", &ScrollView::setContentSize>()
-      .method<"contentInset", &M::contentInset>()
-      .method<"setContentInset:", &M::setContentInset>()
+      .getter<"contentInset", &ScrollView::content_inset_>()
+      .method<"setContentInset:", &ScrollView::setContentInset>()
       .method<"adjustedContentInset", &ScrollView::adjustedContentInset>()
-      .method<"contentInsetAdjustmentBehavior", &M::get<&S::adjustment>>()
-      .method<"setContentInsetAdjustmentBehavior:", &M::set<&S::adjustment, NSInteger>>()
-      .method<"isScrollEnabled", &M::get<&S::scroll_enabled>>()
-      .method<"setScrollEnabled:", &M::set<&S::scroll_enabled, bool>>()
-      .method<"bounces", &M::get<&S::bounces>>()
-      .method<"setBounces:", &M::set<&S::bounces, bool>>()
-      .method<"alwaysBounceVertical", &M::get<&S::always_bounces_vertical>>()
-      .method<"setAlwaysBounceVertical:", &M::set<&S::always_bounces_vertical, bool>>()
-      .method<"showsVerticalScrollIndicator", &M::get<&S::shows_indicator>>()
-      .method<"setShowsVerticalScrollIndicator:", &M::set<&S::shows_indicator, bool>>()
-      .method<"keyboardDismissMode", &M::get<&S::keyboard_dismiss>>()
-      .method<"setKeyboardDismissMode:", &M::set<&S::keyboard_dismiss, NSInteger>>()
-      .method<"delegate", &M::delegate>()
-      .method<"setDelegate:", &M::setDelegate>()
-      .method<"panGestureRecognizer", &M::pan>()
-      .method<"isDragging", &M::get<&S::dragging>>()
-      .method<"isDecelerating", &M::get<&S::moving>>()
+      .getter<"contentInsetAdjustmentBehavior", &ScrollView::adjustment_>()
+      .method<"setContentInsetAdjustmentBehavior:",
+              &ScrollView::set<&ScrollView::adjustment_, UIScrollViewContentInsetAdjustmentBehavior>>()
+      .getter<"isScrollEnabled", &ScrollView::scroll_enabled_>()
+      .method<"setScrollEnabled:", &ScrollView::set<&ScrollView::scroll_enabled_, bool>>()
+      .getter<"bounces", &ScrollView::bounces_>()
+      .method<"setBounces:", &ScrollView::set<&ScrollView::bounces_, bool>>()
+      .getter<"alwaysBounceVertical", &ScrollView::always_bounces_vertical_>()
+      .method<"setAlwaysBounceVertical:", &ScrollView::set<&ScrollView::always_bounces_vertical_, bool>>()
+      .getter<"showsVerticalScrollIndicator", &ScrollView::shows_indicator_>()
+      .method<"setShowsVerticalScrollIndicator:", &ScrollView::set<&ScrollView::shows_indicator_, bool>>()
+      .getter<"keyboardDismissMode", &ScrollView::keyboard_dismiss_>()
+      .method<"setKeyboardDismissMode:", &ScrollView::set<&ScrollView::keyboard_dismiss_, NSInteger>>()
+      .method<"delegate", &ScrollView::delegate>()
+      .method<"setDelegate:", &ScrollView::setDelegate>()
+      .getter<"panGestureRecognizer", &ScrollView::pan_>()
+      .getter<"isDragging", &ScrollView::dragging_>()
+      .getter<"isDecelerating", &ScrollView::moving_>()
       .method<"scrollRectToVisible:animated:", &ScrollView::scrollRectToVisible>()
-      .method<"layoutSubviews", &M::layoutSubviews>()
-      .method<"_panned:", &M::panned>()
-      .method<"gestureRecognizerShouldBegin:", &M::shouldBegin>()
-      .method<"_revealFocusedView:", &M::revealFocused>()
-      .method<"_handleKey:", &M::handleKey>()
+      .method<"layoutSubviews", &ScrollView::layoutSubviews>()
+      .method<"_panned:", &ScrollView::panned>()
+      .method<"gestureRecognizerShouldBegin:", &ScrollView::shouldBegin>()
+      .method<hooks::kRevealFocusedView, &ScrollView::revealFocused>()
+      .method<hooks::kHandleKey, &ScrollView::handleKey>()
       .register_class();
-  set_overlay_painter(objc::class_for<ScrollView>(), &M::paint_indicator);
+  set_overlay_painter<&ScrollView::paint_indicator>();
 }
 
 }  // namespace wispen::uikit

@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "host/uikit/tables/header_footer_view.hpp"
-#include "host/uikit/tables/table_methods.hpp"
+#include "host/uikit/tables/table_cell.hpp"
+#include "host/uikit/tables/table_view.hpp"
 #include "host/uikit/views/animation.hpp"
+#include "host/uikit/views/responder.hpp"
 
 namespace wispen::uikit {
 
@@ -18,178 +20,175 @@ constexpr std::size_t kMeasuredAtOnce = 400;
 
 }  // namespace
 
-TableCell TableMethods::cell_at(const Self& self, RowPath path) {
-  TableState& state = self.table();
-  const auto known = state.cells.find(path);
-  if (known != state.cells.end()) return known->second;
-  const NSObject source = state.data_source.lock();
-  TableCell cell = objc::send<"tableView:cellForRowAtIndexPath:", TableCell>(source, self, index_path(path));
+UITableViewCell TableView::cell_at(RowPath path) {
+  const auto known = cells_.find(path);
+  if (known != cells_.end()) return known->second;
+  const NSObject source = data_source_.lock();
+  UITableViewCell cell =
+      objc::send<"tableView:cellForRowAtIndexPath:", UITableViewCell>(source, self(), index_path(path));
   if (!cell) {
     NSException::raise("NSInternalInconsistencyException"_ns,
                        "UITableView dataSource returned a nil cell for row at index path"_ns);
   }
-  cell.cell().table = objc::Unowned<View>(self);
-  state.cells.emplace(path, cell);
+  TableCell::of(cell).set_table(self());
+  cells_.emplace(path, cell);
   return cell;
 }
 
-void TableMethods::recycle(const Self& self, const TableCell& cell) {
-  TableState& state = self.table();
+void TableView::recycle(const UITableViewCell& cell) {
   cell.removeFromSuperview();
-  cell.cell().table = objc::Unowned<View>();
-  const NSString identifier = cell.cell().reuse_identifier;
+  TableCell::of(cell).set_table(UITableView());
+  const NSString identifier = TableCell::of(cell).reuse_identifier();
   if (!identifier) return;
-  auto& pool = state.reusable[identifier.utf8()];
+  auto& pool = reusable_[identifier.utf8()];
   constexpr std::size_t kMostReusable = 16;
   if (pool.size() < kMostReusable) pool.push_back(cell);
 }
 
-void TableMethods::recycle_section_view(const Self& self, const View& view) {
+void TableView::recycle_section_view(const UIView& view) {
   view.removeFromSuperview();
-  const auto known = objc::cast_or_nil<HeaderFooterView>(view);
-  if (!known || !known.reuse_identifier()) return;
-  auto& pool = self.table().reusable_sections[known.reuse_identifier().utf8()];
+  const auto known = objc::cast_or_nil<UITableViewHeaderFooterView>(view);
+  if (!known || !known.reuseIdentifier()) return;
+  auto& pool = reusable_sections_[known.reuseIdentifier().utf8()];
   constexpr std::size_t kMostReusable = 8;
   if (pool.size() < kMostReusable) pool.push_back(known);
 }
 
-void TableMethods::place_cell(const Self& self, std::size_t item) {
-  TableState& state = self.table();
-  const TableItem& at = state.items[item];
+void TableView::place_cell(std::size_t item) {
+  const TableItem& at = items_[item];
   const RowPath path{at.section, at.row};
-  const TableCell cell = cell_at(self, path);
-  const Rect frame = item_rect(self, item);
-  const bool first = state.items[item - 1].row == TableItem::kHeader;
-  const bool last = state.items[item + 1].row == TableItem::kFooter;
-  const bool without_line = (last && state.style != TableStyle::Plain) || state.separator_style == 0;
-  if (std::exchange(cell.cell().last_in_section, without_line) != without_line) cell.setNeedsDisplay();
-  if (state.style == TableStyle::InsetGrouped) {
+  const UITableViewCell cell = cell_at(path);
+  const Rect frame = item_rect(item);
+  const bool first = items_[item - 1].row == TableItem::kHeader;
+  const bool last = items_[item + 1].row == TableItem::kFooter;
+  const bool without_line =
+      (last && style_ != UITableViewStyle::Plain) || separator_style_ == UITableViewCellSeparatorStyle::None;
+  TableCell::of(cell).set_last_in_section(without_line);
+  if (style_ == UITableViewStyle::InsetGrouped) {
     cell.layer().setCornerRadius(first || last ? kCornerRadius : 0);
-    objc::send<"setMaskedCorners:">(cell.layer(), NSUInteger{(first ? 3U : 0U) | (last ? 12U : 0U)});
+    constexpr CACornerMask kUpper = kCALayerMinXMinYCorner | kCALayerMaxXMinYCorner;
+    constexpr CACornerMask kLower = kCALayerMinXMaxYCorner | kCALayerMaxXMaxYCorner;
+    cell.layer().setMaskedCorners((first ? kUpper : 0) | (last ? kLower : 0));
     cell.setClipsToBounds(first || last);
   }
-  objc::send<"setFrame:">(cell, frame);
-  if (cell.superview() == self) return;
+  cell.setFrame(frame);
+  if (cell.superview() == self()) return;
   AnimationEngine::current()->without_animation([&] {
-    self.insertSubviewAtIndex(cell, 0);
-    const bool selected = state.selected == path;
-    if (cell.cell().selected != selected) objc::send<"setSelected:animated:">(cell, selected, false);
+    self().insertSubview(cell, 0);
+    const bool selected = selected_ == path;
+    if (cell.isSelected() != selected) cell.setSelected(selected, false);
     cell.layoutIfNeeded();
   });
-  const NSObject delegate = objc::send<"delegate", NSObject>(self);
+  const NSObject delegate = self().delegate();
   if (objc::responds_to(delegate, objc::selector<"tableView:willDisplayCell:forRowAtIndexPath:">())) {
-    objc::send<"tableView:willDisplayCell:forRowAtIndexPath:">(delegate, self, cell, index_path(path));
+    objc::send<"tableView:willDisplayCell:forRowAtIndexPath:">(delegate, self(), cell, index_path(path));
   }
 }
 
-View TableMethods::make_section_view(const Self& self, const TableItem& item) {
-  const NSObject delegate = objc::send<"delegate", NSObject>(self);
+UIView TableView::make_section_view(const TableItem& item) {
+  const NSObject delegate = self().delegate();
   const bool header = item.row == TableItem::kHeader;
   if (header && objc::responds_to(delegate, objc::selector<"tableView:viewForHeaderInSection:">())) {
     if (const auto view =
-            objc::send<"tableView:viewForHeaderInSection:", View>(delegate, self, item.section)) {
+            objc::send<"tableView:viewForHeaderInSection:", UIView>(delegate, self(), item.section)) {
       return view;
     }
   }
   if (!header && objc::responds_to(delegate, objc::selector<"tableView:viewForFooterInSection:">())) {
     if (const auto view =
-            objc::send<"tableView:viewForFooterInSection:", View>(delegate, self, item.section)) {
+            objc::send<"tableView:viewForFooterInSection:", UIView>(delegate, self(), item.section)) {
       return view;
     }
   }
-  const NSString title = title_of(self, item);
-  if (!title || title.length() == 0) return View();
-  const HeaderFooterView view = HeaderFooterView::make(NSString());
+  const NSString title = title_of(item);
+  if (!title || title.length() == 0) return UIView();
+  const auto view = UITableViewHeaderFooterView::alloc().initWithReuseIdentifier(NSString());
   view.textLabel().setText(shown_title(title, header));
-  view.set_is_header(header);
+  set_is_header(view, header);
   return view;
 }
 
-void TableMethods::place_section_view(const Self& self, std::size_t item) {
-  TableState& state = self.table();
-  const TableItem& at = state.items[item];
-  auto& known = at.row == TableItem::kHeader ? state.headers : state.footers;
+void TableView::place_section_view(std::size_t item) {
+  const TableItem& at = items_[item];
+  auto& known = at.row == TableItem::kHeader ? headers_ : footers_;
   auto found = known.find(at.section);
   if (found == known.end()) {
-    const View view = make_section_view(self, at);
+    const UIView view = make_section_view(at);
     found = known.emplace(at.section, view).first;
-    if (view) self.insertSubviewAtIndex(view, 0);
+    if (view) self().insertSubview(view, 0);
   }
-  const View view = found->second;
+  const UIView view = found->second;
   if (!view) return;
   // At the rows' margin; a page's own view with its own height where that is larger.
-  Rect frame = item_rect(self, item);
-  const double margin = self.side_margin();
+  Rect frame = item_rect(item);
+  const double margin = side_margin();
   frame.origin.x = margin;
-  frame.size.width = self.bounds().width() - 2 * margin;
-  if (!objc::cast_or_nil<HeaderFooterView>(view)) {
-    frame.size.height = std::max(frame.size.height, view.bounds().height());
+  frame.size.width = self().bounds().size.width - 2 * margin;
+  if (!objc::cast_or_nil<UITableViewHeaderFooterView>(view)) {
+    frame.size.height = std::max(frame.size.height, view.bounds().size.height);
   }
   view.setFrame(frame);
 }
 
-void TableMethods::tile(const Self& self) {
-  TableState& state = self.table();
-  if (!state.loaded) {
-    count_items(self);
-    if (state.items.size() <= kMeasuredAtOnce) {
-      for (std::size_t i = 0; i < state.items.size(); ++i) measure_item(self, i);
+void TableView::tile() {
+  if (!loaded_) {
+    count_items();
+    if (items_.size() <= kMeasuredAtOnce) {
+      for (std::size_t i = 0; i < items_.size(); ++i) measure_item(i);
     }
   }
-  if (state.laid_out_width != self.bounds().width()) {
-    state.laid_out_width = self.bounds().width();
-    state.measured.assign(state.items.size(), false);
+  if (laid_out_width_ != self().bounds().size.width) {
+    laid_out_width_ = self().bounds().size.width;
+    measured_.assign(items_.size(), false);
   }
-  place_edges(self);
-  if (state.items.empty()) {
-    update_content_size(self);
-    drop_all(self);
+  place_edges();
+  if (items_.empty()) {
+    update_content_size();
+    drop_all();
     return;
   }
-  const double above = state.header ? state.header.bounds().height() : 0;
-  const Rect bounds = self.bounds();
-  std::size_t first = state.heights.item_at(std::max(0.0, bounds.min_y() - above));
+  const double above = header_ ? header_.bounds().size.height : 0;
+  const Rect bounds = self().bounds();
+  std::size_t first = heights_.item_at(std::max(0.0, bounds.min_y() - above));
   // Cells that went out of sight first, so that those which come in and are measured are made of them.
-  drop_outside(self, first, state.heights.item_at(std::max(0.0, bounds.max_y() - above)));
+  drop_outside(first, heights_.item_at(std::max(0.0, bounds.max_y() - above)));
   // Rows above that come out otherwise than they were estimated do not move what is seen.
   std::size_t last = first;
-  for (std::size_t i = first; i < state.items.size(); ++i) {
-    measure_item(self, i);
+  for (std::size_t i = first; i < items_.size(); ++i) {
+    measure_item(i);
     last = i;
-    if (above + state.heights.offset(i + 1) >= bounds.max_y()) break;
+    if (above + heights_.offset(i + 1) >= bounds.max_y()) break;
   }
-  if (state.items.size() <= kMeasuredAtOnce) {
-    for (std::size_t i = 0; i < state.items.size(); ++i) measure_item(self, i);
+  if (items_.size() <= kMeasuredAtOnce) {
+    for (std::size_t i = 0; i < items_.size(); ++i) measure_item(i);
   }
-  update_content_size(self);
-  drop_outside(self, first, last);
+  update_content_size();
+  drop_outside(first, last);
   for (std::size_t i = first; i <= last; ++i) {
-    if (state.items[i].row >= 0) {
-      place_cell(self, i);
+    if (items_[i].row >= 0) {
+      place_cell(i);
     } else {
-      place_section_view(self, i);
+      place_section_view(i);
     }
   }
 }
 
-void TableMethods::place_edges(const Self& self) {
-  TableState& state = self.table();
-  if (state.header) {
-    state.header.setFrame({{0, 0}, {self.bounds().width(), state.header.bounds().height()}});
-    if (state.header.superview() != self) self.addSubview(state.header);
+void TableView::place_edges() {
+  if (header_) {
+    header_.setFrame(Rect{{0, 0}, {self().bounds().size.width, header_.bounds().size.height}});
+    if (header_.superview() != self()) self().addSubview(header_);
   }
-  if (state.footer) {
-    const double y = (state.header ? state.header.bounds().height() : 0) + state.heights.total();
-    state.footer.setFrame({{0, y}, {self.bounds().width(), state.footer.bounds().height()}});
-    if (state.footer.superview() != self) self.addSubview(state.footer);
+  if (footer_) {
+    const double y = (header_ ? header_.bounds().size.height : 0) + heights_.total();
+    footer_.setFrame(Rect{{0, y}, {self().bounds().size.width, footer_.bounds().size.height}});
+    if (footer_.superview() != self()) self().addSubview(footer_);
   }
 }
 
-void TableMethods::drop_outside(const Self& self, std::size_t first, std::size_t last) {
-  TableState& state = self.table();
-  const NSObject delegate = objc::send<"delegate", NSObject>(self);
-  for (auto cell = state.cells.begin(); cell != state.cells.end();) {
-    const std::size_t item = item_of(self, cell->first);
+void TableView::drop_outside(std::size_t first, std::size_t last) {
+  const NSObject delegate = self().delegate();
+  for (auto cell = cells_.begin(); cell != cells_.end();) {
+    const std::size_t item = item_of(cell->first);
     // A row that is being written in stays, or the writing would end.
     const bool stays = (item >= first && item <= last) || holds_first_responder(cell->second);
     if (stays) {
@@ -197,36 +196,35 @@ void TableMethods::drop_outside(const Self& self, std::size_t first, std::size_t
       continue;
     }
     const auto [path, leaving] = *cell;
-    cell = state.cells.erase(cell);
-    const bool shown = leaving.superview() == self;
-    recycle(self, leaving);
+    cell = cells_.erase(cell);
+    const bool shown = leaving.superview() == self();
+    recycle(leaving);
     if (shown &&
         objc::responds_to(delegate, objc::selector<"tableView:didEndDisplayingCell:forRowAtIndexPath:">())) {
-      objc::send<"tableView:didEndDisplayingCell:forRowAtIndexPath:">(delegate, self, leaving,
+      objc::send<"tableView:didEndDisplayingCell:forRowAtIndexPath:">(delegate, self(), leaving,
                                                                       index_path(path));
     }
   }
-  for (auto* const views : {&state.headers, &state.footers}) {
-    const NSInteger row = views == &state.headers ? TableItem::kHeader : TableItem::kFooter;
+  for (auto* const views : {&headers_, &footers_}) {
+    const NSInteger row = views == &headers_ ? TableItem::kHeader : TableItem::kFooter;
     std::erase_if(*views, [&](const auto& entry) {
-      const std::size_t item = item_of(self, {entry.first, row});
+      const std::size_t item = item_of({entry.first, row});
       if (item >= first && item <= last) return false;
-      if (entry.second) recycle_section_view(self, entry.second);
+      if (entry.second) recycle_section_view(entry.second);
       return true;
     });
   }
 }
 
-bool TableMethods::holds_first_responder(const TableCell& cell) {
-  const auto first = objc::cast_or_nil<View>(Responder::first());
+bool TableView::holds_first_responder(const UITableViewCell& cell) {
+  const auto first = objc::cast_or_nil<UIView>(first_responder());
   return first && first.isDescendantOfView(cell);
 }
 
-void TableMethods::drop_all(const Self& self) {
-  TableState& state = self.table();
-  for (const auto& [path, cell] : std::map<RowPath, TableCell>(state.cells)) recycle(self, cell);
-  state.cells.clear();
-  for (auto* const views : {&state.headers, &state.footers}) {
+void TableView::drop_all() {
+  for (const auto& [path, cell] : std::map<RowPath, UITableViewCell>(cells_)) recycle(cell);
+  cells_.clear();
+  for (auto* const views : {&headers_, &footers_}) {
     for (const auto& [section, view] : *views) {
       if (view) view.removeFromSuperview();
     }

@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "host/uikit/tables/table_methods.hpp"
+#include "host/uikit/tables/table_view.hpp"
 #include "host/uikit/views/animation.hpp"
 
 namespace wispen::uikit {
@@ -15,22 +15,7 @@ constexpr double kUpdateSeconds = 0.3;
 
 }  // namespace
 
-void TableView::begin_updates() const { ++table().updates.depth; }
-
-void TableView::end_updates() const {
-  TableState& state = table();
-  if (state.updates.depth == 0 || --state.updates.depth > 0) return;
-  TableUpdates updates = std::exchange(state.updates, {});
-  if (!updates.any() || !state.loaded) {
-    state.loaded = state.loaded && !updates.any();
-    heights_changed();
-    return;
-  }
-  TableMethods::apply(*this, std::move(updates));
-}
-
-void TableMethods::apply(const Self& self, TableUpdates updates) {
-  TableState& state = self.table();
+void TableView::apply(TableUpdates updates) {
   std::ranges::sort(updates.deleted);
   std::ranges::sort(updates.inserted);
   const auto moved = [&](RowPath path) -> std::optional<RowPath> {
@@ -44,73 +29,83 @@ void TableMethods::apply(const Self& self, TableUpdates updates) {
     }
     return RowPath{path.section, row};
   };
-  std::map<RowPath, TableCell> kept;
-  std::vector<TableCell> leaving;
-  for (const auto& [path, cell] : state.cells) {
+  std::map<RowPath, UITableViewCell> kept;
+  std::vector<UITableViewCell> leaving;
+  for (const auto& [path, cell] : cells_) {
     if (const auto place = moved(path)) {
       kept.emplace(*place, cell);
     } else {
       leaving.push_back(cell);
     }
   }
-  if (state.selected) state.selected = moved(*state.selected);
-  state.cells = std::move(kept);
-  count_items(self);
+  if (selected_) selected_ = moved(*selected_);
+  cells_ = std::move(kept);
+  count_items();
   AnimationEngine* const engine = AnimationEngine::current();
   const auto lay_out = [&] {
-    objc::send<"layoutSubviews">(self);
-    for (const TableCell& cell : leaving) cell.setAlpha(0);
+    objc::send<"layoutSubviews">(self());
+    for (const UITableViewCell& cell : leaving) cell.setAlpha(0);
   };
   if (!updates.animated || engine == nullptr) {
     lay_out();
-    for (const TableCell& cell : leaving) recycle(self, cell);
+    for (const UITableViewCell& cell : leaving) recycle(cell);
     return;
   }
-  engine->animate({.duration = kUpdateSeconds}, lay_out, [self = Self(self), leaving](bool) {
-    for (const TableCell& cell : leaving) {
+  engine->animate({.duration = kUpdateSeconds}, lay_out, [kept = self(), leaving](bool) {
+    for (const UITableViewCell& cell : leaving) {
       cell.setAlpha(1);
-      recycle(self, cell);
+      of(kept).recycle(cell);
     }
   });
   // Those that came in start where they end, and are faded in.
   for (const RowPath& path : updates.inserted) {
-    const auto cell = state.cells.find(path);
-    if (cell == state.cells.end()) continue;
+    const auto cell = cells_.find(path);
+    if (cell == cells_.end()) continue;
     engine->remove_all(cell->second);
     cell->second.setAlpha(0);
-    const TableCell shown = cell->second;
+    const UITableViewCell shown = cell->second;
     engine->animate({.duration = kUpdateSeconds}, [&] { shown.setAlpha(1); });
   }
 }
 
-void TableView::insert_rows(const std::vector<RowPath>& paths, bool animated) const {
+void TableView::end_updates() {
+  if (updates_.depth == 0 || --updates_.depth > 0) return;
+  TableUpdates updates = std::exchange(updates_, {});
+  if (!updates.any() || !loaded_) {
+    loaded_ = loaded_ && !updates.any();
+    heights_changed();
+    return;
+  }
+  apply(std::move(updates));
+}
+
+void TableView::insert_rows(const std::vector<RowPath>& paths, bool animated) {
   begin_updates();
-  TableUpdates& updates = table().updates;
+  TableUpdates& updates = updates_;
   updates.inserted.insert(updates.inserted.end(), paths.begin(), paths.end());
   updates.animated = updates.animated || animated;
   end_updates();
 }
 
-void TableView::delete_rows(const std::vector<RowPath>& paths, bool animated) const {
+void TableView::delete_rows(const std::vector<RowPath>& paths, bool animated) {
   begin_updates();
-  TableUpdates& updates = table().updates;
+  TableUpdates& updates = updates_;
   updates.deleted.insert(updates.deleted.end(), paths.begin(), paths.end());
   updates.animated = updates.animated || animated;
   end_updates();
 }
 
-void TableView::reload_rows(const std::vector<RowPath>& paths) const {
-  TableState& state = table();
+void TableView::reload_rows(const std::vector<RowPath>& paths) {
   for (const RowPath& path : paths) {
-    const auto cell = state.cells.find(path);
-    if (cell != state.cells.end()) {
+    const auto cell = cells_.find(path);
+    if (cell != cells_.end()) {
       cell->second.removeFromSuperview();
-      state.cells.erase(cell);
+      cells_.erase(cell);
     }
-    const std::size_t item = TableMethods::item_of(*this, path);
-    if (item < state.items.size()) state.measured[item] = false;
+    const std::size_t item = item_of(path);
+    if (item < items_.size()) measured_[item] = false;
   }
-  setNeedsLayout();
+  self().setNeedsLayout();
 }
 
 }  // namespace wispen::uikit

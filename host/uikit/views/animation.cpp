@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "host/uikit/views/view.hpp"
-#include "host/uikit/views/view_state.hpp"
 
 namespace wispen::uikit {
 
@@ -60,15 +59,15 @@ void AnimationEngine::without_animation(const std::function<void()>& changes) {
 
 std::shared_ptr<AnimationGroup> AnimationEngine::joining() { return open_.empty() ? nullptr : open_.back(); }
 
-void AnimationEngine::add(const View& view, const std::shared_ptr<AnimationGroup>& group) {
+void AnimationEngine::add(const UIView& view, const std::shared_ptr<AnimationGroup>& group) {
   group->animates = true;
   const auto same = [&](const Moving& moving) {
     return moving.view.refers_to(view) && moving.group == group;
   };
-  if (std::ranges::none_of(moving_, same)) moving_.push_back({objc::Unowned<View>(view), group});
+  if (std::ranges::none_of(moving_, same)) moving_.push_back({objc::Unowned<UIView>(view), group});
 }
 
-void AnimationEngine::forget(const View& view) {
+void AnimationEngine::forget(const UIView& view) {
   std::erase_if(moving_, [&](const Moving& moving) { return moving.view.refers_to(view); });
 }
 
@@ -77,15 +76,16 @@ bool AnimationEngine::active() { return !moving_.empty(); }
 void AnimationEngine::mark_moving_views() {
   const Nanoseconds time = now();
   for (const Moving& moving : std::vector<Moving>(moving_)) {
-    const View view = moving.view.get();
-    view.place_changed();
+    View& view = View::of(moving.view.get());
+    view.geometry_changed();
     view.setNeedsDisplay();  // its background may be on its way
   }
   std::erase_if(moving_, [&](const Moving& moving) { return moving.group->over(time); });
 }
 
-void AnimationEngine::remove_all(const View& view) {
-  auto& animations = view.parts().animations;
+void AnimationEngine::remove_all(const UIView& view) {
+  View& moved = View::of(view);
+  auto& animations = moved.animations();
   if (!animations) return;
   const auto interrupt = [](auto& slot) {
     if (slot) slot->group->interrupted = true;
@@ -96,8 +96,8 @@ void AnimationEngine::remove_all(const View& view) {
   interrupt(animations->transform);
   interrupt(animations->background);
   animations.reset();
-  view.place_changed();
-  view.setNeedsDisplay();
+  moved.geometry_changed();
+  moved.setNeedsDisplay();
   if (current_engine != nullptr) current_engine->forget(view);
 }
 

@@ -15,18 +15,9 @@
 #include "host/core/clock.hpp"
 #include "host/core/main_loop.hpp"
 #include "host/uikit/views/geometry.hpp"
-#include "platform/UIKit/UIColor.hpp"
+#include "platform/UIKit/UIView.hpp"
 
 namespace wispen::uikit {
-
-class View;
-
-/// The platform's bits of animation options.
-namespace animation_option {
-inline constexpr NSUInteger kAllowUserInteraction = 1 << 1;
-inline constexpr NSUInteger kBeginFromCurrentState = 1 << 2;
-inline constexpr NSUInteger kCurveShift = 16;
-}  // namespace animation_option
 
 struct AnimationTiming {
   double duration = 0;  // seconds
@@ -85,18 +76,18 @@ class AnimationEngine {
   /// The group that a change made now belongs to; null outside of animation blocks.
   std::shared_ptr<AnimationGroup> joining();
   /// `view` is painted anew until the group ends.
-  void add(const View& view, const std::shared_ptr<AnimationGroup>& group);
-  void forget(const View& view);
+  void add(const UIView& view, const std::shared_ptr<AnimationGroup>& group);
+  void forget(const UIView& view);
   /// Whether anything moves now, so that the next frame will look different.
   bool active();
   /// Marks what moved since the last call to be painted again.
   void mark_moving_views();
   /// Ends all animations of the view: it is seen as it is.
-  static void remove_all(const View& view);
+  static void remove_all(const UIView& view);
 
  private:
   struct Moving {
-    objc::Unowned<View> view;
+    objc::Unowned<UIView> view;
     std::shared_ptr<AnimationGroup> group;
   };
 

@@ -3,68 +3,53 @@
 #include "host/uikit/views/layer.hpp"
 
 #include "host/uikit/views/view.hpp"
+#include "host/uikit/views/views.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-UIColor colour_from(const void* colour) {
-  return colour != nullptr ? objc::send<"colorWithCGColor:", UIColor>(objc::class_for<UIColor>(), colour)
-                           : UIColor();
+UIColor colour_from(CGColorRef colour) {
+  return colour != nullptr ? UIColor::colorWithCGColor(colour) : UIColor();
 }
 
-const void* cg_colour(const UIColor& colour) { return objc::send<"CGColor", const void*>(colour); }
+CGColorRef cg_colour(const UIColor& colour) { return colour.CGColor(); }
 
 }  // namespace
 
-Layer Layer::of(const View& view) {
-  Layer layer = objc::make<Layer>();
-  layer.state<LayerState>().view = objc::Unowned<View>(view);
+CALayer Layer::made_for(const UIView& view) {
+  CALayer layer = objc::make<CALayer>();
+  of(layer).view_ = objc::Unowned<UIView>(view);
   return layer;
 }
 
-void Layer::detach() const { state<LayerState>().view = objc::Unowned<View>(); }
-
-View Layer::view() const { return state<LayerState>().view.get(); }
-
 template <auto Member, class V>
-void Layer::set(const V& value) const {
-  auto& kept = state<LayerState>().style.*Member;
+void Layer::set(const V& value) {
+  auto& kept = style_.*Member;
   if (kept == value) return;
   kept = value;
-  const View shown = view();
+  const UIView shown = view_.get();
   if (!shown) return;
-  shown.clipsToBounds() ? shown.look_changed_inside() : shown.setNeedsDisplay();
+  shown.clipsToBounds() ? View::of(shown).look_changed_inside() : shown.setNeedsDisplay();
 }
 
-void Layer::setCornerRadius(double radius) const { set<&LayerStyle::corner_radius>(radius); }
-bool Layer::masksToBounds() const { return view().clipsToBounds(); }
-void Layer::setMasksToBounds(bool masks) const { view().setClipsToBounds(masks); }
-float Layer::opacity() const { return static_cast<float>(view().alpha()); }
-void Layer::setOpacity(const float& opacity) const { view().setAlpha(opacity); }
-void Layer::setShadowOpacity(const float& opacity) const {
-  set<&LayerStyle::shadow_opacity>(double{opacity});
-}
-const void* Layer::borderColor() const { return cg_colour(style().border_colour); }
-void Layer::setBorderColor(const void* const& colour) const {
+CGColorRef Layer::borderColor() const { return cg_colour(style_.border_colour); }
+void Layer::setBorderColor(CGColorRef const& colour) {
   set<&LayerStyle::border_colour>(colour_from(colour));
 }
-const void* Layer::shadowColor() const { return cg_colour(style().shadow_colour); }
-void Layer::setShadowColor(const void* const& colour) const {
+CGColorRef Layer::shadowColor() const { return cg_colour(style_.shadow_colour); }
+void Layer::setShadowColor(CGColorRef const& colour) {
   set<&LayerStyle::shadow_colour>(colour_from(colour));
 }
-Rect Layer::bounds() const { return view().bounds(); }
-Rect Layer::frame() const { return view().frame(); }
 
-void Layer::define() {
-  objc::Class<Layer>()
-      .state<LayerState>()
-      .method<"cornerRadius", &Layer::cornerRadius>()
-      .method<"setCornerRadius:", &Layer::setCornerRadius>()
+void define_layer() {
+  objc::Class<CALayer>::implemented_by<Layer>()
+      .method<"cornerRadius", &Layer::get<&LayerStyle::corner_radius>>()
+      .method<"setCornerRadius:", &Layer::set<&LayerStyle::corner_radius, double>>()
       .method<"masksToBounds", &Layer::masksToBounds>()
       .method<"setMasksToBounds:", &Layer::setMasksToBounds>()
       .method<"maskedCorners", &Layer::get<&LayerStyle::masked_corners>>()
-      .method<"setMaskedCorners:", &Layer::set<&LayerStyle::masked_corners, NSUInteger>>()
+      .method<"setMaskedCorners:", &Layer::set<&LayerStyle::masked_corners, CACornerMask>>()
       .method<"borderWidth", &Layer::get<&LayerStyle::border_width>>()
       .method<"setBorderWidth:", &Layer::set<&LayerStyle::border_width, double>>()
       .method<"borderColor", &Layer::borderColor>()

@@ -1,18 +1,17 @@
 // host/uikit/views/layer.hpp: CALayer: the part of a view's look that its corners, border and shadow are.
 #pragma once
 
+#include "host/geometry/geometry.hpp"
 #include "host/uikit/views/geometry.hpp"
-#include "platform/UIKit/UIColor.hpp"
+#include "platform/UIKit/UIView.hpp"
 
 namespace wispen::uikit {
-
-class View;
 
 /// What a layer adds to its view's look. All lengths in points.
 struct LayerStyle {
   double corner_radius = 0;
-  /// Bits of the corners that are rounded: top left 1, top right 2, bottom left 4, bottom right 8.
-  NSUInteger masked_corners = 15;
+  CACornerMask masked_corners = kCALayerMinXMinYCorner | kCALayerMaxXMinYCorner | kCALayerMinXMaxYCorner |
+                                kCALayerMaxXMaxYCorner;  // those that are rounded
   double border_width = 0;
   UIColor border_colour;
   double shadow_opacity = 0;
@@ -21,46 +20,37 @@ struct LayerStyle {
   UIColor shadow_colour;
 };
 
-struct LayerState {
-  objc::Unowned<View> view;  // it owns the layer, and clears this when it dies
-  LayerStyle style;
-};
-
 /// The host's CALayer, made when a view is first asked for it.
-class Layer : public objc::Authored<Layer, NSObject> {
+class Layer : public objc::Implementation<Layer, CALayer> {
  public:
-  static constexpr objc::FixedString kClass{"CALayer"};
-  using Authored::Authored;
+  static CALayer made_for(const UIView& view);
+  /// The view dies.
+  void detach() { view_ = objc::Unowned<UIView>(); }
+  const LayerStyle& style() const { return style_; }
 
-  static void define();
-  static Layer of(const View& view);
-  void detach() const;
+  bool masksToBounds() const { return view_.get().clipsToBounds(); }
+  void setMasksToBounds(bool masks) { view_.get().setClipsToBounds(masks); }
+  float opacity() const { return static_cast<float>(view_.get().alpha()); }
+  void setOpacity(const float& opacity) { view_.get().setAlpha(opacity); }
+  float shadowOpacity() const { return static_cast<float>(style_.shadow_opacity); }
+  void setShadowOpacity(const float& opacity) { set<&LayerStyle::shadow_opacity>(double{opacity}); }
+  CGColorRef borderColor() const;
+  void setBorderColor(CGColorRef const& colour);
+  CGColorRef shadowColor() const;
+  void setShadowColor(CGColorRef const& colour);
+  Rect bounds() const { return view_.get().bounds(); }
+  Rect frame() const { return view_.get().frame(); }
 
-  const LayerStyle& style() const { return state<LayerState>().style; }
-
-  double cornerRadius() const { return style().corner_radius; }
-  void setCornerRadius(double radius) const;
-  bool masksToBounds() const;
-  void setMasksToBounds(bool masks) const;
-
- private:
-  View view() const;
   template <auto Member>
   auto get() const {
-    return state<LayerState>().style.*Member;
+    return style_.*Member;
   }
   template <auto Member, class V>
-  void set(const V& value) const;
-  float opacity() const;
-  void setOpacity(const float& opacity) const;
-  float shadowOpacity() const { return static_cast<float>(style().shadow_opacity); }
-  void setShadowOpacity(const float& opacity) const;
-  const void* borderColor() const;
-  void setBorderColor(const void* const& colour) const;
-  const void* shadowColor() const;
-  void setShadowColor(const void* const& colour) const;
-  Rect bounds() const;
-  Rect frame() const;
+  void set(const V& value);
+
+ private:
+  objc::Unowned<UIView> view_;  // it owns the layer, and clears this when it dies
+  LayerStyle style_;
 };
 
 }  // namespace wispen::uikit

@@ -2,66 +2,65 @@
 
 #include "host/uikit/views/responder.hpp"
 
+#include "host/uikit/views/views.hpp"
+
 namespace wispen::uikit {
 
 namespace {
 
-constinit objc::Unowned<Responder> first_responder;
+constinit objc::Unowned<UIResponder> first;
 
-Responder next_responder(const Responder&) { return Responder(); }
-bool can_become_first(const Responder&) { return false; }
-bool can_resign_first(const Responder&) { return true; }
-
-bool become_first(const Responder& self) {
-  if (self.isFirstResponder()) return true;
-  if (!objc::send<"canBecomeFirstResponder", bool>(self)) return false;
-  if (const Responder current = Responder::first()) {
-    if (!current.resignFirstResponder()) return false;
+class Responder : public objc::Implementation<Responder, UIResponder> {
+ public:
+  // It became the first at some time, or this would not have been made. Compared without retaining: it is going away.
+  ~Responder() {
+    if (first.refers_to(self())) first = objc::Unowned<UIResponder>();
   }
-  first_responder = objc::Unowned<Responder>(self);
-  return true;
-}
 
-bool resign_first(const Responder& self) {
-  if (!self.isFirstResponder()) return true;
-  if (!objc::send<"canResignFirstResponder", bool>(self)) return false;
-  first_responder = objc::Unowned<Responder>();
-  return true;
-}
+  UIResponder nextResponder() const { return UIResponder(); }
+  bool can_become_first() const { return false; }
+  bool can_resign_first() const { return true; }
+  bool is_first() const { return first.get() == self(); }
 
-// What a responder does not handle goes on to the next one.
-template <objc::FixedString Sel>
-void pass_on(const Responder& self, const NSObject& touches, const NSObject& event) {
-  objc::send<Sel>(self.next(), touches, event);
-}
+  bool become_first() {
+    if (is_first()) return true;
+    if (!self().canBecomeFirstResponder()) return false;
+    if (const UIResponder current = first_responder()) {
+      if (!current.resignFirstResponder()) return false;
+    }
+    first = objc::Unowned<UIResponder>(self());
+    return true;
+  }
+  bool resign_first() {
+    if (!is_first()) return true;
+    if (!self().canResignFirstResponder()) return false;
+    first = objc::Unowned<UIResponder>();
+    return true;
+  }
+
+  /// What a responder does not handle goes on to the next one.
+  template <objc::FixedString Sel>
+  void pass_on(const NSObject& touches, const NSObject& event) {
+    objc::send<Sel>(self().nextResponder(), touches, event);
+  }
+};
 
 }  // namespace
 
-Responder Responder::first() { return first_responder.get(); }
+UIResponder first_responder() { return first.get(); }
 
-bool Responder::isFirstResponder() const { return first_responder.get() == *this; }
-
-bool Responder::becomeFirstResponder() const { return objc::send<"becomeFirstResponder", bool>(*this); }
-bool Responder::resignFirstResponder() const { return objc::send<"resignFirstResponder", bool>(*this); }
-
-void Responder::forgetFirst() {
-  // Compared without retaining: the object is going away.
-  if (first_responder.refers_to(*this)) first_responder = objc::Unowned<Responder>();
-}
-
-void Responder::define() {
-  objc::Class<Responder>()
-      .on_dealloc<&Responder::forgetFirst>()
-      .method<"nextResponder", &next_responder>()
-      .method<"canBecomeFirstResponder", &can_become_first>()
-      .method<"canResignFirstResponder", &can_resign_first>()
-      .method<"isFirstResponder", &Responder::isFirstResponder>()
-      .method<"becomeFirstResponder", &become_first>()
-      .method<"resignFirstResponder", &resign_first>()
-      .method<"touchesBegan:withEvent:", &pass_on<"touchesBegan:withEvent:">>()
-      .method<"touchesMoved:withEvent:", &pass_on<"touchesMoved:withEvent:">>()
-      .method<"touchesEnded:withEvent:", &pass_on<"touchesEnded:withEvent:">>()
-      .method<"touchesCancelled:withEvent:", &pass_on<"touchesCancelled:withEvent:">>()
+void define_responder() {
+  objc::Class<UIResponder>::implemented_by<Responder>()
+      .method<"nextResponder", &Responder::nextResponder>()
+      .method<"canBecomeFirstResponder", &Responder::can_become_first>()
+      .method<"canResignFirstResponder", &Responder::can_resign_first>()
+      .method<"isFirstResponder", &Responder::is_first>()
+      .method<"becomeFirstResponder", &Responder::become_first>()
+      .method<"resignFirstResponder", &Responder::resign_first>()
+      .method<"touchesBegan:withEvent:", &Responder::pass_on<"touchesBegan:withEvent:">>()
+      .method<"touchesMoved:withEvent:", &Responder::pass_on<"touchesMoved:withEvent:">>()
+      .method<"touchesEnded:withEvent:", &Responder::pass_on<"touchesEnded:withEvent:">>()
+      .method<"touchesCancelled:withEvent:", &Responder::pass_on<"touchesCancelled:withEvent:">>()
       .register_class();
 }
 

@@ -1,228 +1,251 @@
-// host/uikit/views/view.cpp: UIView's place in the hierarchy, and its look.
+// host/uikit/views/view.cpp: UIView in its hierarchy, and its look.
 
 #include "host/uikit/views/view.hpp"
 
 #include <algorithm>
 #include <utility>
 
+#include "host/uikit/events/gesture_recognizer.hpp"
+#include "host/uikit/hooks.hpp"
+#include "host/uikit/layout/layout_constraint.hpp"
 #include "host/uikit/layout/layout_system.hpp"
 #include "host/uikit/painting/damage.hpp"
 #include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/layer.hpp"
 #include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
 
-ViewState::ViewState() = default;
-ViewState::~ViewState() = default;
+View::View() = default;
 
-ViewState& View::parts() const { return state<ViewState>(); }
+View::~View() {
+  if (layer_) Layer::of(layer_).detach();
+  if (AnimationEngine* const engine = AnimationEngine::current()) engine->forget(self());
+  for (const UIGestureRecognizer& recognizer : recognizers_)
+    GestureRecognizer::of(recognizer).set_view(UIView());
+  for (const UIView& subview : subviews_) {
+    of(subview).superview_ = objc::Unowned<UIView>();
+    of(subview).set_window(UIView());
+  }
+  for (const NSLayoutConstraint& constraint : constraints_) LayoutConstraint::of(constraint).lose_holder();
+}
 
-View View::make(const Rect& frame) { return alloc().initialize<"initWithFrame:">(frame); }
+UIView View::init(objc::Allocated<UIView> self) {
+  return std::move(self).initialize<"initWithFrame:">(Rect{});
+}
 
-View View::initWithFrame(objc::Allocated<View> self, const Rect& frame) {
-  View view = std::move(self).initialize_super<"init">();
+UIView View::initWithFrame(objc::Allocated<UIView> self, const Rect& frame) {
+  UIView view = super_init<"init">(std::move(self));
   if (view) view.setFrame(frame);
   return view;
 }
 
-void View::farewell() {
-  ViewState& state = parts();
-  if (state.layer) state.layer.detach();
-  if (AnimationEngine* const engine = AnimationEngine::current()) engine->forget(*this);
-  for (const GestureRecognizer& recognizer : state.recognizers) recognizer.set_view(View());
-  for (const View& subview : state.subviews) {
-    subview.parts().superview = objc::Unowned<View>();
-    subview.set_window(View());
+NSArray View::subviews_array() const {
+  NSMutableArray all = NSMutableArray::array();
+  for (const UIView& subview : subviews_) all.addObject(subview);
+  return all;
+}
+
+void View::set_controller(const UIViewController& controller) {
+  controller_ = objc::Unowned<UIViewController>(controller);
+}
+
+UIViewController View::view_controller_for_ancestor() const {
+  for (UIView view = self(); view; view = of(view).superview()) {
+    if (UIViewController controller = of(view).controller()) return controller;
   }
-  for (const LayoutConstraint& constraint : state.constraints) constraint.lose_holder();
+  return UIViewController();
 }
 
-View View::superview() const { return parts().superview.get(); }
-std::vector<View> View::subviews() const { return parts().subviews; }
-Window View::window() const { return parts().window.get().as<Window>(); }
-Responder View::controller() const { return parts().controller.get(); }
-void View::set_controller(const Responder& controller) const {
-  parts().controller = objc::Unowned<Responder>(controller);
+UIResponder View::nextResponder() const {
+  if (UIViewController own = controller()) return own;
+  return superview();
 }
 
-void View::set_window(const View& window) const {
-  if (parts().window.refers_to(window)) return;
-  objc::send<"willMoveToWindow:">(*this, window);
-  parts().window = objc::Unowned<View>(window);
-  if (window) parts().needs_layout = parts().subtree_needs_layout = true;
-  for (const View& subview : subviews()) subview.set_window(window);
-  objc::send<"didMoveToWindow">(*this);
+bool View::becomeFirstResponder() { return window() ? super<"becomeFirstResponder", bool>() : false; }
+
+void View::set_window(const UIView& window) {
+  if (window_.refers_to(window)) return;
+  objc::send<"willMoveToWindow:">(self(), window);
+  window_ = objc::Unowned<UIView>(window);
+  if (window) mark_for_layout();
+  for (const UIView& subview : std::vector<UIView>(subviews_)) of(subview).set_window(window);
+  objc::send<"didMoveToWindow">(self());
 }
 
-void View::move_to(const View& superview, const std::function<void()>& change) const {
-  const View kept = *this;
+void View::move_to(const UIView& superview, const std::function<void()>& change) {
+  const UIView kept = self();
   objc::send<"willMoveToSuperview:">(kept, superview);
-  if (const View old = kept.superview()) {
+  if (const UIView old = this->superview()) {
     leave_picture(kept);
     objc::send<"willRemoveSubview:">(old, kept);
     LayoutSystem::drop_crossing_constraints(kept);
-    auto& siblings = old.parts().subviews;
+    auto& siblings = of(old).subviews_;
     siblings.erase(std::ranges::find(siblings, kept));
-    kept.parts().superview = objc::Unowned<View>();
+    superview_ = objc::Unowned<UIView>();
     LayoutSystem::invalidate(old);
-    if (old != superview) old.setNeedsLayout();
+    if (old != superview) of(old).setNeedsLayout();
   }
   change();
-  const bool is_window = objc::cast_or_nil<Window>(superview) ? true : false;
-  kept.set_window(is_window ? superview : superview ? superview.parts().window.get() : View());
+  const bool is_window = objc::cast_or_nil<UIWindow>(superview) ? true : false;
+  set_window(is_window ? superview : superview ? of(superview).window() : UIView());
   if (superview) {
     objc::send<"didAddSubview:">(superview, kept);
     LayoutSystem::invalidate(superview);
-    superview.setNeedsLayout();
+    of(superview).setNeedsLayout();
     // Through its own flag: a view that asked for layout while it stood alone is reached again.
-    kept.setNeedsLayout();
-    kept.place_changed();
-    if (!kept.parts().tint) kept.tint_changed();
+    setNeedsLayout();
+    geometry_changed();
+    if (!tint_) tint_changed();
   }
   objc::send<"didMoveToSuperview">(kept);
 }
 
-void View::insertSubviewAtIndex(const View& view, NSInteger index) const {
-  if (!view || view == *this || isDescendantOfView(view)) return;
-  const View self = *this;
-  view.move_to(self, [&] {
-    auto& subviews = self.parts().subviews;
-    const auto place = std::clamp<NSInteger>(index, 0, static_cast<NSInteger>(subviews.size()));
-    subviews.insert(subviews.begin() + place, view);
-    view.parts().superview = objc::Unowned<View>(self);
+void View::insertSubviewAtIndex(const UIView& view, NSInteger index) {
+  if (!view || view == self() || isDescendantOfView(view)) return;
+  const UIView kept = self();
+  of(view).move_to(kept, [&] {
+    const auto place = std::clamp<NSInteger>(index, 0, static_cast<NSInteger>(subviews_.size()));
+    subviews_.insert(subviews_.begin() + place, view);
+    of(view).superview_ = objc::Unowned<UIView>(kept);
   });
 }
 
-void View::addSubview(const View& view) const {
-  insertSubviewAtIndex(view, static_cast<NSInteger>(parts().subviews.size()));
+void View::insert_beside(const UIView& view, const UIView& sibling, NSInteger after) {
+  if (view == sibling) return;
+  if (view && of(view).superview() == self()) of(view).removeFromSuperview();
+  const auto found = std::ranges::find(subviews_, sibling);
+  if (found == subviews_.end()) return addSubview(view);
+  insertSubviewAtIndex(view, found - subviews_.begin() + after);
 }
 
-void View::removeFromSuperview() const {
+void View::addSubview(const UIView& view) {
+  insertSubviewAtIndex(view, static_cast<NSInteger>(subviews_.size()));
+}
+
+void View::bringToFront(const UIView& view) {
+  if (View::of(view).superview() == self()) addSubview(view);
+}
+
+void View::sendToBack(const UIView& view) {
+  if (View::of(view).superview() == self()) insertSubviewAtIndex(view, 0);
+}
+
+void View::removeFromSuperview() {
   if (!superview()) return;
-  const View kept = *this;
-  kept.move_to(View(), [] {});
+  const UIView kept = self();
+  move_to(UIView(), [] {});
 }
 
-bool View::isDescendantOfView(const View& other) const {
-  for (View view = *this; view; view = view.superview()) {
+bool View::isDescendantOfView(const UIView& other) const {
+  for (UIView view = self(); view; view = of(view).superview()) {
     if (view == other) return true;
   }
   return false;
 }
 
-View View::viewWithTag(NSInteger tag) const {
-  if (parts().tag == tag) return *this;
-  for (const View& subview : parts().subviews) {
-    if (View found = subview.viewWithTag(tag)) return found;
+UIView View::viewWithTag(NSInteger tag) const {
+  if (tag_ == tag) return self();
+  for (const UIView& subview : subviews_) {
+    if (UIView found = of(subview).viewWithTag(tag)) return found;
   }
-  return View();
+  return UIView();
 }
 
-double View::alpha() const { return parts().alpha; }
-bool View::isHidden() const { return parts().hidden; }
-UIColor View::backgroundColor() const { return parts().background; }
-bool View::clipsToBounds() const { return parts().clips; }
-void View::setClipsToBounds(bool clips) const {
-  if (parts().clips == clips) return;
-  parts().clips = clips;
-  look_changed_inside();
-}
-ContentMode View::contentMode() const { return parts().content_mode; }
-void View::setContentMode(NSInteger mode) const {
-  if (mode < 0 || mode > static_cast<NSInteger>(ContentMode::BottomRight)) return;
-  if (std::exchange(parts().content_mode, static_cast<ContentMode>(mode)) != static_cast<ContentMode>(mode)) {
-    place_changed();  // what it shows may reach elsewhere out of it
-    setNeedsDisplay();
-  }
+void View::setClipsToBounds(bool clips) {
+  if (std::exchange(clips_, clips) != clips) look_changed_inside();
 }
 
-void View::setHidden(bool hidden) const {
-  if (parts().hidden == hidden) return;
-  parts().hidden = hidden;
-  place_changed();
-  if (const View above = superview()) LayoutSystem::invalidate(above);  // a stack view closes the gap
+void View::setContentMode(UIViewContentMode mode) {
+  if (mode < UIViewContentMode::ScaleToFill || mode > UIViewContentMode::BottomRight) return;
+  const auto wanted = static_cast<ContentMode>(mode);
+  if (std::exchange(content_mode_, wanted) == wanted) return;
+  geometry_changed();  // what it shows may reach elsewhere out of it
+  setNeedsDisplay();
+}
+
+void View::setHidden(bool hidden) {
+  if (std::exchange(hidden_, hidden) == hidden) return;
+  geometry_changed();
+  if (const UIView above = superview()) LayoutSystem::invalidate(above);  // a stack view closes the gap
 }
 
 UIColor View::tintColor() const {
-  for (View view = *this; view; view = view.superview()) {
-    if (view.parts().tint) return view.parts().tint;
+  for (UIView view = self(); view; view = of(view).superview()) {
+    if (of(view).tint_) return of(view).tint_;
   }
   return UIColor::systemBlueColor();
 }
 
-void View::setTintColor(const UIColor& colour) const {
-  if (parts().tint == colour) return;
-  parts().tint = colour;
+void View::setTintColor(const UIColor& colour) {
+  if (tint_ == colour) return;
+  tint_ = colour;
   tint_changed();
 }
 
-void View::tint_changed() const {
-  objc::send<"tintColorDidChange">(*this);
+void View::tint_changed() {
+  objc::send<"tintColorDidChange">(self());
   setNeedsDisplay();
-  for (const View& subview : subviews()) {
-    if (!subview.parts().tint) subview.tint_changed();
+  for (const UIView& subview : std::vector<UIView>(subviews_)) {
+    if (!of(subview).tint_) of(subview).tint_changed();
   }
 }
 
-Layer View::layer() const {
-  Layer& layer = parts().layer;
-  if (!layer) layer = Layer::of(*this);
-  return layer;
+CALayer View::layer() {
+  if (!layer_) layer_ = Layer::made_for(self());
+  return layer_;
 }
 
-bool View::isUserInteractionEnabled() const { return parts().interaction; }
-void View::setUserInteractionEnabled(bool enabled) const { parts().interaction = enabled; }
+UIUserInterfaceLayoutDirection View::layout_direction() const {
+  using enum UISemanticContentAttribute;
+  const bool turned = semantic_attribute_ == ForceRightToLeft ||
+                      (semantic_attribute_ == Unspecified && display_settings().right_to_left);
+  return turned ? UIUserInterfaceLayoutDirection::RightToLeft : UIUserInterfaceLayoutDirection::LeftToRight;
+}
 
-bool View::is_right_to_left() const {
-  // The platform's values: 1 playback and 2 spatial never turn, 3 and 4 force a direction.
-  switch (parts().semantic_attribute) {
-    case 1:
-    case 2:
-    case 3:
-      return false;
-    case 4:
-      return true;
-    default:
-      return display_settings().right_to_left;
+void View::setSemanticContentAttribute(UISemanticContentAttribute attribute) {
+  semantic_attribute_ = attribute;
+  setNeedsLayout();
+  setNeedsDisplay();
+}
+
+void View::mark(bool PaintRecord::*what) {
+  record_.*what = true;
+  for (UIView above = superview(); above && !of(above).record_.inside; above = of(above).superview()) {
+    of(above).record_.inside = true;
   }
 }
 
-void View::mark(bool PaintRecord::*what) const {
-  parts().record.*what = true;
-  for (View above = superview(); above && !above.parts().record.inside; above = above.superview()) {
-    above.parts().record.inside = true;
-  }
-}
-
-void View::setNeedsDisplay() const { mark(&PaintRecord::look); }
-void View::place_changed() const { mark(&PaintRecord::moved); }
-void View::look_changed_inside() const {
+void View::look_changed_inside() {
   mark(&PaintRecord::moved);
   mark(&PaintRecord::whole);
 }
 
-View View::hitTest(const Point& point) const {
-  const ViewState& state = parts();
-  if (state.hidden || !state.interaction || state.alpha < 0.01) return View();
-  if (!objc::send<"pointInside:withEvent:", bool>(*this, point, NSObject())) return View();
-  const std::vector<View> inside = subviews();
+UIView View::hitTest(const Point& point, const NSObject& event) const {
+  if (hidden_ || !interaction_ || alpha_ < 0.01) return UIView();
+  if (!self().pointInside(point, event)) return UIView();
+  const std::vector<UIView> inside = subviews_;
   for (std::size_t i = inside.size(); i-- > 0;) {
-    const Point within = convertPointToView(point, inside[i]);
-    if (View hit = objc::send<"hitTest:withEvent:", View>(inside[i], within, NSObject())) return hit;
+    if (UIView hit = inside[i].hitTest(convertPointToView(point, inside[i]), event)) return hit;
   }
-  return *this;
+  return self();
 }
 
-void View::addGestureRecognizer(const GestureRecognizer& recognizer) const {
+NSArray View::recognizers_array() const {
+  NSMutableArray all = NSMutableArray::array();
+  for (const UIGestureRecognizer& recognizer : recognizers_) all.addObject(recognizer);
+  return all;
+}
+
+void View::addGestureRecognizer(const UIGestureRecognizer& recognizer) {
   if (!recognizer) return;
-  if (const View old = recognizer.view()) old.removeGestureRecognizer(recognizer);
-  parts().recognizers.push_back(recognizer);
-  recognizer.set_view(*this);
+  if (const UIView old = recognizer.view()) old.removeGestureRecognizer(recognizer);
+  recognizers_.push_back(recognizer);
+  GestureRecognizer::of(recognizer).set_view(self());
 }
 
-void View::removeGestureRecognizer(const GestureRecognizer& recognizer) const {
-  if (std::erase(parts().recognizers, recognizer) > 0) recognizer.set_view(View());
+void View::removeGestureRecognizer(const UIGestureRecognizer& recognizer) {
+  if (std::erase(recognizers_, recognizer) > 0) GestureRecognizer::of(recognizer).set_view(UIView());
 }
 
 }  // namespace wispen::uikit

@@ -1,12 +1,13 @@
-// host/uikit/views/view_geometry.cpp: where a view is, and how its subviews follow it.
+// host/uikit/views/view_geometry.cpp: where a view stands, and how its subviews follow it.
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/layout/autoresizing.hpp"
 #include "host/uikit/layout/layout_system.hpp"
 #include "host/uikit/values/color.hpp"
+#include "host/uikit/hooks.hpp"
 #include "host/uikit/views/view.hpp"
-#include "host/uikit/views/view_state.hpp"
 #include "host/uikit/views/window.hpp"
 
 namespace wispen::uikit {
@@ -55,8 +56,8 @@ UIColor plus(const UIColor& value, const UIColor& from, double factor) {
 
 /// What is seen now of a value whose model is `model`.
 template <class T>
-T seen_value(const View& view, std::optional<AnimatedValue<T>> ViewAnimations::*slot, const T& model) {
-  auto& animations = view.parts().animations;
+T seen_value(std::unique_ptr<ViewAnimations>& animations, std::optional<AnimatedValue<T>> ViewAnimations::*slot,
+             const T& model) {
   const AnimationEngine* const engine = AnimationEngine::current();
   if (!animations || engine == nullptr || !((*animations).*slot)) return model;
   auto& animated = (*animations).*slot;
@@ -70,171 +71,167 @@ T seen_value(const View& view, std::optional<AnimatedValue<T>> ViewAnimations::*
 /// Sets the model's value: at once, or so that it is seen to change over the time of the animation block that
 /// is open. Without one, an animation that is on its way goes on, and ends at the new value.
 template <class T>
-void change(const View& view, std::optional<AnimatedValue<T>> ViewAnimations::*slot, T& model,
-            const T& value) {
+void change(View& view, std::optional<AnimatedValue<T>> ViewAnimations::*slot, T& model, const T& value) {
   AnimationEngine* const engine = AnimationEngine::current();
   const auto group = engine != nullptr ? engine->joining() : nullptr;
   if (!group) {
     model = value;
     return;
   }
-  const T seen = seen_value(view, slot, model);
+  auto& animations = view.animations();
+  const T seen = seen_value(animations, slot, model);
   model = value;
-  auto& animations = view.parts().animations;
   if (!animations) animations = std::make_unique<ViewAnimations>();
   auto& animated = (*animations).*slot;
   if (animated && animated->group != group) animated->group->interrupted = true;
   animated = AnimatedValue<T>{difference(seen, value), group};
-  engine->add(view, group);
+  engine->add(view.self(), group);
 }
 
 AffineTransform to_superview(const View& view) {
-  const ViewState& state = view.parts();
-  const double anchor_x = state.bounds.origin.x + state.bounds.size.width / 2;
-  const double anchor_y = state.bounds.origin.y + state.bounds.size.height / 2;
-  return AffineTransform::translation(-anchor_x, -anchor_y)
-      .then(state.transform)
-      .then(AffineTransform::translation(state.center.x, state.center.y));
+  const Rect& bounds = view.bounds();
+  return AffineTransform::translation(-bounds.mid_x(), -bounds.mid_y())
+      .then(view.transform())
+      .then(AffineTransform::translation(view.center().x, view.center().y));
 }
 
-AffineTransform to_root(View view) {
+AffineTransform to_root(UIView view) {
   AffineTransform all;
-  for (; view; view = view.superview()) all = all.then(to_superview(view));
+  for (; view; view = View::of(view).superview()) all = all.then(to_superview(View::of(view)));
   return all;
+}
+
+/// From the coordinates of `from` to those of `to`, or of its window for nil. None where a view on the way is flat.
+std::optional<AffineTransform> between(const View& from, const UIView& to) {
+  const UIView target = to ? to : from.window();
+  const AffineTransform up = to_root(from.self());
+  if (!target) return up;
+  const auto down = to_root(target).inverted();
+  return down ? std::optional(up.then(*down)) : std::nullopt;
 }
 
 }  // namespace
 
 Rect View::frame() const {
-  const ViewState& state = parts();
-  if (state.transform.is_identity()) {
-    const Size size = state.bounds.size;
-    return {{state.center.x - size.width / 2, state.center.y - size.height / 2}, size};
+  if (transform_.is_identity()) {
+    const Size size = bounds_.size;
+    return {{center_.x - size.width / 2, center_.y - size.height / 2}, size};
   }
-  return to_superview(*this).apply(state.bounds);
+  return to_superview(*this).apply(bounds_);
 }
 
-void View::setFrame(const Rect& frame) const {
+void View::setFrame(const Rect& frame) {
   const Point center{frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2};
-  Rect bounds = parts().bounds;
-  if (parts().transform.is_identity()) {
+  Rect bounds = bounds_;
+  if (transform_.is_identity()) {
     bounds.size = frame.size;
-  } else if (const auto inverse = parts().transform.inverted()) {
+  } else if (const auto inverse = transform_.inverted()) {
     bounds.size = inverse->apply(Rect{{0, 0}, frame.size}).size;
   }
-  set_place(bounds, center);
+  set_geometry(bounds, center);
 }
 
-void View::set_place(const Rect& bounds, const Point& center) const {
-  ViewState& state = parts();
-  const auto finite = [](double value) { return std::isfinite(value); };
-  if (!finite(bounds.origin.x) || !finite(bounds.origin.y) || !finite(bounds.size.width) ||
-      !finite(bounds.size.height) || !finite(center.x) || !finite(center.y)) {
-    return;  // the platform raises here; a number that is none must not spread through the layout
+void View::set_geometry(const Rect& bounds, const Point& center) {
+  for (const double value : {bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height, center.x,
+                             center.y}) {
+    // The platform raises here; what is not a number must not spread through the layout.
+    if (!std::isfinite(value)) return;
   }
-  const bool moved = !(state.center == center);
-  const bool reshaped = !(state.bounds == bounds);
+  const bool moved = !(center_ == center);
+  const bool reshaped = !(bounds_ == bounds);
   if (!moved && !reshaped) return;
-  if (moved) {
-    change(*this, &ViewAnimations::center, state.center, center);
-  }
+  if (moved) change(*this, &ViewAnimations::center, center_, center);
   if (reshaped) {
-    const Size old_size = state.bounds.size;
-    change(*this, &ViewAnimations::bounds, state.bounds, bounds);
-    if (!(old_size == bounds.size)) {
+    const Size old_size = bounds_.size;
+    change(*this, &ViewAnimations::bounds, bounds_, bounds);
+    if (!(old_size == bounds_.size)) {
       resize_subviews(old_size);
       setNeedsLayout();
     }
   }
-  place_changed();
+  geometry_changed();
 }
 
-void View::setBounds(const Rect& bounds) const { set_place(bounds, parts().center); }
-void View::setCenter(const Point& center) const { set_place(parts().bounds, center); }
-Rect View::bounds() const { return parts().bounds; }
-Point View::center() const { return parts().center; }
-AffineTransform View::transform() const { return parts().transform; }
-
-void View::setTransform(const AffineTransform& transform) const {
-  if (parts().transform == transform) return;
-  change(*this, &ViewAnimations::transform, parts().transform, transform);
-  place_changed();
+void View::setTransform(const AffineTransform& transform) {
+  if (transform_ == transform) return;
+  change(*this, &ViewAnimations::transform, transform_, transform);
+  geometry_changed();
 }
 
-void View::setAlpha(double alpha) const {
+void View::setAlpha(double alpha) {
   alpha = std::isfinite(alpha) ? std::clamp(alpha, 0.0, 1.0) : 1.0;
   // Also when nothing changes inside an animation block: an animation that runs the other way is taken over.
-  change(*this, &ViewAnimations::alpha, parts().alpha, alpha);
-  place_changed();
+  change(*this, &ViewAnimations::alpha, alpha_, alpha);
+  geometry_changed();
 }
 
-void View::setBackgroundColor(const UIColor& colour) const {
-  change(*this, &ViewAnimations::background, parts().background, colour);
+void View::setBackgroundColor(const UIColor& colour) {
+  change(*this, &ViewAnimations::background, background_, colour);
   setNeedsDisplay();
 }
 
-void View::resize_subviews(Size old_size) const {
-  const ViewState& state = parts();
-  if (!state.autoresizes_subviews) return;
-  for (const View& subview : subviews()) {
-    const ViewState& inner = subview.parts();
-    if (!inner.translates_mask || inner.autoresizing_mask == 0) continue;
+void View::resize_subviews(Size old_size) {
+  if (!autoresizes_subviews_) return;
+  for (const UIView& subview : std::vector<UIView>(subviews_)) {
+    const View& inner = of(subview);
+    if (!inner.translates_mask_ || inner.autoresizing_mask_ == 0) continue;
     subview.setFrame(
-        layout::autoresized(subview.frame(), old_size, state.bounds.size, inner.autoresizing_mask));
+        layout::autoresized(inner.frame(), old_size, bounds_.size, inner.autoresizing_mask_));
   }
 }
 
-Point View::convertPointToView(const Point& point, const View& other) const {
-  const View target = other ? other : View(window());
-  const Point in_root = to_root(*this).apply(point);
-  if (!target) return in_root;
-  const auto back = to_root(target).inverted();
-  return back ? back->apply(in_root) : Point{};
+Point View::convertPointToView(const Point& point, const UIView& other) const {
+  const auto way = between(*this, other);
+  return way ? way->apply(point) : Point{};
 }
 
-Rect View::convertRectToView(const Rect& rect, const View& other) const {
-  const View target = other ? other : View(window());
-  const Rect in_root = to_root(*this).apply(rect);
-  if (!target) return in_root;
-  const auto back = to_root(target).inverted();
-  return back ? back->apply(in_root) : Rect{};
+Rect View::convertRectToView(const Rect& rect, const UIView& other) const {
+  const auto way = between(*this, other);
+  return way ? way->apply(rect) : Rect{};
 }
 
-void View::sizeToFit() const {
-  const Rect old = parts().bounds;
-  const Size size = sizeThatFits(old.size);
-  const Rect frame = this->frame();
-  setFrame({frame.origin, size});
+Point View::convertPointFromView(const Point& point, const UIView& other) const {
+  const UIView source = other ? other : window();
+  return source ? of(source).convertPointToView(point, self()) : point;
+}
+
+Rect View::convertRectFromView(const Rect& rect, const UIView& other) const {
+  const UIView source = other ? other : window();
+  return source ? of(source).convertRectToView(rect, self()) : rect;
+}
+
+void View::sizeToFit() {
+  const Size size = self().sizeThatFits(bounds_.size);
+  self().setFrame(Rect{frame().origin, size});
 }
 
 EdgeInsets View::safeAreaInsets() const {
-  if (const auto window = objc::cast_or_nil<Window>(*this)) return window.device_insets();
-  const View above = superview();
+  const UIView above = superview();
   if (!above) return {};
   EdgeInsets outer = above.safeAreaInsets();
-  if (const Responder controller = above.controller()) {
-    const auto added = objc::send<"_safeAreaInsetsForContent", EdgeInsets>(controller);
+  if (const UIViewController controller = of(above).controller()) {
+    const EdgeInsets added = objc::send<hooks::kSafeAreaForContent, UIEdgeInsets>(controller);
     outer = {outer.top + added.top, outer.left + added.left, outer.bottom + added.bottom,
              outer.right + added.right};
   }
   // Where the view stands without its transform: a page that slides in has its insets from the start.
-  const Size size = parts().bounds.size;
-  const Rect frame{{parts().center.x - size.width / 2, parts().center.y - size.height / 2}, size};
-  const Rect room = above.bounds();
+  const Size size = bounds_.size;
+  const Rect frame{{center_.x - size.width / 2, center_.y - size.height / 2}, size};
+  const Rect room = of(above).bounds();
   return {std::max(0.0, outer.top - (frame.min_y() - room.min_y())),
           std::max(0.0, outer.left - (frame.min_x() - room.min_x())),
           std::max(0.0, outer.bottom - (room.max_y() - frame.max_y())),
           std::max(0.0, outer.right - (room.max_x() - frame.max_x()))};
 }
 
-Rect View::presented_bounds() const { return seen_value(*this, &ViewAnimations::bounds, parts().bounds); }
-Point View::presented_center() const { return seen_value(*this, &ViewAnimations::center, parts().center); }
-double View::presented_alpha() const { return seen_value(*this, &ViewAnimations::alpha, parts().alpha); }
-AffineTransform View::presented_transform() const {
-  return seen_value(*this, &ViewAnimations::transform, parts().transform);
+Rect View::presented_bounds() { return seen_value(animations_, &ViewAnimations::bounds, bounds_); }
+Point View::presented_center() { return seen_value(animations_, &ViewAnimations::center, center_); }
+double View::presented_alpha() { return seen_value(animations_, &ViewAnimations::alpha, alpha_); }
+AffineTransform View::presented_transform() {
+  return seen_value(animations_, &ViewAnimations::transform, transform_);
 }
-UIColor View::presented_background() const {
-  return seen_value(*this, &ViewAnimations::background, parts().background);
+UIColor View::presented_background() {
+  return seen_value(animations_, &ViewAnimations::background, background_);
 }
 
 }  // namespace wispen::uikit

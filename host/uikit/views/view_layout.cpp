@@ -1,8 +1,8 @@
 // host/uikit/views/view_layout.cpp: when views are laid out, and how large they want to be.
 
+#include "host/uikit/layout/layout_constraint.hpp"
 #include "host/uikit/layout/layout_system.hpp"
 #include "host/uikit/views/view.hpp"
-#include "host/uikit/views/view_state.hpp"
 
 namespace wispen::uikit {
 
@@ -11,59 +11,94 @@ namespace {
 // A view that asks for layout again from inside its own layout gets it, but not for ever.
 constexpr int kMostPasses = 8;
 
-void lay_out(const View& view) {
-  ViewState& state = view.parts();
-  if (!state.needs_layout && !state.subtree_needs_layout) return;
-  for (int pass = 0; state.needs_layout && pass < kMostPasses; ++pass) {
-    state.needs_layout = false;
-    const Responder controller = view.controller();
-    objc::send<"viewWillLayoutSubviews">(controller);
-    objc::send<"layoutSubviews">(view);
-    objc::send<"viewDidLayoutSubviews">(controller);
-  }
-  state.subtree_needs_layout = false;
-  for (const View& subview : view.subviews()) lay_out(subview);
+layout::Axis axis_of(UILayoutConstraintAxis axis) {
+  return axis == UILayoutConstraintAxis::Horizontal ? layout::Axis::Horizontal : layout::Axis::Vertical;
 }
 
 }  // namespace
 
-void View::setNeedsLayout() const {
-  parts().needs_layout = true;
-  for (View above = superview(); above && !above.parts().subtree_needs_layout; above = above.superview()) {
-    above.parts().subtree_needs_layout = true;
+void View::lay_out() {
+  if (!needs_layout_ && !subtree_needs_layout_) return;
+  const UIView kept = self();
+  for (int pass = 0; needs_layout_ && pass < kMostPasses; ++pass) {
+    needs_layout_ = false;
+    const UIViewController own = controller();
+    objc::send<"viewWillLayoutSubviews">(own);
+    objc::send<"layoutSubviews">(kept);
+    objc::send<"viewDidLayoutSubviews">(own);
+  }
+  subtree_needs_layout_ = false;
+  for (const UIView& subview : std::vector<UIView>(subviews_)) of(subview).lay_out();
+}
+
+void View::setNeedsLayout() {
+  needs_layout_ = true;
+  for (UIView above = superview(); above && !of(above).subtree_needs_layout_; above = of(above).superview()) {
+    of(above).subtree_needs_layout_ = true;
   }
 }
 
-void View::layoutIfNeeded() const {
-  const View kept = *this;
+void View::layoutIfNeeded() {
+  const UIView kept = self();
   // Constraints that reach in from outside decide this view's own size, so they are solved first.
-  const View root = LayoutSystem::root_of(kept);
-  if (root != kept && root.parts().needs_layout) lay_out(root);
-  lay_out(kept);
+  const UIView root = LayoutSystem::root_of(kept);
+  if (root != kept && of(root).needs_layout_) of(root).lay_out();
+  lay_out();
 }
 
-void View::setAutoresizingMask(NSUInteger mask) const {
-  parts().autoresizing_mask = static_cast<unsigned>(mask & 63);
+void View::layoutSubviews() { LayoutSystem::lay_out(self()); }
+
+void View::setTranslatesAutoresizingMask(bool translates) {
+  if (translates_mask_ == translates) return;
+  LayoutSystem::invalidate(self());
+  translates_mask_ = translates;
+  LayoutSystem::invalidate(self());
 }
 
-bool View::translatesAutoresizingMask() const { return parts().translates_mask; }
+void View::invalidateIntrinsicContentSize() { LayoutSystem::content_changed(self()); }
 
-void View::setTranslatesAutoresizingMask(bool translates) const {
-  if (parts().translates_mask == translates) return;
-  LayoutSystem::invalidate(*this);
-  parts().translates_mask = translates;
-  LayoutSystem::invalidate(*this);
+void View::setLayoutMargins(const EdgeInsets& margins) {
+  layout_margins_ = margins;
+  LayoutSystem::invalidate(self());
+  setNeedsLayout();
 }
 
-void View::invalidateIntrinsicContentSize() const { LayoutSystem::content_changed(*this); }
+float View::hugging(UILayoutConstraintAxis axis) const {
+  return static_cast<float>(priorities(axis_of(axis)).hugging);
+}
+void View::setHugging(const float& value, UILayoutConstraintAxis axis) {
+  content_priorities_[static_cast<int>(axis_of(axis))].hugging = value;
+  LayoutSystem::invalidate(self());
+}
+float View::compression(UILayoutConstraintAxis axis) const {
+  return static_cast<float>(priorities(axis_of(axis)).compression);
+}
+void View::setCompression(const float& value, UILayoutConstraintAxis axis) {
+  content_priorities_[static_cast<int>(axis_of(axis))].compression = value;
+  LayoutSystem::invalidate(self());
+}
+
+NSArray View::constraints_array() const {
+  NSMutableArray all = NSMutableArray::array();
+  for (const NSLayoutConstraint& constraint : constraints_) all.addObject(constraint);
+  return all;
+}
+void View::activate(const UIView&, const NSLayoutConstraint& constraint) { constraint.setActive(true); }
+void View::deactivate(const UIView&, const NSLayoutConstraint& constraint) { constraint.setActive(false); }
+void View::activate_all(const UIView&, const NSArray& constraints) {
+  NSLayoutConstraint::activateConstraints(constraints);
+}
+void View::deactivate_all(const UIView&, const NSArray& constraints) {
+  NSLayoutConstraint::deactivateConstraints(constraints);
+}
 
 Size View::systemLayoutSizeFittingSize(const Size& target) const {
   constexpr float kFittingSizeLevel = 50;
   return systemLayoutSizeFitting(target, kFittingSizeLevel, kFittingSizeLevel);
 }
 
-Size View::systemLayoutSizeFitting(const Size& target, float across, float down) const {
-  return LayoutSystem::fitting_size(*this, target, across, down);
+Size View::systemLayoutSizeFitting(const Size& target, const float& across, const float& down) const {
+  return LayoutSystem::fitting_size(self(), target, across, down);
 }
 
 }  // namespace wispen::uikit

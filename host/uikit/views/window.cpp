@@ -4,132 +4,119 @@
 
 #include "host/uikit/controllers/view_controller.hpp"
 #include "host/uikit/painting/focus_ring.hpp"
+#include "host/uikit/painting/painter.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view_state.hpp"
+#include "host/uikit/views/view.hpp"
+#include "host/uikit/views/views.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
 constexpr std::size_t kMostRectangles = 64;
+constexpr UIViewAutoresizing kFlexibleSize =
+    UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight;
+
+void ignore_event(const UIWindow&, const NSObject&) {}  // the dispatcher knows the way
 
 }  // namespace
 
-struct WindowState {
-  ViewController root;
-  double level = 0;
-  std::vector<Rect> damage;
-};
+Window::~Window() {
+  // Its pages go while it has its state: what they present leaves it, and marks where it was.
+  UIViewController root;
+  root.swap(root_);
+}
 
-WindowState& Window::parts() const { return state<WindowState>(); }
+UIWindow Window::init(objc::Allocated<UIWindow> self) {
+  const Session* const session = Session::current();
+  const Size size = session != nullptr ? session->device().size() : Size{};
+  return std::move(self).initialize<"initWithFrame:">(Rect{{0, 0}, size});
+}
 
-Window Window::make() { return alloc().initialize<"init">(); }
+UIWindow Window::initWithFrame(objc::Allocated<UIWindow> self, const Rect& frame) {
+  UIWindow window = super_init<"initWithFrame:">(std::move(self), frame);
+  if (!window) return window;
+  View::of(window).begin_hidden();  // until it is made visible, as on the platform
+  Application::shared().add_window(window);
+  return window;
+}
 
-ViewController Window::rootViewController() const { return parts().root; }
-
-void Window::setRootViewController(const ViewController& controller) const {
-  if (parts().root == controller) return;
-  const Window kept = *this;
-  if (const ViewController old = kept.parts().root) {
-    old.will_disappear(false);
+void Window::setRootViewController(const UIViewController& controller) {
+  if (root_ == controller) return;
+  const UIWindow kept = self();
+  if (const UIViewController old = root_) {
+    ViewController::of(old).will_disappear(false);
     old.view().removeFromSuperview();
-    old.did_disappear(false);
+    ViewController::of(old).did_disappear(false);
   }
-  kept.parts().root = controller;
+  root_ = controller;
   if (!controller) return;
-  const View view = controller.view();
+  ViewController& page = ViewController::of(controller);
+  const UIView view = controller.view();
   view.setFrame(kept.bounds());
-  view.setAutoresizingMask(18);
-  if (!kept.isHidden()) controller.will_appear(false);
-  kept.insertSubviewAtIndex(view, 0);
+  view.setAutoresizingMask(kFlexibleSize);
+  if (!kept.isHidden()) page.will_appear(false);
+  kept.insertSubview(view, 0);
   if (!kept.isHidden()) {
     kept.layoutIfNeeded();
-    controller.did_appear(false);
+    page.did_appear(false);
   }
 }
 
-double Window::windowLevel() const { return parts().level; }
-void Window::setWindowLevel(double level) const {
-  parts().level = level;
+void Window::setWindowLevel(double level) {
+  level_ = level;
   Application::shared().sort_windows();
 }
 
-bool Window::isKeyWindow() const { return Application::shared().key_window() == *this; }
-void Window::makeKeyWindow() const { Application::shared().set_key_window(*this); }
+bool Window::isKeyWindow() const { return Application::shared().key_window() == self(); }
+void Window::makeKeyWindow() { Application::shared().set_key_window(self()); }
 
-void Window::makeKeyAndVisible() const {
-  const Window kept = *this;
-  kept.makeKeyWindow();
+void Window::makeKeyAndVisible() {
+  const UIWindow kept = self();
+  makeKeyWindow();
   if (!kept.isHidden()) return;
-  const ViewController controller = kept.rootViewController();
-  if (controller) controller.will_appear(false);
-  objc::send<"setHidden:">(kept, false);
+  const UIViewController controller = root_;
+  if (controller) ViewController::of(controller).will_appear(false);
+  kept.setHidden(false);
   kept.layoutIfNeeded();
-  if (controller) controller.did_appear(false);
+  if (controller) ViewController::of(controller).did_appear(false);
 }
 
-EdgeInsets Window::device_insets() const {
+UIResponder Window::nextResponder() const { return Application::shared().self(); }
+
+void Window::setHidden(bool hidden) {
+  super<"setHidden:">(hidden);
+  if (!hidden) add_damage(self().bounds());
+  if (hidden && isKeyWindow()) Application::shared().set_key_window(UIWindow());
+}
+
+EdgeInsets Window::safeAreaInsets() const {
   const Session* const session = Session::current();
   return session != nullptr ? session->device().safe_area() : EdgeInsets{};
 }
 
-void Window::add_damage(const Rect& rect) const {
-  const Rect part = rect.intersection(bounds());
-  const Rect frame = this->frame();
+void Window::add_damage(const Rect& rect) {
+  const View& view = View::of(self());
+  const Rect part = rect.intersection(view.bounds());
+  const Rect frame = view.frame();
   if (!part.empty()) uncovered(part.offset(frame.min_x(), frame.min_y()));
 }
 
-void Window::uncovered(const Rect& rect) const {
-  auto& damage = parts().damage;
+void Window::uncovered(const Rect& rect) {
   if (rect.empty()) return;
-  damage.push_back(rect);
-  if (damage.size() <= kMostRectangles) return;
+  damage_.push_back(rect);
+  if (damage_.size() <= kMostRectangles) return;
   // Nobody may ever paint: what is noted must not grow for ever.
   Rect all;
-  for (const Rect& one : damage) all = all.united(one);
-  damage = {all};
+  for (const Rect& one : damage_) all = all.united(one);
+  damage_ = {all};
 }
 
-std::vector<Rect> Window::take_damage() const { return std::exchange(parts().damage, {}); }
-bool Window::damaged() const { return !parts().damage.empty(); }
-
-/// Its pages go while it has its state: what they present leaves it, and marks where it was.
-void Window::farewell() {
-  ViewController root;
-  root.swap(parts().root);
-}
-
-struct WindowMethods {
-  static Window init(objc::Allocated<Window> self) {
-    const Session* const session = Session::current();
-    const Size size = session != nullptr ? session->device().size() : Size{};
-    return std::move(self).initialize<"initWithFrame:">(Rect{{0, 0}, size});
-  }
-  static Window initWithFrame(objc::Allocated<Window> self, const Rect& frame) {
-    Window window = std::move(self).initialize_super<"initWithFrame:">(frame);
-    if (!window) return window;
-    window.View::parts().hidden = true;  // until it is made visible, as on the platform
-    Application::shared().add_window(window);
-    return window;
-  }
-  static Window window(const Window& self) { return self; }
-  static NSObject nextResponder(const Window&) { return Application::shared(); }
-  static void setHidden(const Window& self, bool hidden) {
-    objc::send_super<"setHidden:">(self, objc::class_for<View>(), hidden);
-    if (!hidden) self.add_damage(self.bounds());
-    if (hidden && self.isKeyWindow()) Application::shared().set_key_window(Window());
-  }
-  static void sendEvent(const Window&, const NSObject&) {}  // the dispatcher knows the way
-};
-
-void Window::define() {
-  using M = WindowMethods;
-  objc::Class<Window>()
-      .state<WindowState>()
-      .on_dealloc<&Window::farewell>()
-      .initializer<"init", &M::init>()
-      .initializer<"initWithFrame:", &M::initWithFrame>()
+void define_window() {
+  objc::Class<UIWindow>::implemented_by<Window>()
+      .initializer<"init", &Window::init>()
+      .initializer<"initWithFrame:", &Window::initWithFrame>()
       .method<"rootViewController", &Window::rootViewController>()
       .method<"setRootViewController:", &Window::setRootViewController>()
       .method<"windowLevel", &Window::windowLevel>()
@@ -137,12 +124,13 @@ void Window::define() {
       .method<"isKeyWindow", &Window::isKeyWindow>()
       .method<"makeKeyWindow", &Window::makeKeyWindow>()
       .method<"makeKeyAndVisible", &Window::makeKeyAndVisible>()
-      .method<"window", &M::window>()
-      .method<"nextResponder", &M::nextResponder>()
-      .method<"setHidden:", &M::setHidden>()
-      .method<"sendEvent:", &M::sendEvent>()
+      .method<"window", &Window::window>()
+      .method<"nextResponder", &Window::nextResponder>()
+      .method<"setHidden:", &Window::setHidden>()
+      .method<"safeAreaInsets", &Window::safeAreaInsets>()
+      .method<"sendEvent:", &ignore_event>()
       .register_class();
-  set_overlay_painter(objc::class_for<Window>(), &paint_focus_ring);
+  set_overlay_painter(objc::class_for<UIWindow>(), &paint_focus_ring);
 }
 
 }  // namespace wispen::uikit

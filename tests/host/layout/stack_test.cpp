@@ -110,7 +110,7 @@ TEST_F(StackTest, StretchesWhatHugsLeastAndShrinksWhatResistsLeast) {
 TEST_F(StackTest, KeepsItsMargins) {
   pin_stack();
   const ItemId a = view("a", 40, 20);
-  stack.arrange({.margins = {.top = 1, .left = 2, .bottom = 3, .right = 4}}, all({a}));
+  stack.arrange({.margins = {1, 2, 3, 4}}, all({a}));
   solve();
   EXPECT_THAT(model.frame(stack_item), NearRect(0, 0, 46, 24));
   EXPECT_THAT(model.frame(a), NearRect(2, 1, 40, 20));
@@ -121,7 +121,7 @@ TEST_F(StackTest, RunsFromRightToLeftWhereReadingDoes) {
   const ItemId a = view("a", 40, 20);
   const ItemId b = view("b", 60, 20);
   model.set_direction(Direction::RightToLeft);
-  stack.arrange({.spacing = 10, .margins = {.left = 5, .right = 1}}, all({a, b}));
+  stack.arrange({.spacing = 10, .margins = {0, 5, 0, 1}}, all({a, b}));
   solve();
   EXPECT_THAT(model.frame(stack_item), NearRect(0, 0, 116, 20));
   EXPECT_THAT(model.frame(a), NearRect(71, 0, 40, 20));

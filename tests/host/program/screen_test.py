@@ -91,7 +91,7 @@ class ScreenTest(unittest.TestCase):
     def test_a_switch_asks_before_it_stores_where_it_is_to(self):
         self.page(row("PSSwitchCell", "Danger", key="danger", confirmation={
             "prompt": "Really?", "okTitle": "Do It", "cancelTitle": "Leave It"}))
-        self.drive('tap danger\nexpect text "Really?"\ntap "Leave It"\nexpect value danger off')
+        self.drive('tap danger\nexpect text "Really?"\nexpect text "Leave It"\ntap "Leave It"\nexpect no text "Leave It"\nexpect value danger off')
         self.assertEqual(self.stored(), {})
         self.drive('tap danger\ntap "Do It"\nexpect value danger on\nexpect no text "Really?"')
         self.assertEqual(self.stored(), {"danger": True})

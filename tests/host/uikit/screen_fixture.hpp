@@ -5,11 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "host/uikit/controls/control.hpp"
 #include "host/uikit/events/focus.hpp"
+#include "host/uikit/events/key.hpp"
 #include "host/uikit/painting/frame_buffer.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/views/responder.hpp"
+#include "host/uikit/views/view.hpp"
 #include "host/uikit/views/window.hpp"
 #include "tests/support/host_fixture.hpp"
 
@@ -56,13 +58,13 @@ class ScreenTest : public wispen::testing::HostTest {
     HostTest::SetUp();
     ActionListener::define();
     listener_ = objc::make<ActionListener>();
-    window_ = Window::make();
+    window_ = objc::make<UIWindow>();
     window_.setBackgroundColor(UIColor::whiteColor());
     window_.makeKeyAndVisible();
   }
   void TearDown() override {
-    focus(View());
-    window_ = Window();
+    focus(UIView());
+    window_ = UIWindow();
     listener_ = ActionListener();
     HostTest::TearDown();
   }
@@ -71,21 +73,20 @@ class ScreenTest : public wispen::testing::HostTest {
   static void wait(int milliseconds) {
     ASSERT_TRUE(session().loop().advance(std::chrono::milliseconds(milliseconds)));
   }
-  void show(const View& view, const Rect& frame) {
+  void show(const UIView& view, const Rect& frame) {
     view.setFrame(frame);
     window_.addSubview(view);
     window_.layoutIfNeeded();
   }
-  void hear_all(const Control& control) {
-    using namespace control_event;
+  void hear_all(const UIControl& control) {
     const auto on = [&](objc::Selector action, NSUInteger events) {
       control.addTarget(listener_, action, events);
     };
-    on(objc::selector<"down:">(), kTouchDown);
-    on(objc::selector<"up:">(), kTouchUpInside);
-    on(objc::selector<"outside:">(), kTouchUpOutside);
-    on(objc::selector<"cancel:">(), kTouchCancel);
-    on(objc::selector<"changed:">(), kValueChanged);
+    on(objc::selector<"down:">(), UIControlEventTouchDown);
+    on(objc::selector<"up:">(), UIControlEventTouchUpInside);
+    on(objc::selector<"outside:">(), UIControlEventTouchUpOutside);
+    on(objc::selector<"cancel:">(), UIControlEventTouchCancel);
+    on(objc::selector<"changed:">(), UIControlEventValueChanged);
   }
 
   static void press(Point place) { session().touches().began(place); }
@@ -103,8 +104,8 @@ class ScreenTest : public wispen::testing::HostTest {
     press(place);
     lift(place);
   }
-  static Point middle(const View& view) {
-    const Rect rect = view.convertRectToView(view.bounds(), View());
+  static Point middle(const UIView& view) {
+    const Rect rect = view.convertRectToView(view.bounds(), UIView());
     return {rect.mid_x(), rect.mid_y()};
   }
   static bool key(KeyCode code, bool shift = false) {
@@ -128,7 +129,7 @@ class ScreenTest : public wispen::testing::HostTest {
   }
 
   ActionListener listener_;
-  Window window_;
+  UIWindow window_;
 };
 
 }  // namespace wispen::uikit

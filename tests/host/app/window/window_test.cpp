@@ -8,8 +8,6 @@
 #include <ctime>
 
 #include "host/app/window/screen_placement.hpp"
-#include "host/uikit/controls/slider.hpp"
-#include "host/uikit/controls/switch.hpp"
 #include "host/uikit/controls/text_field.hpp"
 #include "host/uikit/tables/scroll_view.hpp"
 #include "host/uikit/views/window.hpp"
@@ -41,18 +39,18 @@ class WindowTest : public ::testing::Test {
     auto host = Host::start(options);
     ASSERT_TRUE(host) << host.error().message;
     host_ = *std::move(host);
-    screen_ = uikit::Window::make();
+    screen_ = objc::make<UIWindow>();
     screen_.setBackgroundColor(UIColor::whiteColor());
-    switch_ = uikit::Switch::make();
-    switch_.setFrame({{50, 100}, uikit::Switch::kSize});
+    switch_ = objc::make<UISwitch>();
+    switch_.setFrame(Rect{{50, 100}, Size{51, 31}});
     screen_.addSubview(switch_);
-    field_ = uikit::TextField::make();
-    field_.setFrame({{50, 200}, {200, 34}});
+    field_ = objc::make<UITextField>();
+    field_.setFrame(Rect{{50, 200}, {200, 34}});
     screen_.addSubview(field_);
-    slider_ = uikit::Slider::make();
-    slider_.setFrame({{50, 300}, {200, 31}});
+    slider_ = objc::make<UISlider>();
+    slider_.setFrame(Rect{{50, 300}, {200, 31}});
     screen_.addSubview(slider_);
-    scroll_ = uikit::ScrollView::alloc().initialize<"initWithFrame:">(Rect{{0, 400}, {375, 200}});
+    scroll_ = UIScrollView::alloc().initWithFrame(Rect{{0, 400}, {375, 200}});
     scroll_.setContentSize({375, 2000});
     screen_.addSubview(scroll_);
     screen_.makeKeyAndVisible();
@@ -60,11 +58,11 @@ class WindowTest : public ::testing::Test {
   void TearDown() override {
     hand_.reset();
     window_.reset();
-    scroll_ = uikit::ScrollView();
-    slider_ = uikit::Slider();
-    field_ = uikit::TextField();
-    switch_ = uikit::Switch();
-    screen_ = uikit::Window();
+    scroll_ = UIScrollView();
+    slider_ = UISlider();
+    field_ = UITextField();
+    switch_ = UISwitch();
+    screen_ = UIWindow();
     if (host_) {
       EXPECT_TRUE(host_->stop());
     }
@@ -125,11 +123,11 @@ class WindowTest : public ::testing::Test {
   const testing::TemporaryFolder folder_;
   XServer server_;
   std::unique_ptr<Host> host_;
-  uikit::Window screen_;
-  uikit::Switch switch_;
-  uikit::TextField field_;
-  uikit::Slider slider_;
-  uikit::ScrollView scroll_;
+  UIWindow screen_;
+  UISwitch switch_;
+  UITextField field_;
+  UISlider slider_;
+  UIScrollView scroll_;
   std::unique_ptr<Window> window_;
   std::unique_ptr<XHand> hand_;
 };
@@ -143,7 +141,7 @@ TEST_F(WindowTest, ShowsTheScreenAndTakesTheMouseAndTheKeyboard) {
   EXPECT_EQ(shown({60, 115}), kGreen);
 
   click({100, 217});
-  run_until([this] { return field_.is_editing(); });
+  run_until([this] { return field_.isEditing(); });
   hand_->type("hello");
   hand_->press(XK_BackSpace);
   hand_->press(XK_space);
@@ -155,7 +153,7 @@ TEST_F(WindowTest, ShowsTheScreenAndTakesTheMouseAndTheKeyboard) {
 TEST_F(WindowTest, CopiesCutsAndPastes) {
   open();
   click({100, 217});
-  run_until([this] { return field_.is_editing(); });
+  run_until([this] { return field_.isEditing(); });
   hand_->type("one");
   run_until([this] { return field_.text().utf8() == "one"; });
   const auto command = [this](KeySym letter) { hand_->press(letter, XK_Control_L); };
@@ -170,7 +168,7 @@ TEST_F(WindowTest, CopiesCutsAndPastes) {
   command(XK_v);
   run_until([this] { return field_.text().utf8() == "oneone"; });
   // A secret is not given away.
-  field_.set_text("two"_ns);
+  field_.setText("two"_ns);
   objc::send<"setSecureTextEntry:">(field_, true);
   command(XK_a);
   command(XK_c);

@@ -16,7 +16,7 @@ std::vector<std::string>& journal() {
   return lines;
 }
 
-class Page : public objc::Authored<Page, ViewController> {
+class Page : public objc::Authored<Page, UIViewController> {
  public:
   static constexpr objc::FixedString kClass{"WispenTestPage"};
   using Authored::Authored;
@@ -44,7 +44,7 @@ class Page : public objc::Authored<Page, ViewController> {
   }
   static Page named(const char* title) {
     Page page = objc::make<Page>();
-    objc::send<"setTitle:">(page, NSString(title));
+    page.setTitle(NSString(title));
     return page;
   }
 };
@@ -55,27 +55,27 @@ class NavigationControllerTest : public wispen::testing::HostTest {
     HostTest::SetUp();
     Page::define();
     root_ = Page::named("A");
-    navigation_ = NavigationController::with_root(root_);
-    window_ = Window::make();
+    navigation_ = UINavigationController::alloc().initWithRootViewController(root_);
+    window_ = objc::make<UIWindow>();
     window_.setRootViewController(navigation_);
     window_.makeKeyAndVisible();
     journal().clear();
   }
   void TearDown() override {
-    window_ = Window();
-    navigation_ = NavigationController();
+    window_ = UIWindow();
+    navigation_ = UINavigationController();
     root_ = Page();
     HostTest::TearDown();
   }
   static void settle() { ASSERT_TRUE(Session::current()->loop().advance(std::chrono::seconds(2))); }
 
   Page root_;
-  NavigationController navigation_;
-  Window window_;
+  UINavigationController navigation_;
+  UIWindow window_;
 };
 
 TEST_F(NavigationControllerTest, PushesInThePlatformsOrder) {
-  navigation_.push(Page::named("B"), true);
+  navigation_.pushViewController(Page::named("B"), true);
   settle();
   EXPECT_THAT(journal(), ::testing::ElementsAre("B loadView", "A willDisappear of 2", "B willAppear",
                                                 "A didDisappear", "B didAppear"));
@@ -87,9 +87,9 @@ TEST_F(NavigationControllerTest, PopsWithThePageOffTheStackAlreadyAndFreesIt) {
     const objc::AutoreleasePool pool;
     const Page page = Page::named("B");
     weak = page;
-    navigation_.push(page, false);
+    navigation_.pushViewController(page, false);
     journal().clear();
-    navigation_.pop(true);
+    navigation_.popViewController(true);
     settle();
   }
   EXPECT_THAT(journal(), ::testing::ElementsAre("B willDisappear of 1", "A willAppear", "B didDisappear",
@@ -99,7 +99,7 @@ TEST_F(NavigationControllerTest, PopsWithThePageOffTheStackAlreadyAndFreesIt) {
 
 TEST_F(NavigationControllerTest, GoesBackUnderAFingerAndStaysWhereItLetsGoEarly) {
   const Page page = Page::named("B");
-  navigation_.push(page, false);
+  navigation_.pushViewController(page, false);
   settle();
   journal().clear();
   auto& touches = Session::current()->touches();
@@ -109,7 +109,7 @@ TEST_F(NavigationControllerTest, GoesBackUnderAFingerAndStaysWhereItLetsGoEarly)
   ASSERT_TRUE(Session::current()->loop().advance(std::chrono::seconds(1)));
   touches.ended({60, 400});
   settle();
-  EXPECT_EQ(navigation_.top(), page);
+  EXPECT_EQ(navigation_.topViewController(), page);
   EXPECT_THAT(journal(),
               ::testing::ElementsAre("B willDisappear of 1", "A willAppear", "A willDisappear of 2",
                                      "B willAppear", "A didDisappear", "B didAppear"));
@@ -117,23 +117,21 @@ TEST_F(NavigationControllerTest, GoesBackUnderAFingerAndStaysWhereItLetsGoEarly)
 
 TEST_F(NavigationControllerTest, AnswersAnAlertByKeyAfterItIsGone) {
   bool chosen = false;
-  const AlertController alert =
-      objc::send<"alertControllerWithTitle:message:preferredStyle:", AlertController>(
-          objc::class_for<AlertController>(), "Sure?"_ns, NSString(), NSInteger{1});
-  const objc::Block<void(AlertAction)> handler = [&](const AlertAction&) { chosen = !root_.presented(); };
-  const auto action = objc::send<"actionWithTitle:style:handler:", AlertAction>(
-      objc::class_for<AlertAction>(), "Set"_ns, NSInteger{0}, handler);
-  objc::send<"addAction:">(alert, action);
-  root_.present(alert, true, {});
+  const UIAlertController alert =
+      UIAlertController::alertController("Sure?"_ns, NSString(), UIAlertControllerStyle::Alert);
+  alert.addAction(UIAlertAction::actionWithTitle(
+      "Set"_ns, UIAlertActionStyle::Default,
+      [&](const UIAlertAction&) { chosen = !root_.presentedViewController(); }));
+  root_.presentViewController(alert, true);
   settle();
-  EXPECT_EQ(root_.presented(), alert);
-  EXPECT_EQ(alert.view().bounds().width(), 270);
-  KeyState enter;
+  EXPECT_EQ(root_.presentedViewController(), alert);
+  EXPECT_EQ(alert.view().bounds().size.width, 270);
+  KeyPress enter;
   enter.code = KeyCode::Return;
-  EXPECT_TRUE(press_key(enter) || (objc::send<"_handleKey:", bool>(alert, Key::make(enter))));
+  EXPECT_TRUE(press_key(enter));
   settle();
   EXPECT_TRUE(chosen);
-  EXPECT_FALSE(root_.presented());
+  EXPECT_FALSE(root_.presentedViewController());
 }
 
 }  // namespace

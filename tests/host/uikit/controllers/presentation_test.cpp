@@ -16,11 +16,11 @@ class PresentationTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    page_ = objc::make<ViewController>();
+    page_ = objc::make<UIViewController>();
     window_.setRootViewController(page_);
   }
   void TearDown() override {
-    page_ = ViewController();
+    page_ = UIViewController();
     ScreenTest::TearDown();
   }
   UIAlertController alert(std::initializer_list<const char*> actions) {
@@ -35,23 +35,23 @@ class PresentationTest : public ScreenTest {
     return made;
   }
   void present(const objc::Object& controller, bool animated = true) {
-    page_.present(controller.as<ViewController>(), animated, {});
+    page_.presentViewController(controller.as<UIViewController>(), animated);
     wait(1500);
   }
-  static View find_control(const View& view, const std::string& text) {
-    const auto label = objc::send<"accessibilityLabel", NSString>(view);
-    if (objc::cast_or_nil<Control>(view) && label && label.utf8() == text) return view;
-    for (const View& inside : view.subviews()) {
-      if (View found = find_control(inside, text)) return found;
+  static UIView find_control(const UIView& view, const std::string& text) {
+    const auto label = view.accessibilityLabel();
+    if (objc::cast_or_nil<UIControl>(view) && label && label.utf8() == text) return view;
+    for (const UIView& inside : View::of(view).subviews()) {
+      if (UIView found = find_control(inside, text)) return found;
     }
-    return View();
+    return UIView();
   }
   Point place_of(const char* text) {
-    const View control = find_control(window_, text);
+    const UIView control = find_control(window_, text);
     EXPECT_TRUE(control) << text;
     return control ? middle(control) : Point{};
   }
-  ViewController page_;
+  UIViewController page_;
 };
 
 TEST_F(PresentationTest, LaysTwoActionsSideBySideWithCancelAtTheLeft) {
@@ -77,26 +77,26 @@ TEST_F(PresentationTest, TellsTheActionOnceTheAlertHasGone) {
   tap(place_of("Set"));
   wait(1500);
   EXPECT_THAT(listener_.take(), ElementsAre("Set"));
-  EXPECT_FALSE(page_.presented());
+  EXPECT_FALSE(page_.presentedViewController());
 }
 
 TEST_F(PresentationTest, CancelsByEscapeEvenFromItsField) {
   const UIAlertController asking = alert({"Set", "Cancel"});
   asking.addTextField([](const UITextField& field) { field.setText("0.50"_ns); });
-  page_.present(objc::Object(asking).as<ViewController>(), true, {});
-  const auto field = asking.textFields().objectAtIndex<TextField>(0);
-  EXPECT_TRUE(field.is_editing());  // the first field is written in while it still comes up
+  page_.presentViewController(objc::Object(asking).as<UIViewController>(), true);
+  const auto field = asking.textFields().objectAtIndex<UITextField>(0);
+  EXPECT_TRUE(field.isEditing());  // the first field is written in while it still comes up
   type("7");
   wait(1500);
   EXPECT_EQ(field.text().utf8(), "0.507");
   key(KeyCode::Escape);
   wait(1500);
   EXPECT_THAT(listener_.take(), ElementsAre("Cancel"));
-  EXPECT_FALSE(page_.presented());
+  EXPECT_FALSE(page_.presentedViewController());
 }
 
 TEST_F(PresentationTest, LetsNothingThroughToThePage) {
-  const Control below = Control::alloc().initialize<"initWithFrame:">(Rect{{0, 0}, {390, 844}});
+  const UIControl below = UIControl::alloc().initWithFrame(Rect{{0, 0}, {390, 844}});
   page_.view().addSubview(below);
   hear_all(below);
   present(alert({"OK"}));
@@ -107,20 +107,20 @@ TEST_F(PresentationTest, LetsNothingThroughToThePage) {
 }
 
 TEST_F(PresentationTest, ShowsAFormSheetAsACardOnAPhone) {
-  const ViewController sheet = objc::make<ViewController>();
-  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  const UIViewController sheet = objc::make<UIViewController>();
+  sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   present(sheet);
-  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), View());
-  EXPECT_EQ(frame.width(), window_.bounds().width());
+  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), UIView());
+  EXPECT_EQ(frame.width(), window_.bounds().size.width);
   EXPECT_GT(frame.min_y(), 40);
-  EXPECT_EQ(frame.max_y(), window_.bounds().max_y());
+  EXPECT_EQ(frame.max_y(), Rect(window_.bounds()).max_y());
   // Pulled down it goes.
   const Point grip{195, frame.min_y() + 20};
   press(grip);
   drag(grip, {195, grip.y + 500});
   lift({195, grip.y + 500});
   wait(1500);
-  EXPECT_FALSE(page_.presented());
+  EXPECT_FALSE(page_.presentedViewController());
 }
 
 TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
@@ -128,20 +128,20 @@ TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
   const auto pad = std::ranges::find(models, graphics::Idiom::Pad, &DeviceModel::idiom);
   ASSERT_NE(pad, models.end());
   session().set_device(*pad);
-  const ViewController sheet = objc::make<ViewController>();
-  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  const UIViewController sheet = objc::make<UIViewController>();
+  sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   present(sheet);
-  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), View());
+  const Rect frame = sheet.view().convertRectToView(sheet.view().bounds(), UIView());
   EXPECT_EQ(frame.size, (Size{540, 620}));
-  EXPECT_NEAR(frame.mid_x(), window_.bounds().mid_x(), 1);
+  EXPECT_NEAR(frame.mid_x(), Rect(window_.bounds()).mid_x(), 1);
 }
 
 TEST_F(PresentationTest, LiftsADarkSheetOffThePageByItsGround) {
   DisplaySettings dark = display_settings();
   dark.appearance = graphics::Appearance::Dark;
   set_display_settings(dark);
-  const ViewController sheet = objc::make<ViewController>();
-  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  const UIViewController sheet = objc::make<UIViewController>();
+  sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   sheet.view().setBackgroundColor(UIColor::systemBackgroundColor());
   page_.view().setBackgroundColor(UIColor::systemBackgroundColor());
   EXPECT_EQ(pixel({195, 400}), 0xFF000000U);
@@ -150,21 +150,21 @@ TEST_F(PresentationTest, LiftsADarkSheetOffThePageByItsGround) {
 }
 
 TEST_F(PresentationTest, TurnsACardIntoABoxWithItsScreen) {
-  const ViewController sheet = objc::make<ViewController>();
-  objc::send<"setModalPresentationStyle:">(sheet, modal_style::kFormSheet);
+  const UIViewController sheet = objc::make<UIViewController>();
+  sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   present(sheet);
-  EXPECT_FALSE(page_.view().transform().is_identity());
+  EXPECT_FALSE(CGAffineTransformIsIdentity(page_.view().transform()));
   session().set_device(*find_device("pad"));
   window_.layoutIfNeeded();
   EXPECT_EQ(sheet.view().bounds().size, (Size{540, 620}));
-  EXPECT_TRUE(page_.view().transform().is_identity());
+  EXPECT_TRUE(CGAffineTransformIsIdentity(page_.view().transform()));
   session().set_device(*find_device("phone"));
   window_.layoutIfNeeded();
-  EXPECT_EQ(sheet.view().bounds().width(), window_.bounds().width());
+  EXPECT_EQ(sheet.view().bounds().size.width, window_.bounds().size.width);
 }
 
 TEST_F(PresentationTest, TakesTheFocusFromWhatItCoversAndGivesItBack) {
-  const Control below = Control::alloc().initialize<"initWithFrame:">(Rect{{20, 100}, {100, 44}});
+  const UIControl below = UIControl::alloc().initWithFrame(Rect{{20, 100}, {100, 44}});
   page_.view().addSubview(below);
   key(KeyCode::Tab);
   EXPECT_EQ(focused_view(), below);
@@ -176,22 +176,22 @@ TEST_F(PresentationTest, TakesTheFocusFromWhatItCoversAndGivesItBack) {
 }
 
 TEST_F(PresentationTest, RefusesASecondPresentation) {
-  const ViewController first = objc::make<ViewController>();
+  const UIViewController first = objc::make<UIViewController>();
   present(first);
-  const ViewController second = objc::make<ViewController>();
+  const UIViewController second = objc::make<UIViewController>();
   present(second);
-  EXPECT_EQ(page_.presented(), first);
-  EXPECT_FALSE(second.presenting());
+  EXPECT_EQ(page_.presentedViewController(), first);
+  EXPECT_FALSE(second.presentingViewController());
 }
 
 TEST_F(PresentationTest, FreesWhatWasPresented) {
-  objc::Weak<ViewController> weak;
+  objc::Weak<UIViewController> weak;
   {
     const objc::AutoreleasePool pool;
-    const ViewController sheet = objc::make<ViewController>();
+    const UIViewController sheet = objc::make<UIViewController>();
     weak = sheet;
     present(sheet);
-    page_.dismiss(true, {});
+    page_.dismissViewController(true);
     wait(1500);
   }
   EXPECT_FALSE(weak.lock());

@@ -2,7 +2,6 @@
 
 #include "host/uikit/controls/control.hpp"
 
-#include "host/uikit/controls/button.hpp"
 #include "tests/host/uikit/screen_fixture.hpp"
 
 namespace wispen::uikit {
@@ -15,69 +14,69 @@ class ControlTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    control_ = Control::alloc().initialize<"initWithFrame:">(Rect{});
+    control_ = UIControl::alloc().initWithFrame(Rect{});
     show(control_, {{100, 100}, {80, 40}});
   }
   void TearDown() override {
-    control_ = Control();
+    control_ = UIControl();
     ScreenTest::TearDown();
   }
-  Control control_;
+  UIControl control_;
 };
 
 TEST_F(ControlTest, SendsToTargetsInTheOrderOfRegistration) {
-  control_.addTarget(listener_, objc::selector<"second:">(), control_event::kTouchUpInside);
-  control_.addTarget(listener_, objc::selector<"first:">(), control_event::kTouchUpInside);
-  control_.addTarget(listener_, objc::selector<"plain">(), control_event::kTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"second:">(), UIControlEventTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"first:">(), UIControlEventTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"plain">(), UIControlEventTouchUpInside);
   tap(middle(control_));
   EXPECT_THAT(listener_.take(), ElementsAre("second", "first", "plain"));
 }
 
 TEST_F(ControlTest, SendsOnlyWhatTheMaskNames) {
   control_.addTarget(listener_, objc::selector<"first:">(),
-                     control_event::kValueChanged | control_event::kTouchDown);
-  control_.sendActions(control_event::kTouchUpInside);
+                     UIControlEventValueChanged | UIControlEventTouchDown);
+  control_.sendActionsForControlEvents(UIControlEventTouchUpInside);
   EXPECT_THAT(listener_.take(), IsEmpty());
-  control_.sendActions(control_event::kValueChanged);
+  control_.sendActionsForControlEvents(UIControlEventValueChanged);
   EXPECT_THAT(listener_.take(), ElementsAre("first"));
   // One message for one call, though both bits are asked for.
-  control_.sendActions(control_event::kValueChanged | control_event::kTouchDown);
+  control_.sendActionsForControlEvents(UIControlEventValueChanged | UIControlEventTouchDown);
   EXPECT_THAT(listener_.take(), ElementsAre("first"));
 }
 
 TEST_F(ControlTest, JoinsTheEventsOfTheSamePairInItsPlace) {
-  control_.addTarget(listener_, objc::selector<"first:">(), control_event::kTouchDown);
-  control_.addTarget(listener_, objc::selector<"second:">(), control_event::kTouchUpInside);
-  control_.addTarget(listener_, objc::selector<"first:">(), control_event::kTouchUpInside);
-  control_.sendActions(control_event::kTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"first:">(), UIControlEventTouchDown);
+  control_.addTarget(listener_, objc::selector<"second:">(), UIControlEventTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"first:">(), UIControlEventTouchUpInside);
+  control_.sendActionsForControlEvents(UIControlEventTouchUpInside);
   EXPECT_THAT(listener_.take(), ElementsAre("first", "second"));
   const auto all = objc::send<"allControlEvents", NSUInteger>(control_);
-  EXPECT_EQ(all, control_event::kTouchDown | control_event::kTouchUpInside);
+  EXPECT_EQ(all, UIControlEventTouchDown | UIControlEventTouchUpInside);
 }
 
 TEST_F(ControlTest, RemovesByTargetByActionAndByEvent) {
   control_.addTarget(listener_, objc::selector<"first:">(),
-                     control_event::kTouchDown | control_event::kTouchUpInside);
-  control_.addTarget(listener_, objc::selector<"second:">(), control_event::kTouchDown);
-  control_.removeTarget(listener_, objc::selector<"first:">(), control_event::kTouchDown);
-  control_.sendActions(control_event::kTouchDown);
+                     UIControlEventTouchDown | UIControlEventTouchUpInside);
+  control_.addTarget(listener_, objc::selector<"second:">(), UIControlEventTouchDown);
+  control_.removeTarget(listener_, objc::selector<"first:">(), UIControlEventTouchDown);
+  control_.sendActionsForControlEvents(UIControlEventTouchDown);
   EXPECT_THAT(listener_.take(), ElementsAre("second"));
   control_.removeTarget(NSObject(), objc::Selector(), ~NSUInteger{0});
-  control_.sendActions(control_event::kTouchDown | control_event::kTouchUpInside);
+  control_.sendActionsForControlEvents(UIControlEventTouchDown | UIControlEventTouchUpInside);
   EXPECT_THAT(listener_.take(), IsEmpty());
 }
 
 TEST_F(ControlTest, DoesNotKeepItsTargetAlive) {
   ActionListener gone = objc::make<ActionListener>();
-  control_.addTarget(gone, objc::selector<"first:">(), control_event::kTouchDown);
+  control_.addTarget(gone, objc::selector<"first:">(), UIControlEventTouchDown);
   gone = ActionListener();
-  control_.sendActions(control_event::kTouchDown);  // nobody is there, and nothing happens
+  control_.sendActionsForControlEvents(UIControlEventTouchDown);  // nobody is there, and nothing happens
 }
 
 TEST_F(ControlTest, FollowsAFingerInsideAndOutside) {
   hear_all(control_);
-  control_.addTarget(listener_, objc::selector<"exit:">(), control_event::kTouchDragExit);
-  control_.addTarget(listener_, objc::selector<"enter:">(), control_event::kTouchDragEnter);
+  control_.addTarget(listener_, objc::selector<"exit:">(), UIControlEventTouchDragExit);
+  control_.addTarget(listener_, objc::selector<"enter:">(), UIControlEventTouchDragEnter);
   press({140, 120});
   EXPECT_TRUE(control_.isHighlighted());
   session().touches().moved({140, 160});  // a little beside it still counts
@@ -106,12 +105,12 @@ TEST_F(ControlTest, IsDeafWhileDisabled) {
   focus(control_);
   key(KeyCode::Return);
   EXPECT_THAT(listener_.take(), IsEmpty());
-  EXPECT_EQ(control_.control_states(), control_state::kDisabled);
+  EXPECT_EQ(control_.state(), UIControlStateDisabled);
   EXPECT_THAT(focusable_views(), IsEmpty());
 }
 
 TEST_F(ControlTest, TellsRepeatedTaps) {
-  control_.addTarget(listener_, objc::selector<"second:">(), control_event::kTouchDownRepeat);
+  control_.addTarget(listener_, objc::selector<"second:">(), UIControlEventTouchDownRepeat);
   tap(middle(control_));
   tap(middle(control_));
   EXPECT_THAT(listener_.take(), ElementsAre("second"));
@@ -121,7 +120,7 @@ TEST_F(ControlTest, TellsRepeatedTaps) {
 }
 
 TEST_F(ControlTest, SendsUpTheChainWithoutATarget) {
-  control_.addTarget(NSObject(), objc::selector<"removeFromSuperview">(), control_event::kTouchUpInside);
+  control_.addTarget(NSObject(), objc::selector<"removeFromSuperview">(), UIControlEventTouchUpInside);
   tap(middle(control_));
   EXPECT_FALSE(control_.superview());  // the control itself is the first on the chain that answers
 }
@@ -136,7 +135,7 @@ TEST_F(ControlTest, IsPressedBySpaceAndReturnOnceItHasTheFocus) {
 }
 
 TEST_F(ControlTest, ShowsWhereTheFocusIsUntilAFingerComes) {
-  const Point beside{control_.frame().min_x() - 2, control_.frame().mid_y()};
+  const Point beside{Rect(control_.frame()).min_x() - 2, Rect(control_.frame()).mid_y()};
   EXPECT_EQ(pixel(beside), 0xFFFFFFFFU);
   key(KeyCode::Tab);
   EXPECT_EQ(pixel(beside), 0xFF007AFFU);
@@ -148,7 +147,7 @@ TEST_F(ControlTest, ShowsWhereTheFocusIsUntilAFingerComes) {
 }
 
 TEST_F(ControlTest, MovesTheFocusForwardBackAndRound) {
-  const Control below = Control::alloc().initialize<"initWithFrame:">(Rect{});
+  const UIControl below = UIControl::alloc().initWithFrame(Rect{});
   show(below, {{100, 300}, {80, 40}});
   key(KeyCode::Tab);
   EXPECT_EQ(focused_view(), control_);
@@ -163,26 +162,26 @@ TEST_F(ControlTest, MovesTheFocusForwardBackAndRound) {
 class ButtonTest : public ScreenTest {};
 
 TEST_F(ButtonTest, ShowsTheTitleOfItsStateAndTheNormalOneWithout) {
-  const Button button = Button::make(ButtonType::System);
-  button.set_title("Plain"_ns);
-  objc::send<"setTitle:forState:">(button, "Off"_ns, control_state::kDisabled);
-  EXPECT_EQ(button.current_title().utf8(), "Plain");
+  const UIButton button = UIButton::buttonWithType(UIButtonType::System);
+  button.setTitle("Plain"_ns, UIControlStateNormal);
+  objc::send<"setTitle:forState:">(button, "Off"_ns, UIControlStateDisabled);
+  EXPECT_EQ(button.currentTitle().utf8(), "Plain");
   button.setEnabled(false);
-  EXPECT_EQ(button.current_title().utf8(), "Off");
+  EXPECT_EQ(button.currentTitle().utf8(), "Off");
   button.setEnabled(true);
   button.setHighlighted(true);
-  EXPECT_EQ(button.current_title().utf8(), "Plain");
+  EXPECT_EQ(button.currentTitle().utf8(), "Plain");
 }
 
 TEST_F(ButtonTest, TakesTheTouchesOfItsPartsAndFadesWhilePressed) {
-  const Button button = Button::make(ButtonType::System);
-  button.set_title("Press"_ns);
+  const UIButton button = UIButton::buttonWithType(UIButtonType::System);
+  button.setTitle("Press"_ns, UIControlStateNormal);
   hear_all(button);
   show(button, {{50, 50}, {100, 44}});
   press(middle(button));
-  EXPECT_LT(button.button().title_label.alpha(), 0.5);
+  EXPECT_LT(button.titleLabel().alpha(), 0.5);
   lift(middle(button));
-  EXPECT_EQ(button.button().title_label.alpha(), 1);
+  EXPECT_EQ(button.titleLabel().alpha(), 1);
   EXPECT_THAT(listener_.take(), ElementsAre("down", "up"));
 }
 

@@ -16,29 +16,31 @@ class SegmentedControlTest : public ScreenTest {
     ScreenTest::SetUp();
     NSMutableArray titles = NSMutableArray::array();
     for (const char* title : {"One", "Two", "Three"}) titles.addObject(NSString(title));
-    control_ = SegmentedControl::make(titles);
+    control_ = UISegmentedControl::alloc().initWithItems(titles);
     hear_all(control_);
     show(control_, {{30, 100}, {300, 32}});
   }
   void TearDown() override {
-    control_ = SegmentedControl();
+    control_ = UISegmentedControl();
     ScreenTest::TearDown();
   }
   Point segment(NSUInteger index) const {
-    const Rect rect = control_.convertRectToView(control_.segment_rect(index), View());
+    const Rect rect =
+        control_.convertRectToView(SegmentedControl::of(control_).segment_rect(index), UIView());
     return {rect.mid_x(), rect.mid_y()};
   }
   /// The upper left of the segment, where only its ground shows.
   std::uint32_t ground(NSUInteger index) const {
-    const Rect rect = control_.convertRectToView(control_.segment_rect(index), View());
+    const Rect rect =
+        control_.convertRectToView(SegmentedControl::of(control_).segment_rect(index), UIView());
     return pixel({rect.min_x() + 10, rect.min_y() + 6});
   }
-  SegmentedControl control_;
+  UISegmentedControl control_;
 };
 
 TEST_F(SegmentedControlTest, SharesItsWidthEquallyAndKnowsItsOwnSize) {
-  EXPECT_EQ(control_.segment_rect(0), (Rect{{0, 0}, {100, 32}}));
-  EXPECT_EQ(control_.segment_rect(2), (Rect{{200, 0}, {100, 32}}));
+  EXPECT_EQ(SegmentedControl::of(control_).segment_rect(0), (Rect{{0, 0}, {100, 32}}));
+  EXPECT_EQ(SegmentedControl::of(control_).segment_rect(2), (Rect{{200, 0}, {100, 32}}));
   EXPECT_EQ(control_.intrinsicContentSize().height, 32);
   const double narrow = control_.intrinsicContentSize().width;
   control_.setTitle("A good deal more"_ns, 1);
@@ -47,15 +49,15 @@ TEST_F(SegmentedControlTest, SharesItsWidthEquallyAndKnowsItsOwnSize) {
 
 TEST_F(SegmentedControlTest, GivesSegmentsTheirOwnWidths) {
   objc::send<"setWidth:forSegmentAtIndex:">(control_, 60.0, NSUInteger{1});
-  EXPECT_EQ(control_.segment_rect(0).width(), 120);
-  EXPECT_EQ(control_.segment_rect(1), (Rect{{120, 0}, {60, 32}}));
+  EXPECT_EQ(SegmentedControl::of(control_).segment_rect(0).width(), 120);
+  EXPECT_EQ(SegmentedControl::of(control_).segment_rect(1), (Rect{{120, 0}, {60, 32}}));
 }
 
 TEST_F(SegmentedControlTest, StartsWithNothingChosen) {
   EXPECT_EQ(control_.numberOfSegments(), 3U);
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
   control_.setSelectedSegmentIndex(5);
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
 }
 
 TEST_F(SegmentedControlTest, ChoosesWhereTheFingerLifts) {
@@ -75,20 +77,20 @@ TEST_F(SegmentedControlTest, ChoosesNothingFarOutside) {
   press(segment(0));
   drag(segment(0), {segment(0).x, 400});
   lift({segment(0).x, 400});
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
 }
 
 TEST_F(SegmentedControlTest, TellsNobodyWhenCodeSetsIt) {
   control_.setSelectedSegmentIndex(2);
-  control_.setSelectedSegmentIndex(SegmentedControl::kNoSegment);
+  control_.setSelectedSegmentIndex(UISegmentedControlNoSegment);
   EXPECT_THAT(listener_.take(), IsEmpty());
 }
 
 TEST_F(SegmentedControlTest, LeavesOutDisabledSegments) {
   control_.setEnabledForSegment(false, 1);
-  EXPECT_FALSE(control_.isEnabledForSegment(1));
+  EXPECT_FALSE(control_.isEnabledForSegmentAtIndex(1));
   tap(segment(1));
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
   key(KeyCode::Tab);
   key(KeyCode::Right);
   EXPECT_EQ(control_.selectedSegmentIndex(), 0);
@@ -106,7 +108,7 @@ class IndexReader : public objc::Authored<IndexReader, NSObject> {
   static constexpr objc::FixedString kClass{"WispenTestSegmentReader"};
   using Authored::Authored;
   static inline std::vector<NSInteger> seen;
-  void chosen(const SegmentedControl& control) const { seen.push_back(control.selectedSegmentIndex()); }
+  void chosen(const UISegmentedControl& control) const { seen.push_back(control.selectedSegmentIndex()); }
   static void define() {
     objc::Class<IndexReader>().method<"chosen:", &IndexReader::chosen>().register_class();
   }
@@ -116,37 +118,37 @@ TEST_F(SegmentedControlTest, ForgetsAMomentaryChoiceOnceItIsTold) {
   IndexReader::define();
   IndexReader::seen.clear();
   const IndexReader reader = objc::make<IndexReader>();
-  control_.addTarget(reader, objc::selector<"chosen:">(), control_event::kValueChanged);
+  control_.addTarget(reader, objc::selector<"chosen:">(), UIControlEventValueChanged);
   objc::send<"setMomentary:">(control_, true);
   tap(segment(2));
   tap(segment(2));
   EXPECT_THAT(IndexReader::seen, ElementsAre(2, 2));
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
 }
 
 TEST_F(SegmentedControlTest, ShowsATitleOrAnImageNeverBoth) {
   const UIImage gear = UIImage::systemImageNamed("gear"_ns);
   control_.setImage(gear, 1);
-  EXPECT_EQ(control_.image(1), gear);
-  EXPECT_FALSE(control_.title(1));
+  EXPECT_EQ(control_.imageForSegmentAtIndex(1), gear);
+  EXPECT_FALSE(control_.titleForSegmentAtIndex(1));
   control_.setTitle("Word"_ns, 1);
-  EXPECT_FALSE(control_.image(1));
+  EXPECT_FALSE(control_.imageForSegmentAtIndex(1));
   control_.setTitle("Last"_ns, 99);
-  EXPECT_EQ(control_.title(2).utf8(), "Last");
+  EXPECT_EQ(control_.titleForSegmentAtIndex(2).utf8(), "Last");
 }
 
 TEST_F(SegmentedControlTest, MovesTheChoiceWithItsSegment) {
   control_.setSelectedSegmentIndex(1);
-  control_.insert_title("Zero"_ns, 0, false);
+  control_.insertSegment("Zero"_ns, 0, false);
   EXPECT_EQ(control_.selectedSegmentIndex(), 2);
-  EXPECT_EQ(control_.title(0).utf8(), "Zero");
-  control_.remove(0, false);
+  EXPECT_EQ(control_.titleForSegmentAtIndex(0).utf8(), "Zero");
+  control_.removeSegment(0, false);
   EXPECT_EQ(control_.selectedSegmentIndex(), 1);
-  control_.remove(1, false);
-  EXPECT_EQ(control_.selectedSegmentIndex(), SegmentedControl::kNoSegment);
+  control_.removeSegment(1, false);
+  EXPECT_EQ(control_.selectedSegmentIndex(), UISegmentedControlNoSegment);
   control_.removeAllSegments();
   EXPECT_EQ(control_.numberOfSegments(), 0U);
-  EXPECT_FALSE(control_.title(0));
+  EXPECT_FALSE(control_.titleForSegmentAtIndex(0));
   tap({100, 110});  // nothing is there
 }
 
@@ -161,7 +163,7 @@ TEST_F(SegmentedControlTest, MarksTheChosenSegment) {
 
 TEST_F(SegmentedControlTest, RestsOnceItIsShown) {
   // A width from constraints is asked for again whenever a label says that it has changed.
-  control_.setTranslatesAutoresizingMask(false);
+  control_.setTranslatesAutoresizingMaskIntoConstraints(false);
   control_.setSelectedSegmentIndex(1);
   FrameBuffer buffer(session());
   ASSERT_TRUE(buffer.update());
@@ -173,7 +175,7 @@ TEST_F(SegmentedControlTest, RestsOnceItIsShown) {
 
 TEST_F(SegmentedControlTest, LiesTheOtherWayRoundFromRightToLeft) {
   set_right_to_left(true);
-  EXPECT_EQ(control_.segment_rect(0).min_x(), 200);
+  EXPECT_EQ(SegmentedControl::of(control_).segment_rect(0).min_x(), 200);
   tap({segment(2).x, segment(2).y});
   EXPECT_EQ(control_.selectedSegmentIndex(), 2);
   key(KeyCode::Tab);

@@ -1,7 +1,5 @@
 // tests/host/uikit/controls/slider_test.cpp: sliders, by finger and by key.
 
-#include "host/uikit/controls/slider.hpp"
-
 #include <cmath>
 
 #include "host/uikit/tables/table_view.hpp"
@@ -17,22 +15,26 @@ class SliderTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    slider_ = Slider::make();
+    slider_ = objc::make<UISlider>();
     hear_all(slider_);
     show(slider_, {{50, 100}, {200, 31}});
   }
   void TearDown() override {
-    slider_ = Slider();
+    slider_ = UISlider();
     ScreenTest::TearDown();
   }
+  Rect thumb_rect() const {
+    const CGRect bounds = slider_.bounds();
+    return slider_.thumbRectForBounds(bounds, slider_.trackRectForBounds(bounds), slider_.value());
+  }
   Point thumb() const {
-    const Rect rect = slider_.convertRectToView(slider_.thumb_rect(), View());
+    const Rect rect = slider_.convertRectToView(thumb_rect(), UIView());
     return {rect.mid_x(), rect.mid_y()};
   }
   static long count(const std::vector<std::string>& names, const std::string& name) {
     return std::count(names.begin(), names.end(), name);
   }
-  Slider slider_;
+  UISlider slider_;
 };
 
 TEST_F(SliderTest, StartsAtNothingBetweenNothingAndOne) {
@@ -91,7 +93,7 @@ class ValueReader : public objc::Authored<ValueReader, NSObject> {
   static constexpr objc::FixedString kClass{"WispenTestSliderReader"};
   using Authored::Authored;
   static inline std::vector<float> seen;
-  void dragged(const Slider& slider) const { seen.push_back(slider.value()); }
+  void dragged(const UISlider& slider) const { seen.push_back(slider.value()); }
   static void define() {
     objc::Class<ValueReader>().method<"dragged:", &ValueReader::dragged>().register_class();
   }
@@ -101,7 +103,7 @@ TEST_F(SliderTest, HasMovedBeforeTheDragIsTold) {
   ValueReader::define();
   ValueReader::seen.clear();
   const ValueReader reader = objc::make<ValueReader>();
-  slider_.addTarget(reader, objc::selector<"dragged:">(), control_event::kTouchDragInside);
+  slider_.addTarget(reader, objc::selector<"dragged:">(), UIControlEventTouchDragInside);
   const Point start = thumb();
   press(start);
   session().touches().moved({start.x + 86, start.y});
@@ -152,10 +154,10 @@ TEST_F(SliderTest, RunsTheOtherWayFromRightToLeft) {
 }
 
 TEST_F(SliderTest, MakesRoomForImagesAtItsEnds) {
-  const double before = slider_.thumb_rect().min_x();
+  const double before = thumb_rect().min_x();
   slider_.setMinimumValueImage(UIImage::systemImageNamed("sun.max"_ns));
   window_.layoutIfNeeded();
-  EXPECT_GT(slider_.thumb_rect().min_x(), before + 15);
+  EXPECT_GT(thumb_rect().min_x(), before + 15);
 }
 
 TEST_F(SliderTest, ShowsItsColours) {
@@ -170,11 +172,11 @@ class SliderSource : public objc::Authored<SliderSource, NSObject> {
  public:
   static constexpr objc::FixedString kClass{"WispenTestSliderSource"};
   using Authored::Authored;
-  static inline Slider slider;
-  NSInteger rows(const TableView&, const NSInteger&) const { return 60; }
-  TableCell cell(const TableView&, const NSObject& path) const {
-    const TableCell cell =
-        TableCell::alloc().initialize<"initWithStyle:reuseIdentifier:">(NSInteger{0}, NSString());
+  static inline UISlider slider;
+  NSInteger rows(const UITableView&, const NSInteger&) const { return 60; }
+  UITableViewCell cell(const UITableView&, const NSObject& path) const {
+    const UITableViewCell cell =
+        UITableViewCell::alloc().initWithStyle(UITableViewCellStyle::Default, NSString());
     if (row_path(path).row == 0) cell.contentView().addSubview(slider);
     return cell;
   }
@@ -191,10 +193,11 @@ TEST_F(SliderTest, KeepsADragThatItsTableWouldScrollBy) {
   const SliderSource source = objc::make<SliderSource>();
   SliderSource::slider = slider_;
   {
-    const TableView table = TableView::make(window_.bounds(), TableStyle::InsetGrouped);
-    table.set_data_source(source);
+    const UITableView table =
+        UITableView::alloc().initWithFrame(window_.bounds(), UITableViewStyle::InsetGrouped);
+    table.setDataSource(source);
     window_.addSubview(table);
-    slider_.setFrame({{20, 6}, {200, 31}});
+    slider_.setFrame(Rect{{20, 6}, {200, 31}});
     window_.layoutIfNeeded();
     const double resting = table.contentOffset().y;
     const Point start = thumb();
@@ -210,7 +213,7 @@ TEST_F(SliderTest, KeepsADragThatItsTableWouldScrollBy) {
     EXPECT_GT(table.contentOffset().y, resting + 50);  // beside the thumb the page scrolls
     table.removeFromSuperview();
   }
-  SliderSource::slider = Slider();
+  SliderSource::slider = UISlider();
 }
 
 }  // namespace

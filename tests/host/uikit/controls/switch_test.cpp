@@ -1,7 +1,5 @@
 // tests/host/uikit/controls/switch_test.cpp: switches, by finger and by key.
 
-#include "host/uikit/controls/switch.hpp"
-
 #include "tests/host/uikit/screen_fixture.hpp"
 
 namespace wispen::uikit {
@@ -14,22 +12,22 @@ class SwitchTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    switch_ = Switch::make();
+    switch_ = objc::make<UISwitch>();
     hear_all(switch_);
     show(switch_, {{100, 100}, {51, 31}});
   }
   void TearDown() override {
-    switch_ = Switch();
+    switch_ = UISwitch();
     ScreenTest::TearDown();
   }
   std::uint32_t track_pixel(bool left) const {
-    return pixel({switch_.frame().min_x() + (left ? 8 : 43), switch_.frame().mid_y()});
+    return pixel({Rect(switch_.frame()).min_x() + (left ? 8 : 43), Rect(switch_.frame()).mid_y()});
   }
-  Switch switch_;
+  UISwitch switch_;
 };
 
 TEST_F(SwitchTest, HasOneSize) {
-  const auto odd = Switch::alloc().initialize<"initWithFrame:">(Rect{{10, 20}, {200, 5}});
+  const auto odd = UISwitch::alloc().initWithFrame(Rect{{10, 20}, {200, 5}});
   EXPECT_EQ(odd.frame(), (Rect{{10, 20}, {51, 31}}));
   objc::send<"setFrame:">(odd, Rect{{1, 2}, {3, 4}});
   EXPECT_EQ(odd.frame(), (Rect{{1, 2}, {51, 31}}));

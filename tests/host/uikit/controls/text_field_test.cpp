@@ -13,40 +13,40 @@ class TextFieldTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    field_ = TextField::make();
-    field_.addTarget(listener_, objc::selector<"first:">(), control_event::kEditingDidBegin);
-    field_.addTarget(listener_, objc::selector<"changed:">(), control_event::kEditingChanged);
-    field_.addTarget(listener_, objc::selector<"second:">(), control_event::kEditingDidEnd);
+    field_ = objc::make<UITextField>();
+    field_.addTarget(listener_, objc::selector<"first:">(), UIControlEventEditingDidBegin);
+    field_.addTarget(listener_, objc::selector<"changed:">(), UIControlEventEditingChanged);
+    field_.addTarget(listener_, objc::selector<"second:">(), UIControlEventEditingDidEnd);
     show(field_, {{20, 100}, {200, 34}});
   }
   void TearDown() override {
-    field_ = TextField();
+    field_ = UITextField();
     ScreenTest::TearDown();
   }
   std::string text() const { return field_.text().utf8(); }
-  TextField field_;
+  UITextField field_;
 };
 
 TEST_F(TextFieldTest, WritesFromATapToTheReturnKey) {
   tap(middle(field_));
-  EXPECT_TRUE(field_.is_editing());
+  EXPECT_TRUE(field_.isEditing());
   type("h");
   type("\xC3\xA9");
   type("\xF0\x9F\x98\x80");
   EXPECT_EQ(text(), "h\xC3\xA9\xF0\x9F\x98\x80");
   field_.resignFirstResponder();
-  EXPECT_FALSE(field_.is_editing());
+  EXPECT_FALSE(field_.isEditing());
   EXPECT_THAT(listener_.take(), ElementsAre("first", "changed", "changed", "changed", "second"));
 }
 
 TEST_F(TextFieldTest, TellsNobodyWhenCodeSetsIt) {
-  field_.set_text("set"_ns);
+  field_.setText("set"_ns);
   EXPECT_TRUE(listener_.heard().empty());
 }
 
 TEST_F(TextFieldTest, NeverPartsACharacter) {
-  field_.set_text("a\xF0\x9F\x98\x80z"_ns);
-  objc::send<"becomeFirstResponder", bool>(field_);
+  field_.setText("a\xF0\x9F\x98\x80z"_ns);
+  field_.becomeFirstResponder();
   key(KeyCode::Left);
   key(KeyCode::Backspace);
   EXPECT_EQ(text(), "az");
@@ -55,8 +55,8 @@ TEST_F(TextFieldTest, NeverPartsACharacter) {
 }
 
 TEST_F(TextFieldTest, SelectsWithShiftAndReplacesWhatIsSelected) {
-  field_.set_text("value"_ns);
-  objc::send<"becomeFirstResponder", bool>(field_);
+  field_.setText("value"_ns);
+  field_.becomeFirstResponder();
   key(KeyCode::Left, true);
   key(KeyCode::Left, true);
   type("id");
@@ -67,8 +67,8 @@ TEST_F(TextFieldTest, SelectsWithShiftAndReplacesWhatIsSelected) {
 }
 
 TEST_F(TextFieldTest, MovesToItsEnds) {
-  field_.set_text("mid"_ns);
-  objc::send<"becomeFirstResponder", bool>(field_);
+  field_.setText("mid"_ns);
+  field_.becomeFirstResponder();
   key(KeyCode::Home);
   type("<");
   key(KeyCode::End);
@@ -80,23 +80,23 @@ TEST_F(TextFieldTest, IsReachedByTabAndOpenedByReturn) {
   key(KeyCode::Tab);
   EXPECT_EQ(focused_view(), field_);
   key(KeyCode::Return);
-  EXPECT_TRUE(field_.is_editing());
+  EXPECT_TRUE(field_.isEditing());
   type("k");
   EXPECT_EQ(text(), "k");
 }
 
 TEST_F(TextFieldTest, HidesWhatIsSecure) {
   objc::send<"setSecureTextEntry:">(field_, true);
-  field_.set_text("wide words"_ns);
+  field_.setText("wide words"_ns);
   const double hidden = field_.intrinsicContentSize().width;
-  field_.set_text("iiiiiiiiii"_ns);
+  field_.setText("iiiiiiiiii"_ns);
   EXPECT_EQ(field_.intrinsicContentSize().width, hidden);
 }
 
 TEST_F(TextFieldTest, IsDeafWhileDisabled) {
   field_.setEnabled(false);
   tap(middle(field_));
-  EXPECT_FALSE(field_.is_editing());
+  EXPECT_FALSE(field_.isEditing());
 }
 
 }  // namespace

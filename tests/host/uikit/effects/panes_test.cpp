@@ -4,9 +4,6 @@
 
 #include <cmath>
 
-#include "host/uikit/controls/activity_indicator.hpp"
-#include "host/uikit/effects/backdrop_view.hpp"
-#include "host/uikit/effects/visual_effect_view.hpp"
 #include "tests/host/uikit/screen_fixture.hpp"
 
 namespace wispen::uikit {
@@ -17,7 +14,7 @@ class PanesTest : public ScreenTest {
   /// Stripes, so that softening is seen.
   void show_stripes() {
     for (int i = 0; i < 10; ++i) {
-      const View stripe = View::make({{i * 20.0, 0}, {10, 200}});
+      const UIView stripe = UIView::alloc().initWithFrame(Rect{{i * 20.0, 0}, {10, 200}});
       stripe.setBackgroundColor(UIColor::redColor());
       window_.addSubview(stripe);
     }
@@ -32,9 +29,10 @@ class PanesTest : public ScreenTest {
 
 TEST_F(PanesTest, SoftensWhatIsBehindAndNotWhatIsInFront) {
   show_stripes();
-  const auto pane = VisualEffectView::make(BlurEffect::make(6));
+  const auto pane = UIVisualEffectView::alloc().initWithEffect(
+      UIBlurEffect::effectWithStyle(UIBlurEffectStyle::SystemUltraThinMaterial));
   show(pane, {{0, 50}, {200, 100}});
-  const View front = View::make({{5, 5}, {20, 20}});
+  const UIView front = UIView::alloc().initWithFrame(Rect{{5, 5}, {20, 20}});
   front.setBackgroundColor(UIColor::blueColor());
   pane.contentView().addSubview(front);
   EXPECT_EQ(pixel({5, 20}), 0xFFFF0000U);
@@ -47,11 +45,12 @@ TEST_F(PanesTest, SoftensWhatIsBehindAndNotWhatIsInFront) {
 
 TEST_F(PanesTest, PaintsTheWholePaneWhenAPartBehindItChanges) {
   show_stripes();
-  const auto pane = VisualEffectView::make(BlurEffect::make(6));
+  const auto pane = UIVisualEffectView::alloc().initWithEffect(
+      UIBlurEffect::effectWithStyle(UIBlurEffectStyle::SystemUltraThinMaterial));
   pane.layer().setCornerRadius(12);
   show(pane, {{20, 50}, {160, 100}});
-  const View spot = View::make({{100, 40}, {20, 20}});
-  window_.insertSubviewAtIndex(spot, 0);
+  const UIView spot = UIView::alloc().initWithFrame(Rect{{100, 40}, {20, 20}});
+  window_.insertSubview(spot, 0);
   FrameBuffer kept(session());
   ASSERT_TRUE(kept.update());
   spot.setBackgroundColor(UIColor::blueColor());
@@ -65,9 +64,10 @@ TEST_F(PanesTest, PaintsTheWholePaneWhenAPartBehindItChanges) {
 }
 
 TEST_F(PanesTest, LeavesChangesElsewhereAlone) {
-  const auto pane = VisualEffectView::make(BlurEffect::make(6));
+  const auto pane = UIVisualEffectView::alloc().initWithEffect(
+      UIBlurEffect::effectWithStyle(UIBlurEffectStyle::SystemUltraThinMaterial));
   show(pane, {{20, 50}, {160, 100}});
-  const View spot = View::make({{20, 400}, {20, 20}});
+  const UIView spot = UIView::alloc().initWithFrame(Rect{{20, 400}, {20, 20}});
   window_.addSubview(spot);
   FrameBuffer kept(session());
   ASSERT_TRUE(kept.update());
@@ -87,27 +87,32 @@ TEST_F(PanesTest, GrowsARectangleOverEveryPaneThatItTouches) {
 
 TEST_F(PanesTest, ShowsNothingWithoutAnEffect) {
   show_stripes();
-  show(VisualEffectView::make(VisualEffect()), {{0, 50}, {200, 100}});
+  show(UIVisualEffectView::alloc().initWithEffect(UIVisualEffect()), {{0, 50}, {200, 100}});
   EXPECT_EQ(pixel({105, 100}), 0xFFFF0000U);
 }
 
 TEST_F(PanesTest, FitsABackdropToItsSuperview) {
-  const View sheet = View::make({{0, 0}, {300, 400}});
-  const auto backdrop = BackdropView::alloc().initialize<"initWithFrame:autosizesToFitSuperview:settings:">(
-      Rect{}, true, BackdropSettings::make(1));
-  sheet.insertSubviewAtIndex(backdrop, 0);
+  const UIView sheet = UIView::alloc().initWithFrame(Rect{{0, 0}, {300, 400}});
+  const auto backdrop =
+      UIBackdropView::alloc().initWithFrame(CGRect{}, true, UIBackdropViewSettings::settingsForStyle(1));
+  sheet.insertSubview(backdrop, 0);
   EXPECT_EQ(backdrop.frame(), sheet.bounds());
-  sheet.setFrame({{0, 0}, {200, 500}});
+  sheet.setFrame(Rect{{0, 0}, {200, 500}});
   EXPECT_EQ(backdrop.frame(), sheet.bounds());
-  EXPECT_EQ(sheet.hitTest({10, 10}), sheet);
+  EXPECT_EQ(sheet.hitTest(CGPoint{10, 10}, UIEvent()), sheet);
 }
 
 class ActivityIndicatorTest : public ScreenTest {};
 
 TEST_F(ActivityIndicatorTest, IsSeenOnlyWhileItTurns) {
-  const auto spinner = ActivityIndicator::make(ActivityStyle::Medium);
+  const auto spinner =
+      UIActivityIndicatorView::alloc().initWithActivityIndicatorStyle(UIActivityIndicatorViewStyle::Medium);
   EXPECT_EQ(spinner.bounds().size, (Size{20, 20}));
-  EXPECT_EQ(ActivityIndicator::make(ActivityStyle::Large).bounds().size, (Size{37, 37}));
+  EXPECT_EQ(UIActivityIndicatorView::alloc()
+                .initWithActivityIndicatorStyle(UIActivityIndicatorViewStyle::Large)
+                .bounds()
+                .size,
+            (Size{37, 37}));
   show(spinner, {{50, 50}, {20, 20}});
   EXPECT_TRUE(spinner.isHidden());
   spinner.startAnimating();
@@ -115,12 +120,13 @@ TEST_F(ActivityIndicatorTest, IsSeenOnlyWhileItTurns) {
   EXPECT_FALSE(spinner.isHidden());
   spinner.stopAnimating();
   EXPECT_TRUE(spinner.isHidden());
-  objc::send<"setHidesWhenStopped:">(spinner, false);
+  spinner.setHidesWhenStopped(false);
   EXPECT_FALSE(spinner.isHidden());
 }
 
 TEST_F(ActivityIndicatorTest, TurnsWithTheClockAndRestsOutsideOfWindows) {
-  const auto spinner = ActivityIndicator::make(ActivityStyle::Medium);
+  const auto spinner =
+      UIActivityIndicatorView::alloc().initWithActivityIndicatorStyle(UIActivityIndicatorViewStyle::Medium);
   show(spinner, {{50, 50}, {20, 20}});
   spinner.startAnimating();
   FrameBuffer buffer(session());

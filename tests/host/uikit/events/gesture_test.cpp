@@ -13,7 +13,7 @@ using ::testing::IsEmpty;
 class GestureTest : public ScreenTest {
  protected:
   template <class T>
-  T recognise(const View& view, objc::Selector action = objc::selector<"first:">()) {
+  T recognise(const UIView& view, objc::Selector action = objc::selector<"first:">()) {
     const T recognizer = T::alloc().template initialize<"initWithTarget:action:">(listener_, action);
     view.addGestureRecognizer(recognizer);
     return recognizer;
@@ -21,9 +21,9 @@ class GestureTest : public ScreenTest {
 };
 
 TEST_F(GestureTest, TapsALabelThatTakesTouches) {
-  const Label label = Label::make();
+  const UILabel label = objc::make<UILabel>();
   show(label, {{50, 50}, {60, 20}});
-  recognise<TapGestureRecognizer>(label);
+  recognise<UITapGestureRecognizer>(label);
   tap(middle(label));
   EXPECT_THAT(listener_.take(), IsEmpty());  // labels take none by themselves
   label.setUserInteractionEnabled(true);
@@ -34,10 +34,10 @@ TEST_F(GestureTest, TapsALabelThatTakesTouches) {
 }
 
 TEST_F(GestureTest, TellsTheFewestTapsThatAreRequired) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {60, 60}});
-  const auto recognizer = recognise<TapGestureRecognizer>(view);
-  objc::send<"setNumberOfTapsRequired:">(recognizer, NSUInteger{2});
+  const auto recognizer = recognise<UITapGestureRecognizer>(view);
+  recognizer.setNumberOfTapsRequired(NSUInteger{2});
   tap(middle(view));
   EXPECT_THAT(listener_.take(), IsEmpty());
   tap(middle(view));
@@ -45,9 +45,9 @@ TEST_F(GestureTest, TellsTheFewestTapsThatAreRequired) {
 }
 
 TEST_F(GestureTest, DoesNotTakeADragForATap) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {200, 200}});
-  recognise<TapGestureRecognizer>(view);
+  recognise<UITapGestureRecognizer>(view);
   press({100, 100});
   drag({100, 100}, {200, 200});
   lift({200, 200});
@@ -55,12 +55,12 @@ TEST_F(GestureTest, DoesNotTakeADragForATap) {
 }
 
 TEST_F(GestureTest, TakesTheTouchFromTheControlBelow) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {100, 100}});
-  const Control control = Control::alloc().initialize<"initWithFrame:">(Rect{{0, 0}, {100, 100}});
+  const UIControl control = UIControl::alloc().initWithFrame(Rect{{0, 0}, {100, 100}});
   view.addSubview(control);
   hear_all(control);
-  recognise<PanGestureRecognizer>(view);
+  recognise<UIPanGestureRecognizer>(view);
   press({60, 60});
   drag({60, 60}, {120, 60});
   lift({120, 60});
@@ -71,9 +71,9 @@ TEST_F(GestureTest, TakesTheTouchFromTheControlBelow) {
 }
 
 TEST_F(GestureTest, WaitsForALongPress) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {100, 100}});
-  recognise<LongPressGestureRecognizer>(view);
+  recognise<UILongPressGestureRecognizer>(view);
   press({60, 60});
   wait(400);
   EXPECT_THAT(listener_.heard(), IsEmpty());
@@ -84,21 +84,21 @@ TEST_F(GestureTest, WaitsForALongPress) {
 }
 
 TEST_F(GestureTest, IsDeafWhileDisabledAndOnceItIsRemoved) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {100, 100}});
-  const auto recognizer = recognise<TapGestureRecognizer>(view);
-  objc::send<"setEnabled:">(recognizer, false);
+  const auto recognizer = recognise<UITapGestureRecognizer>(view);
+  recognizer.setEnabled(false);
   tap(middle(view));
-  objc::send<"setEnabled:">(recognizer, true);
+  recognizer.setEnabled(true);
   view.removeGestureRecognizer(recognizer);
   tap(middle(view));
   EXPECT_THAT(listener_.take(), IsEmpty());
 }
 
 TEST_F(GestureTest, TellsItsTargetsInTheOrderOfRegistration) {
-  const View view = View::make();
+  const UIView view = objc::make<UIView>();
   show(view, {{50, 50}, {100, 100}});
-  const auto recognizer = recognise<TapGestureRecognizer>(view, objc::selector<"second:">());
+  const auto recognizer = recognise<UITapGestureRecognizer>(view, objc::selector<"second:">());
   recognizer.addTarget(listener_, objc::selector<"first:">());
   tap(middle(view));
   EXPECT_THAT(listener_.take(), ElementsAre("second", "first"));

@@ -9,8 +9,6 @@
 
 #include "host/uikit/controllers/navigation_controller.hpp"
 #include "host/uikit/controls/label.hpp"
-#include "host/uikit/controls/slider.hpp"
-#include "host/uikit/controls/switch.hpp"
 #include "tests/host/uikit/painting/random_tree.hpp"
 #include "tests/host/uikit/screen_fixture.hpp"
 
@@ -68,8 +66,8 @@ class DamageTest : public ScreenTest {
     }
     return "";
   }
-  View coloured(const Rect& frame, const UIColor& colour = UIColor::redColor()) const {
-    const View view = View::make(frame);
+  UIView coloured(const Rect& frame, const UIColor& colour = UIColor::redColor()) const {
+    const UIView view = UIView::alloc().initWithFrame(frame);
     view.setBackgroundColor(colour);
     window_.addSubview(view);
     return view;
@@ -87,15 +85,15 @@ TEST_F(DamageTest, PaintsNothingWhereNothingChanged) {
 }
 
 TEST_F(DamageTest, PaintsWhereAMovedViewWasAndIs) {
-  const View view = coloured({{10, 10}, {20, 20}});
+  const UIView view = coloured({{10, 10}, {20, 20}});
   update();
-  view.setFrame({{200, 500}, {20, 20}});
+  view.setFrame(Rect{{200, 500}, {20, 20}});
   EXPECT_EQ(area_of(update()), 2 * 20 * 20);
   EXPECT_EQ(difference(), "");
 }
 
 TEST_F(DamageTest, PaintsOnlyWhatMovesInAnAnimation) {
-  const View view = coloured({{10, 10}, {40, 40}});
+  const UIView view = coloured({{10, 10}, {40, 40}});
   coloured({{0, 200}, {390, 400}}, UIColor::blueColor());
   update();
   session().animations().animate(
@@ -113,7 +111,7 @@ TEST_F(DamageTest, PaintsOnlyWhatMovesInAnAnimation) {
 }
 
 TEST_F(DamageTest, LeavesAnAnimationAloneThatIsStillDelayedOrChangesNothingSeen) {
-  const View empty = View::make({{0, 0}, {300, 300}});
+  const UIView empty = UIView::alloc().initWithFrame(Rect{{0, 0}, {300, 300}});
   window_.addSubview(empty);
   update();
   session().animations().animate({.duration = 1}, [&] { empty.setCenter({300, 300}); });
@@ -122,7 +120,7 @@ TEST_F(DamageTest, LeavesAnAnimationAloneThatIsStillDelayedOrChangesNothingSeen)
 }
 
 TEST_F(DamageTest, UncoversWhatAFadedViewLeft) {
-  const View view = coloured({{10, 10}, {40, 40}});
+  const UIView view = coloured({{10, 10}, {40, 40}});
   update();
   session().animations().animate({.duration = 0.2}, [&] { view.setAlpha(0); });
   wait(100);
@@ -135,9 +133,9 @@ TEST_F(DamageTest, UncoversWhatAFadedViewLeft) {
 }
 
 TEST_F(DamageTest, FollowsWhatSticksOutOfAMovedView) {
-  const View outer = View::make({{10, 10}, {20, 20}});
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{10, 10}, {20, 20}});
   window_.addSubview(outer);
-  const View inner = View::make({{100, 0}, {10, 10}});
+  const UIView inner = UIView::alloc().initWithFrame(Rect{{100, 0}, {10, 10}});
   inner.setBackgroundColor(UIColor::redColor());
   outer.addSubview(inner);
   update();
@@ -147,7 +145,7 @@ TEST_F(DamageTest, FollowsWhatSticksOutOfAMovedView) {
 }
 
 TEST_F(DamageTest, UncoversAViewThatLeavesInTheMiddleOfItsAnimation) {
-  const View view = coloured({{10, 10}, {40, 40}});
+  const UIView view = coloured({{10, 10}, {40, 40}});
   update();
   session().animations().animate({.duration = 1}, [&] { view.setCenter({200, 700}); });
   wait(500);
@@ -158,27 +156,27 @@ TEST_F(DamageTest, UncoversAViewThatLeavesInTheMiddleOfItsAnimation) {
 }
 
 TEST_F(DamageTest, PaintsAllInARoundedClipThatChangesItsShape) {
-  const View outer = View::make({{10, 10}, {100, 100}});
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{10, 10}, {100, 100}});
   outer.setClipsToBounds(true);
   outer.layer().setCornerRadius(30);
   window_.addSubview(outer);
-  const View inner = View::make({{0, 0}, {300, 300}});
+  const UIView inner = UIView::alloc().initWithFrame(Rect{{0, 0}, {300, 300}});
   inner.setBackgroundColor(UIColor::redColor());
   outer.addSubview(inner);
   update();
   outer.layer().setCornerRadius(10);
   update();
   EXPECT_EQ(difference(), "");
-  outer.setBounds({{0, 0}, {80, 100}});
+  outer.setBounds(Rect{{0, 0}, {80, 100}});
   update();
   EXPECT_EQ(difference(), "");
 }
 
 TEST_F(DamageTest, PaintsNoMoreThanASlidersRowWhileItsThumbIsDragged) {
-  const View row = coloured({{20, 300}, {350, 44}}, UIColor::whiteColor());
+  const UIView row = coloured({{20, 300}, {350, 44}}, UIColor::whiteColor());
   row.setClipsToBounds(true);
-  const Slider slider = Slider::make();
-  slider.setFrame({{16, 7}, {300, 30}});
+  const UISlider slider = objc::make<UISlider>();
+  slider.setFrame(Rect{{16, 7}, {300, 30}});
   row.addSubview(slider);
   window_.layoutIfNeeded();
   update();
@@ -190,18 +188,18 @@ TEST_F(DamageTest, PaintsNoMoreThanASlidersRowWhileItsThumbIsDragged) {
     session().touches().moved({thumb.x + i * 9, thumb.y});
     const Rect painted = around_update();
     EXPECT_FALSE(painted.empty());
-    EXPECT_TRUE(row.frame().contains(painted));
+    EXPECT_TRUE(Rect(row.frame()).contains(painted));
     EXPECT_EQ(difference(), "");
   }
   lift(thumb);
 }
 
 TEST_F(DamageTest, PaintsOnlyTheSwitchThatSlides) {
-  const Switch control = Switch::make();
+  const UISwitch control = objc::make<UISwitch>();
   show(control, {{300, 300}, {0, 0}});
   update();
   tap(middle(control));
-  const Rect reach = control.frame().inset(-18, -18);  // with its thumb's shadow
+  const Rect reach = Rect(control.frame()).inset(-18, -18);  // with its thumb's shadow
   for (int i = 0; i < 20; ++i) {
     wait(16);
     const Rect painted = around_update();
@@ -212,24 +210,25 @@ TEST_F(DamageTest, PaintsOnlyTheSwitchThatSlides) {
 
 TEST_F(DamageTest, PaintsAPushedPageAsItComesIn) {
   const auto page = [](const UIColor& colour) {
-    const ViewController controller = objc::make<ViewController>();
+    const UIViewController controller = objc::make<UIViewController>();
     controller.view().setBackgroundColor(colour);
-    const Label label = Label::make({{20, 300}, {300, 40}});
+    const UILabel label = UILabel::alloc().initWithFrame(Rect{{20, 300}, {300, 40}});
     label.setText("A page that comes in"_ns);
     controller.view().addSubview(label);
     return controller;
   };
-  const auto navigation = NavigationController::with_root(page(UIColor::yellowColor()));
+  const auto navigation =
+      UINavigationController::alloc().initWithRootViewController(page(UIColor::yellowColor()));
   window_.setRootViewController(navigation);
   update();
   EXPECT_EQ(difference(), "");
-  navigation.push(page(UIColor::cyanColor()), true);
+  navigation.pushViewController(page(UIColor::cyanColor()), true);
   for (int i = 0; i < 50; ++i) {
     wait(16);
     update();
     ASSERT_EQ(difference(), "") << "frame " << i;
   }
-  navigation.pop(true);
+  navigation.popViewController(true);
   for (int i = 0; i < 50; ++i) {
     wait(16);
     update();
@@ -257,7 +256,7 @@ TEST_P(RandomDamageTest, LooksLikeAWholePicture) {
       painted += area_of(update());
       ASSERT_EQ(difference(rounding), "") << "seed " << seed << ", step " << step;
     }
-    for (const View& view : window_.subviews()) view.removeFromSuperview();
+    for (const UIView& view : View::of(window_).subviews()) view.removeFromSuperview();
     update();
     ASSERT_EQ(difference(rounding), "") << "seed " << seed << ", all removed";
   }

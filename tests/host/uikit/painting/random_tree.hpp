@@ -7,8 +7,6 @@
 #include <vector>
 
 #include "host/uikit/controls/label.hpp"
-#include "host/uikit/controls/switch.hpp"
-#include "host/uikit/effects/visual_effect_view.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/tables/scroll_view.hpp"
 #include "host/uikit/views/window.hpp"
@@ -19,7 +17,7 @@ namespace wispen::uikit {
 /// be.
 class RandomTree {
  public:
-  RandomTree(const Window& window, unsigned seed, bool turns)
+  RandomTree(const UIWindow& window, unsigned seed, bool turns)
       : window_(window), random_(seed), turns_(turns) {
     for (int i = 0; i < 12; ++i) insert();
   }
@@ -55,39 +53,40 @@ class RandomTree {
         return UIColor();
     }
   }
-  View any() { return views_[std::uniform_int_distribution<std::size_t>(0, views_.size() - 1)(random_)]; }
+  UIView any() { return views_[std::uniform_int_distribution<std::size_t>(0, views_.size() - 1)(random_)]; }
 
-  View made() {
+  UIView made() {
     switch (std::uniform_int_distribution<>(0, 9)(random_)) {
       case 0: {
-        const Label label = Label::make();
+        const UILabel label = objc::make<UILabel>();
         label.setText("Some words of some length"_ns);
         label.setNumberOfLines(one_in(2) ? 0 : 1);
         return label;
       }
       case 1:
-        return Switch::make();
+        return objc::make<UISwitch>();
       case 2:
-        return VisualEffectView::make(BlurEffect::make(6));
+        return UIVisualEffectView::alloc().initWithEffect(
+            UIBlurEffect::effectWithStyle(UIBlurEffectStyle::SystemUltraThinMaterial));
       case 3:
-        return ScrollView::alloc().initialize<"initWithFrame:">(Rect{});
+        return UIScrollView::alloc().initWithFrame(Rect{});
       default:
-        return View::make();
+        return objc::make<UIView>();
     }
   }
   void insert() {
-    const View view = made();
+    const UIView view = made();
     view.setFrame(frame());
-    if (!objc::cast_or_nil<VisualEffectView>(view)) view.setBackgroundColor(colour());
+    if (!objc::cast_or_nil<UIVisualEffectView>(view)) view.setBackgroundColor(colour());
     if (one_in(4)) view.layer().setCornerRadius(number(1, 40));
     if (one_in(4)) view.setClipsToBounds(true);
     put(view);
     views_.push_back(view);
   }
-  void put(const View& view) {
-    const View above = views_.empty() || one_in(2) ? View(window_) : any();
-    const View place = above.isDescendantOfView(view) ? View(window_) : above;
-    place.insertSubviewAtIndex(view, std::uniform_int_distribution<>(0, 5)(random_));
+  void put(const UIView& view) {
+    const UIView above = views_.empty() || one_in(2) ? UIView(window_) : any();
+    const UIView place = above.isDescendantOfView(view) ? UIView(window_) : above;
+    place.insertSubview(view, std::uniform_int_distribution<>(0, 5)(random_));
   }
   AffineTransform turned() {
     if (one_in(3)) return {};
@@ -96,7 +95,7 @@ class RandomTree {
   }
 
   void step() {
-    const View view = any();
+    const UIView view = any();
     switch (std::uniform_int_distribution<>(0, 14)(random_)) {
       case 0:
       case 1:
@@ -114,19 +113,19 @@ class RandomTree {
       case 7:
         return view.layer().setCornerRadius(one_in(2) ? 0 : number(1, 40));
       case 8:
-        objc::send<"setShadowOpacity:">(view.layer(), one_in(2) ? 0.0F : 0.5F);
+        view.layer().setShadowOpacity(one_in(2) ? 0.0F : 0.5F);
         return;
       case 9:
         return view.removeFromSuperview();
       case 10:
         return put(view);
       case 11:
-        return view.setBounds({{place(40), place(40)}, view.bounds().size});
+        return view.setBounds(Rect{{place(40), place(40)}, view.bounds().size});
       case 12:
         objc::send<"setBorderWidth:">(view.layer(), one_in(2) ? 0.0 : 3.0);
         return;
       case 13:
-        if (const auto label = objc::cast_or_nil<Label>(view)) {
+        if (const auto label = objc::cast_or_nil<UILabel>(view)) {
           return label.setText(one_in(2) ? "Others"_ns : "Some words, and some that are quite long"_ns);
         }
         return AnimationEngine::remove_all(view);
@@ -135,10 +134,10 @@ class RandomTree {
     }
   }
 
-  Window window_;
+  UIWindow window_;
   std::mt19937 random_;
   bool turns_;
-  std::vector<View> views_;
+  std::vector<UIView> views_;
 };
 
 }  // namespace wispen::uikit

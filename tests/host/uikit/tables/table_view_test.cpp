@@ -6,6 +6,7 @@
 #include "host/uikit/events/key.hpp"
 #include "host/uikit/session.hpp"
 #include "host/uikit/tables/header_footer_view.hpp"
+#include "host/uikit/tables/scroll_view.hpp"
 #include "host/uikit/views/window.hpp"
 #include "tests/support/host_fixture.hpp"
 
@@ -25,15 +26,15 @@ class Source : public objc::Authored<Source, NSObject> {
   using Authored::Authored;
   SourceState& parts() const { return state<SourceState>(); }
 
-  NSInteger rows(const TableView&, const NSInteger&) const { return parts().rows; }
-  TableCell cell(const TableView& table, const NSObject&) const {
-    auto reused = objc::send<"dequeueReusableCellWithIdentifier:", TableCell>(table, "row"_ns);
+  NSInteger rows(const UITableView&, const NSInteger&) const { return parts().rows; }
+  UITableViewCell cell(const UITableView& table, const NSObject&) const {
+    auto reused = table.dequeueReusableCell("row"_ns);
     if (reused) return reused;
     ++parts().made;
-    return TableCell::alloc().initialize<"initWithStyle:reuseIdentifier:">(NSInteger{0}, "row"_ns);
+    return UITableViewCell::alloc().initWithStyle(UITableViewCellStyle::Default, "row"_ns);
   }
-  void displays(const TableView&, const TableCell&, const NSObject&) const { ++parts().displayed; }
-  void selects(const TableView&, const NSObject& path) const { parts().selected.push_back(row_path(path)); }
+  void displays(const UITableView&, const UITableViewCell&, const NSObject&) const { ++parts().displayed; }
+  void selects(const UITableView&, const NSObject& path) const { parts().selected.push_back(row_path(path)); }
   static void define() {
     objc::Class<Source>()
         .state<SourceState>()
@@ -51,33 +52,33 @@ class TableViewTest : public wispen::testing::HostTest {
     Source::define();
     source_ = objc::make<Source>();
     source_.parts().rows = rows;
-    window_ = Window::make();
-    table_ = TableView::make(window_.bounds(), TableStyle::InsetGrouped);
-    table_.set_data_source(source_);
-    table_.set_delegate(source_);
+    window_ = objc::make<UIWindow>();
+    table_ = UITableView::alloc().initWithFrame(window_.bounds(), UITableViewStyle::InsetGrouped);
+    table_.setDataSource(source_);
+    table_.setDelegate(source_);
     window_.addSubview(table_);
     window_.makeKeyAndVisible();
     window_.layoutIfNeeded();
   }
   void TearDown() override {
-    table_ = TableView();
-    window_ = Window();
+    table_ = UITableView();
+    window_ = UIWindow();
     source_ = Source();
     HostTest::TearDown();
   }
   Source source_;
-  Window window_;
-  TableView table_;
+  UIWindow window_;
+  UITableView table_;
 };
 
 TEST_F(TableViewTest, InsetsRowsAndRoundsTheOuterCorners) {
   show(3);
-  const TableCell first = table_.cell_for_row({0, 0});
+  const UITableViewCell first = TableView::of(table_).cell_for_row({0, 0});
   ASSERT_TRUE(first);
   EXPECT_EQ(first.frame(), (Rect{{16, 35}, {358, 44}}));
   EXPECT_EQ(first.layer().cornerRadius(), 10);
-  EXPECT_EQ(table_.cell_for_row({0, 1}).layer().cornerRadius(), 0);
-  EXPECT_EQ(table_.cell_for_row({0, 2}).layer().cornerRadius(), 10);
+  EXPECT_EQ(TableView::of(table_).cell_for_row({0, 1}).layer().cornerRadius(), 0);
+  EXPECT_EQ(TableView::of(table_).cell_for_row({0, 2}).layer().cornerRadius(), 10);
 }
 
 TEST_F(TableViewTest, MakesOnlyTheCellsInSightAndReusesThem) {
@@ -89,33 +90,33 @@ TEST_F(TableViewTest, MakesOnlyTheCellsInSightAndReusesThem) {
     window_.layoutIfNeeded();
   }
   EXPECT_LE(source_.parts().made, made + 4);
-  EXPECT_LT(table_.visible_cells().size(), 40U);
+  EXPECT_LT(TableView::of(table_).visible_cells().size(), 40U);
   EXPECT_GT(source_.parts().displayed, 400);
 }
 
 TEST_F(TableViewTest, SelectsARowByARealTouch) {
   show(3);
-  const Rect row =
-      table_.cell_for_row({0, 1}).convertRectToView(table_.cell_for_row({0, 1}).bounds(), View());
+  const Rect row = TableView::of(table_).cell_for_row({0, 1}).convertRectToView(
+      TableView::of(table_).cell_for_row({0, 1}).bounds(), UIView());
   const Point place{row.mid_x(), row.mid_y()};
   Session::current()->touches().began(place);
-  EXPECT_TRUE(table_.cell_for_row({0, 1}).cell().highlighted);
+  EXPECT_TRUE(TableView::of(table_).cell_for_row({0, 1}).isHighlighted());
   Session::current()->touches().ended(place);
   EXPECT_EQ(source_.parts().selected, (std::vector<RowPath>{{0, 1}}));
 }
 
 TEST_F(TableViewTest, InsertsAndDeletesRowsInPlace) {
   show(3);
-  const TableCell second = table_.cell_for_row({0, 1});
+  const UITableViewCell second = TableView::of(table_).cell_for_row({0, 1});
   source_.parts().rows = 4;
-  table_.insert_rows({{0, 1}}, true);
-  EXPECT_EQ(table_.cell_for_row({0, 2}), second);
-  EXPECT_EQ(second.frame().min_y(), 35 + 2 * 44);
+  TableView::of(table_).insert_rows({{0, 1}}, true);
+  EXPECT_EQ(TableView::of(table_).cell_for_row({0, 2}), second);
+  EXPECT_EQ(Rect(second.frame()).min_y(), 35 + 2 * 44);
   ASSERT_TRUE(Session::current()->loop().advance(std::chrono::seconds(1)));
   source_.parts().rows = 3;
-  table_.delete_rows({{0, 1}}, false);
-  EXPECT_EQ(table_.cell_for_row({0, 1}), second);
-  EXPECT_EQ(second.frame().min_y(), 35 + 44);
+  TableView::of(table_).delete_rows({{0, 1}}, false);
+  EXPECT_EQ(TableView::of(table_).cell_for_row({0, 1}), second);
+  EXPECT_EQ(Rect(second.frame()).min_y(), 35 + 44);
 }
 
 TEST_F(TableViewTest, GoesOnWhenItIsThrownAndComesToRest) {
@@ -131,9 +132,9 @@ TEST_F(TableViewTest, GoesOnWhenItIsThrownAndComesToRest) {
   touches.ended({200, 500});
   const double lifted = table_.contentOffset().y;
   EXPECT_GT(lifted, start + 100);
-  EXPECT_TRUE(table_.is_moving());
+  EXPECT_TRUE(ScrollView::of(table_).is_moving());
   ASSERT_TRUE(loop.advance(std::chrono::seconds(10)));
-  EXPECT_FALSE(table_.is_moving());
+  EXPECT_FALSE(ScrollView::of(table_).is_moving());
   EXPECT_GT(table_.contentOffset().y, lifted + 100);
   EXPECT_TRUE(source_.parts().selected.empty());
 }
@@ -142,14 +143,14 @@ class TitledSource : public objc::Authored<TitledSource, NSObject> {
  public:
   static constexpr objc::FixedString kClass{"WispenTestTitledSource"};
   using Authored::Authored;
-  NSInteger sections(const TableView&) const { return 40; }
-  NSInteger rows(const TableView&, const NSInteger&) const { return 3; }
-  NSString header(const TableView&, const NSInteger&) const { return "Head"_ns; }
-  NSString footer(const TableView&, const NSInteger&) const {
+  NSInteger sections(const UITableView&) const { return 40; }
+  NSInteger rows(const UITableView&, const NSInteger&) const { return 3; }
+  NSString header(const UITableView&, const NSInteger&) const { return "Head"_ns; }
+  NSString footer(const UITableView&, const NSInteger&) const {
     return "A footer that is long enough to need two lines of its small text"_ns;
   }
-  TableCell cell(const TableView&, const NSObject&) const {
-    return TableCell::alloc().initialize<"initWithStyle:reuseIdentifier:">(NSInteger{0}, NSString());
+  UITableViewCell cell(const UITableView&, const NSObject&) const {
+    return UITableViewCell::alloc().initWithStyle(UITableViewCellStyle::Default, NSString());
   }
   static void define() {
     objc::Class<TitledSource>()
@@ -166,40 +167,41 @@ TEST_F(TableViewTest, ShowsTitlesInHeaderAndFooterViews) {
   show(0);
   TitledSource::define();
   const TitledSource source = objc::make<TitledSource>();
-  table_.set_data_source(source);
+  table_.setDataSource(source);
   window_.layoutIfNeeded();
-  const auto header = objc::send<"headerViewForSection:", HeaderFooterView>(table_, NSInteger{0});
-  const auto footer = objc::send<"footerViewForSection:", HeaderFooterView>(table_, NSInteger{0});
-  ASSERT_TRUE(objc::cast_or_nil<HeaderFooterView>(header));
+  const auto header = objc::send<"headerViewForSection:", UITableViewHeaderFooterView>(table_, NSInteger{0});
+  const auto footer = objc::send<"footerViewForSection:", UITableViewHeaderFooterView>(table_, NSInteger{0});
+  ASSERT_TRUE(objc::cast_or_nil<UITableViewHeaderFooterView>(header));
   EXPECT_EQ(header.textLabel().text().utf8(), "HEAD");
-  EXPECT_EQ(header.textLabel().convertRectToView(header.textLabel().bounds(), View()).min_x(), 32);
-  EXPECT_NEAR(header.frame().max_y(), table_.cell_for_row({0, 0}).frame().min_y(), 1e-9);
+  EXPECT_EQ(header.textLabel().convertRectToView(header.textLabel().bounds(), UIView()).origin.x, 32);
+  EXPECT_NEAR(Rect(header.frame()).max_y(), TableView::of(table_).cell_for_row({0, 0}).frame().origin.y,
+              1e-9);
   footer.layoutIfNeeded();
-  EXPECT_GT(footer.textLabel().bounds().height(), 30);
-  EXPECT_GE(footer.frame().height(), footer.textLabel().frame().max_y());
-  table_.set_data_source(NSObject());
+  EXPECT_GT(footer.textLabel().bounds().size.height, 30);
+  EXPECT_GE(footer.frame().size.height, Rect(footer.textLabel().frame()).max_y());
+  table_.setDataSource(NSObject());
 }
 
 TEST_F(TableViewTest, ReusesRegisteredSectionViews) {
   show(0);
-  objc::send<"registerClass:forHeaderFooterViewReuseIdentifier:">(table_, objc::class_for<HeaderFooterView>(),
-                                                                  "head"_ns);
-  const auto made =
-      objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", HeaderFooterView>(table_, "head"_ns);
-  EXPECT_EQ(made.reuse_identifier().utf8(), "head");
-  const auto none =
-      objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", HeaderFooterView>(table_, "other"_ns);
+  objc::send<"registerClass:forHeaderFooterViewReuseIdentifier:">(
+      table_, objc::class_for<UITableViewHeaderFooterView>(), "head"_ns);
+  const auto made = objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", UITableViewHeaderFooterView>(
+      table_, "head"_ns);
+  EXPECT_EQ(made.reuseIdentifier().utf8(), "head");
+  const auto none = objc::send<"dequeueReusableHeaderFooterViewWithIdentifier:", UITableViewHeaderFooterView>(
+      table_, "other"_ns);
   EXPECT_FALSE(none);
 }
 
 TEST_F(TableViewTest, ChoosesRowsByKeysAndShowsWhichHasTheFocus) {
   show(3);
   press_key({.code = KeyCode::Tab, .text = "", .shift = false, .command = false});
-  EXPECT_EQ(focused_view(), table_.cell_for_row({0, 0}));
+  EXPECT_EQ(focused_view(), TableView::of(table_).cell_for_row({0, 0}));
   press_key({.code = KeyCode::Down, .text = "", .shift = false, .command = false});
   press_key({.code = KeyCode::Return, .text = "", .shift = false, .command = false});
   EXPECT_EQ(source_.parts().selected, (std::vector<RowPath>{{0, 1}}));
-  focus(View());
+  focus(UIView());
 }
 
 }  // namespace

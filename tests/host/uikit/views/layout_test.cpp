@@ -10,7 +10,7 @@ namespace {
 class LayoutTest : public wispen::testing::HostTest {
  protected:
   template <objc::FixedString Anchor>
-  static NSObject constrain(const View& view, const View& to, double constant) {
+  static NSObject constrain(const UIView& view, const UIView& to, double constant) {
     const NSObject constraint = objc::send<"constraintEqualToAnchor:constant:", NSObject>(
         objc::send<Anchor, NSObject>(view), objc::send<Anchor, NSObject>(to), constant);
     objc::send<"setActive:">(constraint, true);
@@ -19,9 +19,9 @@ class LayoutTest : public wispen::testing::HostTest {
 };
 
 TEST_F(LayoutTest, PlacesAViewByItsAnchorsAndFollowsTheRoot) {
-  const View outer = View::make({{0, 0}, {300, 200}});
-  const View inner = View::make();
-  inner.setTranslatesAutoresizingMask(false);
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{0, 0}, {300, 200}});
+  const UIView inner = objc::make<UIView>();
+  inner.setTranslatesAutoresizingMaskIntoConstraints(false);
   outer.addSubview(inner);
   constrain<"topAnchor">(inner, outer, 4);
   constrain<"leadingAnchor">(inner, outer, 15);
@@ -29,7 +29,7 @@ TEST_F(LayoutTest, PlacesAViewByItsAnchorsAndFollowsTheRoot) {
   const NSObject bottom = constrain<"bottomAnchor">(inner, outer, -4);
   outer.layoutIfNeeded();
   EXPECT_EQ(inner.frame(), (Rect{{15, 4}, {270, 192}}));
-  outer.setFrame({{0, 0}, {400, 100}});
+  outer.setFrame(Rect{{0, 0}, {400, 100}});
   outer.layoutIfNeeded();
   EXPECT_EQ(inner.frame(), (Rect{{15, 4}, {370, 92}}));
   objc::send<"setConstant:">(bottom, -14.0);
@@ -42,25 +42,25 @@ TEST_F(LayoutTest, PlacesAViewByItsAnchorsAndFollowsTheRoot) {
 }
 
 TEST_F(LayoutTest, RaisesForViewsWithoutAViewAroundThem) {
-  const View one = View::make();
-  const View other = View::make();
+  const UIView one = objc::make<UIView>();
+  const UIView other = objc::make<UIView>();
   EXPECT_ANY_THROW(constrain<"topAnchor">(one, other, 0));
 }
 
 TEST_F(LayoutTest, ArrangesAStackAndClosesTheGapOfAHiddenView) {
-  const View first = View::make();
-  const View second = View::make();
+  const UIView first = objc::make<UIView>();
+  const UIView second = objc::make<UIView>();
   NSMutableArray views = NSMutableArray::array();
   views.addObject(first);
   views.addObject(second);
-  const View stack =
-      objc::Allocated<View>(objc::abi::call<objc::abi::id>(
-                                reinterpret_cast<objc::abi::id>(objc::class_named<"UIStackView">().borrow()),
-                                objc::selector<"alloc">().borrow()))
-          .initialize<"initWithArrangedSubviews:">(NSArray(views));
+  const UIView stack = objc::Allocated<UIView>(
+                           objc::abi::call<objc::abi::id>(
+                               reinterpret_cast<objc::abi::id>(objc::class_named<"UIStackView">().borrow()),
+                               objc::selector<"alloc">().borrow()))
+                           .initialize<"initWithArrangedSubviews:">(NSArray(views));
   objc::send<"setDistribution:">(stack, NSInteger{1});
   objc::send<"setSpacing:">(stack, 10.0);
-  stack.setFrame({{0, 0}, {210, 40}});
+  stack.setFrame(Rect{{0, 0}, {210, 40}});
   stack.layoutIfNeeded();
   EXPECT_EQ(first.frame(), (Rect{{0, 0}, {100, 40}}));
   EXPECT_EQ(second.frame(), (Rect{{110, 0}, {100, 40}}));
@@ -70,18 +70,18 @@ TEST_F(LayoutTest, ArrangesAStackAndClosesTheGapOfAHiddenView) {
 }
 
 TEST_F(LayoutTest, MeasuresALabelAndGivesItItsSize) {
-  const View outer = View::make({{0, 0}, {300, 200}});
-  const Label label = Label::make();
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{0, 0}, {300, 200}});
+  const UILabel label = objc::make<UILabel>();
   label.setText("Some text"_ns);
-  label.setTranslatesAutoresizingMask(false);
+  label.setTranslatesAutoresizingMaskIntoConstraints(false);
   outer.addSubview(label);
   constrain<"topAnchor">(label, outer, 0);
   constrain<"leadingAnchor">(label, outer, 0);
   outer.layoutIfNeeded();
   const Size fitting = label.sizeThatFits({});
   EXPECT_GT(fitting.width, 20);
-  EXPECT_NEAR(label.frame().width(), fitting.width, 0.5);
-  EXPECT_NEAR(label.frame().height(), fitting.height, 0.5);
+  EXPECT_NEAR(label.frame().size.width, fitting.width, 0.5);
+  EXPECT_NEAR(label.frame().size.height, fitting.height, 0.5);
 }
 
 }  // namespace

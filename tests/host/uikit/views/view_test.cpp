@@ -18,7 +18,7 @@ class ViewTest : public wispen::testing::HostTest {
 };
 
 TEST_F(ViewTest, KeepsItsFrameAboutItsCentre) {
-  const View view = View::make({{10, 20}, {100, 50}});
+  const UIView view = UIView::alloc().initWithFrame(Rect{{10, 20}, {100, 50}});
   EXPECT_EQ(view.center(), (Point{60, 45}));
   view.setCenter({50, 50});
   EXPECT_EQ(view.frame(), (Rect{{0, 25}, {100, 50}}));
@@ -28,15 +28,16 @@ TEST_F(ViewTest, KeepsItsFrameAboutItsCentre) {
 }
 
 TEST_F(ViewTest, IgnoresAFrameThatIsNoNumber) {
-  const View view = View::make({{1, 2}, {3, 4}});
-  view.setFrame({{0, 0}, {std::numeric_limits<double>::quiet_NaN(), 1}});
+  const UIView view = UIView::alloc().initWithFrame(Rect{{1, 2}, {3, 4}});
+  view.setFrame(Rect{{0, 0}, {std::numeric_limits<double>::quiet_NaN(), 1}});
   EXPECT_EQ(view.frame(), (Rect{{1, 2}, {3, 4}}));
 }
 
 TEST_F(ViewTest, LetsSubviewsGoWhenItDies) {
-  const View inner = View::make();
+  const UIView inner = objc::make<UIView>();
   {
-    const View outer = View::make();
+    const objc::AutoreleasePool pool;  // what superview() gave stays in it
+    const UIView outer = objc::make<UIView>();
     outer.addSubview(inner);
     EXPECT_EQ(inner.superview(), outer);
   }
@@ -44,30 +45,30 @@ TEST_F(ViewTest, LetsSubviewsGoWhenItDies) {
 }
 
 TEST_F(ViewTest, ResizesSubviewsByTheirMask) {
-  const View outer = View::make({{0, 0}, {100, 100}});
-  const View inner = View::make({{10, 10}, {80, 80}});
-  inner.setAutoresizingMask(18);
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{0, 0}, {100, 100}});
+  const UIView inner = UIView::alloc().initWithFrame(Rect{{10, 10}, {80, 80}});
+  inner.setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
   outer.addSubview(inner);
-  outer.setFrame({{0, 0}, {200, 150}});
+  outer.setFrame(Rect{{0, 0}, {200, 150}});
   EXPECT_EQ(inner.frame(), (Rect{{10, 10}, {180, 130}}));
 }
 
 TEST_F(ViewTest, HitsTheUppermostViewThatTakesTouches) {
-  const View outer = View::make({{0, 0}, {100, 100}});
-  const View lower = View::make({{0, 0}, {50, 50}});
-  const View upper = View::make({{0, 0}, {50, 50}});
+  const UIView outer = UIView::alloc().initWithFrame(Rect{{0, 0}, {100, 100}});
+  const UIView lower = UIView::alloc().initWithFrame(Rect{{0, 0}, {50, 50}});
+  const UIView upper = UIView::alloc().initWithFrame(Rect{{0, 0}, {50, 50}});
   outer.addSubview(lower);
   outer.addSubview(upper);
-  EXPECT_EQ(outer.hitTest({10, 10}), upper);
+  EXPECT_EQ(outer.hitTest(CGPoint{10, 10}, UIEvent()), upper);
   upper.setUserInteractionEnabled(false);
-  EXPECT_EQ(outer.hitTest({10, 10}), lower);
-  EXPECT_EQ(outer.hitTest({60, 60}), outer);
-  EXPECT_FALSE(outer.hitTest({160, 60}));
+  EXPECT_EQ(outer.hitTest(CGPoint{10, 10}, UIEvent()), lower);
+  EXPECT_EQ(outer.hitTest(CGPoint{60, 60}, UIEvent()), outer);
+  EXPECT_FALSE(outer.hitTest(CGPoint{160, 60}, UIEvent()));
 }
 
 TEST_F(ViewTest, InheritsTheTint) {
-  const View outer = View::make();
-  const View inner = View::make();
+  const UIView outer = objc::make<UIView>();
+  const UIView inner = objc::make<UIView>();
   outer.addSubview(inner);
   outer.setTintColor(UIColor::redColor());
   EXPECT_TRUE(inner.tintColor().isEqual(UIColor::redColor()));
@@ -76,34 +77,34 @@ TEST_F(ViewTest, InheritsTheTint) {
 }
 
 TEST_F(ViewTest, ChangesAtOnceAndIsSeenToChangeOverTime) {
-  const View view = View::make({{0, 0}, {10, 10}});
+  const UIView view = UIView::alloc().initWithFrame(Rect{{0, 0}, {10, 10}});
   view.setAlpha(0);
   bool ended = false;
   session().animations().animate(
       {.duration = 1, .curve = animation::TimingCurve(animation::NamedCurve::Linear)},
       [&] { view.setAlpha(1); }, [&](bool finished) { ended = finished; });
   EXPECT_EQ(view.alpha(), 1);
-  EXPECT_EQ(view.presented_alpha(), 0);
+  EXPECT_EQ(View::of(view).presented_alpha(), 0);
   ASSERT_TRUE(session().loop().advance(std::chrono::milliseconds(250)));
-  EXPECT_NEAR(view.presented_alpha(), 0.25, 1e-9);
+  EXPECT_NEAR(View::of(view).presented_alpha(), 0.25, 1e-9);
   EXPECT_FALSE(ended);
   ASSERT_TRUE(session().loop().advance(std::chrono::milliseconds(750)));
-  EXPECT_EQ(view.presented_alpha(), 1);
+  EXPECT_EQ(View::of(view).presented_alpha(), 1);
   EXPECT_TRUE(ended);
 }
 
 TEST_F(ViewTest, TakesAnAnimationAlongWhenItIsPlacedMeanwhile) {
-  const View view = View::make({{0, -50}, {10, 10}});
+  const UIView view = UIView::alloc().initWithFrame(Rect{{0, -50}, {10, 10}});
   session().animations().animate({.duration = 1}, [&] { view.setCenter({5, 5}); });
   view.setCenter({105, 25});
-  EXPECT_EQ(view.presented_center(), (Point{105, -25}));
+  EXPECT_EQ(View::of(view).presented_center(), (Point{105, -25}));
   ASSERT_TRUE(session().loop().advance(std::chrono::seconds(1)));
-  EXPECT_EQ(view.presented_center(), (Point{105, 25}));
+  EXPECT_EQ(View::of(view).presented_center(), (Point{105, 25}));
 }
 
 TEST_F(ViewTest, PaintsOnlyWhatChanged) {
-  const Window window = Window::make();
-  const View red = View::make({{100, 100}, {20, 20}});
+  const UIWindow window = objc::make<UIWindow>();
+  const UIView red = UIView::alloc().initWithFrame(Rect{{100, 100}, {20, 20}});
   red.setBackgroundColor(UIColor::redColor());
   window.setBackgroundColor(UIColor::whiteColor());
   window.addSubview(red);
@@ -142,10 +143,10 @@ class Listener : public objc::Authored<Listener, NSObject> {
 TEST_F(ViewTest, SendsActionsOfARealTouchInTheOrderOfEvents) {
   Listener::define();
   const Listener listener = objc::make<Listener>();
-  const Window window = Window::make();
-  const Control control = Control::alloc().initialize<"initWithFrame:">(Rect{{50, 50}, {40, 40}});
-  control.addTarget(listener, objc::selector<"up:">(), control_event::kTouchUpInside);
-  control.addTarget(listener, objc::selector<"down:">(), control_event::kTouchDown);
+  const UIWindow window = objc::make<UIWindow>();
+  const UIControl control = UIControl::alloc().initWithFrame(Rect{{50, 50}, {40, 40}});
+  control.addTarget(listener, objc::selector<"up:">(), UIControlEventTouchUpInside);
+  control.addTarget(listener, objc::selector<"down:">(), UIControlEventTouchDown);
   window.addSubview(control);
   window.makeKeyAndVisible();
   session().touches().began({60, 60});
