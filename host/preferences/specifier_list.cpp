@@ -2,7 +2,11 @@
 
 #include "host/preferences/specifier_list.hpp"
 
+#include <algorithm>
+#include <array>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "host/foundation/device_paths.hpp"
@@ -16,11 +20,9 @@ namespace wispen::preferences {
 
 namespace {
 
-std::set<std::string>& capabilities() {
-  static auto* const set = new std::set<std::string>{
-      "armv7", "arm64", "wifi", "bluetooth-le", "touch-id", "accelerometer", "gyroscope", "haptics", "metal"};
-  return *set;
-}
+/// What the device that is played has, by which "requiredCapabilities" filters.
+constexpr std::array<std::string_view, 9> kCapabilities{
+    "armv7", "arm64", "wifi", "bluetooth-le", "touch-id", "accelerometer", "gyroscope", "haptics", "metal"};
 
 /// A data source may ask its page for the very list that it is being asked for; the list is then read without
 /// it.
@@ -172,15 +174,12 @@ bool device_has_what_it_needs(const NSDictionary& item) {
   if (!required) return true;
   for (NSUInteger i = 0; i < required.count(); ++i) {
     const auto name = objc::cast_or_nil<NSString>(required.objectAtIndex(i));
-    if (name && !capabilities().contains(name.utf8())) return false;
+    if (name && std::ranges::find(kCapabilities, name.utf8()) == kCapabilities.end()) return false;
   }
   return true;
 }
 
 }  // namespace
-
-std::set<std::string> device_capabilities() { return capabilities(); }
-void set_device_capabilities(std::set<std::string> wanted) { capabilities() = std::move(wanted); }
 
 NSString shortened(const NSString& text) {
   if (!text || text.length() <= kLongestText) return text;

@@ -1,7 +1,6 @@
 // host/preferences/specifier_list.hpp: the specifier lists of a bundle, made into specifiers.
 #pragma once
 
-#include <set>
 #include <string>
 
 #include "host/preferences/specifier.hpp"
@@ -23,9 +22,5 @@ SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, 
 
 /// The text, or so much of it that it can be shown (limits.hpp), with an ellipsis.
 NSString shortened(const NSString& text);
-
-/// The device's capabilities, by which "requiredCapabilities" filters.
-std::set<std::string> device_capabilities();
-void set_device_capabilities(std::set<std::string> capabilities);
 
 }  // namespace wispen::preferences
