@@ -23,9 +23,9 @@ constexpr int kPhoneExited = 4;
 /// Ended children whose status nobody asked for yet are remembered up to this many.
 constexpr std::size_t kMaxRemembered = 256;
 
-/// The children started through the platform's door. Those that ended are collected when the next one starts, and
-/// their statuses kept: children that are never waited for do not pile up, and can still be waited for later. Those
-/// that ended since the last start stay zombies until then.
+/// The children started through the platform's door. Those that ended are collected when the next one starts,
+/// and their statuses kept: children that are never waited for do not pile up, and can still be waited for
+/// later. Those that ended since the last start stay zombies until then.
 class Children {
  public:
   void add(pid_t process) {

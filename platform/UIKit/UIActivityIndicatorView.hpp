@@ -4,7 +4,13 @@
 #include "platform/UIKit/UIView.hpp"
 
 /// The first three are those of old systems.
-enum class UIActivityIndicatorViewStyle : NSInteger { WhiteLarge = 0, White = 1, Gray = 2, Medium = 100, Large = 101 };
+enum class UIActivityIndicatorViewStyle : NSInteger {
+  WhiteLarge = 0,
+  White = 1,
+  Gray = 2,
+  Medium = 100,
+  Large = 101
+};
 
 class UIActivityIndicatorView : public UIView {
  public:

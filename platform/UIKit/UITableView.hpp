@@ -129,7 +129,9 @@ class UIScrollView : public UIView {
   UIEdgeInsets contentInset() const { return objc::send<"contentInset", UIEdgeInsets>(*this); }
   void setContentInset(UIEdgeInsets insets) const { objc::send<"setContentInset:">(*this, insets); }
   /// With what the safe area adds.
-  UIEdgeInsets adjustedContentInset() const { return objc::send<"adjustedContentInset", UIEdgeInsets>(*this); }
+  UIEdgeInsets adjustedContentInset() const {
+    return objc::send<"adjustedContentInset", UIEdgeInsets>(*this);
+  }
   void setContentSize(CGSize size) const { objc::send<"setContentSize:">(*this, size); }
   UIPanGestureRecognizer panGestureRecognizer() const {
     return objc::send<"panGestureRecognizer", UIPanGestureRecognizer>(*this);

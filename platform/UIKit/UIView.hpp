@@ -154,9 +154,10 @@ class UIView : public UIResponder {
   CGSize systemLayoutSizeFittingSize(CGSize target) const {
     return objc::send<"systemLayoutSizeFittingSize:", CGSize>(*this, target);
   }
-  CGSize systemLayoutSizeFittingSize(CGSize target, UILayoutPriority horizontal, UILayoutPriority vertical) const {
-    return objc::send<"systemLayoutSizeFittingSize:withHorizontalFittingPriority:verticalFittingPriority:", CGSize>(
-        *this, target, horizontal, vertical);
+  CGSize systemLayoutSizeFittingSize(CGSize target, UILayoutPriority horizontal,
+                                     UILayoutPriority vertical) const {
+    return objc::send<"systemLayoutSizeFittingSize:withHorizontalFittingPriority:verticalFittingPriority:",
+                      CGSize>(*this, target, horizontal, vertical);
   }
   /// UIViewNoIntrinsicMetric where it has none.
   CGSize intrinsicContentSize() const { return objc::send<"intrinsicContentSize", CGSize>(*this); }

@@ -169,9 +169,8 @@ class SliderCell : public objc::Implementation<SliderCell, PSSliderTableCell> {
     value_label_.setTextColor(UIColor::secondaryLabelColor());
     value_label_.setTextAlignment(NSTextAlignment::Right);
     self().contentView().addSubview(value_label_);
-    constexpr UIControlEvents kEveryMove = UIControlEventValueChanged |
-                                           UIControlEventTouchDragInside |
-                                           UIControlEventTouchDragOutside;
+    constexpr UIControlEvents kEveryMove =
+        UIControlEventValueChanged | UIControlEventTouchDragInside | UIControlEventTouchDragOutside;
     slider.addTarget(self(), objc::selector<"_showSliderValue:">(), kEveryMove);
   }
   void showSliderValue(const NSObject&) {

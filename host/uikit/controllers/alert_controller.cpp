@@ -216,7 +216,8 @@ void AlertController::place_buttons(double width, double y) {
   std::vector<UIControl> ordered;
   std::vector<UIControl> cancels;
   for (const UIControl& button : buttons_) {
-    const bool cancel = AlertButton::of(button.as<UIAlertButton>()).action().style() == UIAlertActionStyle::Cancel;
+    const bool cancel =
+        AlertButton::of(button.as<UIAlertButton>()).action().style() == UIAlertActionStyle::Cancel;
     (cancel ? cancels : ordered).push_back(button);
   }
   if (side_by_side()) {

@@ -66,7 +66,6 @@ class AlertController : public objc::Implementation<AlertController, UIAlertCont
   double content_height_ = 0;
 };
 
-
 /// UIAlertAction and UIAlertController.
 void define_alert_controller();
 

@@ -1,5 +1,5 @@
-// host/uikit/controllers/navigation_transition.cpp: how a change of a navigation controller's stack is seen: one
-// page slides over the other, by itself or under a finger, and both are told what becomes of them.
+// host/uikit/controllers/navigation_transition.cpp: how a change of a navigation controller's stack is seen:
+// one page slides over the other, by itself or under a finger, and both are told what becomes of them.
 
 #include <algorithm>
 #include <utility>

@@ -39,7 +39,8 @@ class UIPresentationArea : public UIView {
 
 }  // namespace
 
-/// Lies over all of the window, hears the gestures, and keeps the sheet where it belongs when the screen changes.
+/// Lies over all of the window, hears the gestures, and keeps the sheet where it belongs when the screen
+/// changes.
 class PresentationArea : public objc::Implementation<PresentationArea, UIPresentationArea> {
  public:
   void dragged(const UIPanGestureRecognizer& pan) {
@@ -118,7 +119,8 @@ Presentation::~Presentation() { PresentationArea::of(area_.as<UIPresentationArea
 
 PresentationKind Presentation::kind_of() const {
   if (const auto alert = objc::cast_or_nil<UIAlertController>(presented_)) {
-    return AlertController::of(alert).is_action_sheet() ? PresentationKind::ActionSheet : PresentationKind::Alert;
+    return AlertController::of(alert).is_action_sheet() ? PresentationKind::ActionSheet
+                                                        : PresentationKind::Alert;
   }
   const bool regular = Session::current()->device().is_regular_width();
   switch (presented_.modalPresentationStyle()) {
@@ -203,8 +205,8 @@ void Presentation::show(bool animated, const objc::Block<void()>& completion) {
   const UIView view = presented_.view();
   ViewController& page = ViewController::of(presented_);
   page.set_being_presented(true);
-  const bool covers =
-      kind_ == PresentationKind::Full && presented_.modalPresentationStyle() == UIModalPresentationStyle::FullScreen;
+  const bool covers = kind_ == PresentationKind::Full &&
+                      presented_.modalPresentationStyle() == UIModalPresentationStyle::FullScreen;
   if (covers) ViewController::of(presenter).will_disappear(animated);
   page.will_appear(animated);
   sheet_.setFrame(resting_frame());
@@ -236,7 +238,8 @@ void Presentation::show(bool animated, const objc::Block<void()>& completion) {
 
 // Not only once it is shown: what is typed while an alert comes up is meant for it.
 void Presentation::start_writing() {
-  if (const auto alert = objc::cast_or_nil<UIAlertController>(presented_)) AlertController::of(alert).start_writing();
+  if (const auto alert = objc::cast_or_nil<UIAlertController>(presented_))
+    AlertController::of(alert).start_writing();
 }
 
 void Presentation::hide(bool animated, const objc::Block<void()>& completion) {
@@ -245,8 +248,8 @@ void Presentation::hide(bool animated, const objc::Block<void()>& completion) {
   const UIViewController presented = presented_;
   ViewController::of(presented).set_being_dismissed(true);
   ViewController::of(presented).will_disappear(animated);
-  const bool covered =
-      presented.modalPresentationStyle() == UIModalPresentationStyle::FullScreen && kind_ == PresentationKind::Full;
+  const bool covered = presented.modalPresentationStyle() == UIModalPresentationStyle::FullScreen &&
+                       kind_ == PresentationKind::Full;
   if (covered) ViewController::of(presenter).will_appear(animated);
   const UIView area = area_;
   const auto gone = [presenter, presented, area, covered, animated, completion](bool) {
@@ -294,7 +297,8 @@ void Presentation::dragged(const UIPanGestureRecognizer& pan) {
 void Presentation::tapped_outside() {
   if (hiding_ || presented_.isModalInPresentation()) return;
   if (kind_ == PresentationKind::Box) return hide(true, {});
-  if (kind_ == PresentationKind::ActionSheet) AlertController::of(presented_.as<UIAlertController>()).cancel();
+  if (kind_ == PresentationKind::ActionSheet)
+    AlertController::of(presented_.as<UIAlertController>()).cancel();
 }
 
 }  // namespace wispen::uikit

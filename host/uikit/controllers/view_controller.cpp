@@ -123,10 +123,10 @@ void ViewController::present(const UIViewController& controller, bool animated,
   const UIViewController presenter = outermost();
   ViewController& from = of(presenter);
   const UIView view = from.view_if_loaded();
-  const char* const problem = !view || !view.window()              ? "whose view is not in the window hierarchy"
-                              : from.presented_                    ? "which is already presenting"
-                              : of(controller).presenting()        ? "while it is being presented elsewhere"
-                                                                   : nullptr;
+  const char* const problem = !view || !view.window()       ? "whose view is not in the window hierarchy"
+                              : from.presented_             ? "which is already presenting"
+                              : of(controller).presenting() ? "while it is being presented elsewhere"
+                                                            : nullptr;
   if (problem != nullptr) {  // the platform says so in its log, and does nothing
     report_problem(std::string("attempt to present a ") + objc::class_of(controller).name() + " on a " +
                    objc::class_of(self()).name() + " " + problem);
@@ -258,7 +258,8 @@ void define_view_controller() {
       .property<"modalPresentationStyle", "setModalPresentationStyle:", &ViewController::modal_style_>()
       .property<"modalTransitionStyle", "setModalTransitionStyle:", &ViewController::modal_transition_>()
       .property<"isModalInPresentation", "setModalInPresentation:", &ViewController::modal_in_presentation_>()
-      .property<"preferredContentSize", "setPreferredContentSize:", &ViewController::preferred_content_size_>()
+      .property<"preferredContentSize",
+                "setPreferredContentSize:", &ViewController::preferred_content_size_>()
       .getter<"additionalSafeAreaInsets", &ViewController::additional_safe_area_>()
       .method<"setAdditionalSafeAreaInsets:", &ViewController::setAdditionalInsets>()
       .getter<hooks::kSafeAreaForContent, &ViewController::additional_safe_area_>()

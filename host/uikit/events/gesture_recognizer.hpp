@@ -95,7 +95,8 @@ class PanGestureRecognizer : public objc::Implementation<PanGestureRecognizer, U
   double last_time_ = 0;
 };
 
-/// The base first, then taps, long presses, pans and pans from the edge of the screen: the platform's way back.
+/// The base first, then taps, long presses, pans and pans from the edge of the screen: the platform's way
+/// back.
 void define_gesture_recognizers();
 void define_gestures();
 

@@ -108,8 +108,8 @@ class LongPressGestureRecognizer
 class ScreenEdgePanGestureRecognizer
     : public objc::Implementation<ScreenEdgePanGestureRecognizer, UIScreenEdgePanGestureRecognizer> {
  public:
-  static UIScreenEdgePanGestureRecognizer initWithTarget(objc::Allocated<UIScreenEdgePanGestureRecognizer> self,
-                                                         const NSObject& target, objc::Selector action) {
+  static UIScreenEdgePanGestureRecognizer initWithTarget(
+      objc::Allocated<UIScreenEdgePanGestureRecognizer> self, const NSObject& target, objc::Selector action) {
     auto pan = super_init<"initWithTarget:action:">(std::move(self), target, action);
     if (pan) PanGestureRecognizer::of(pan).begin_at_edge();
     return pan;

@@ -28,7 +28,8 @@ bool offer(UIResponder responder, const UIKey& key) {
 
 UIResponder topmost_controller() {
   UIViewController controller = Application::shared().key_window().rootViewController();
-  while (controller && controller.presentedViewController()) controller = controller.presentedViewController();
+  while (controller && controller.presentedViewController())
+    controller = controller.presentedViewController();
   return controller;
 }
 

@@ -57,7 +57,7 @@ void TouchDispatcher::settle_recognizers() {
 void TouchDispatcher::began(Point point) {
   if (touch_) cancel();
   rest_focus();
-    UIWindow window;
+  UIWindow window;
   UIView hit;
   const std::vector<UIWindow> windows = Application::shared().windows();
   for (auto candidate = windows.rbegin(); candidate != windows.rend() && !hit; ++candidate) {
@@ -131,7 +131,8 @@ void TouchDispatcher::cancel() {
   if (!touch_) return;
   advance(Touch::of(touch_).location, UITouchPhase::Cancelled);
   const std::vector<UIGestureRecognizer> recognizers = recognizers_;
-  for (const UIGestureRecognizer& recognizer : recognizers) GestureRecognizer::of(recognizer).touch_cancelled(touch_);
+  for (const UIGestureRecognizer& recognizer : recognizers)
+    GestureRecognizer::of(recognizer).touch_cancelled(touch_);
   tell_view<"touchesCancelled:withEvent:">();
   finish();
 }

@@ -12,11 +12,11 @@ using layout::Attribute;
 using layout::Relation;
 
 NSLayoutConstraint related(const NSLayoutAnchor& first, Relation relation, const NSLayoutAnchor& second,
-                         double multiplier, double constant) {
+                           double multiplier, double constant) {
   const LayoutAnchor& from = LayoutAnchor::of(first);
   const LayoutAnchor& to = LayoutAnchor::of(second);
-  return LayoutConstraint::make(from.item(), from.attribute(), relation, to.item(), to.attribute(), multiplier,
-                                constant);
+  return LayoutConstraint::make(from.item(), from.attribute(), relation, to.item(), to.attribute(),
+                                multiplier, constant);
 }
 
 // Nil for a nil anchor, so that what hangs on it does nothing.
@@ -25,31 +25,33 @@ NSLayoutConstraint to_anchor(const NSLayoutAnchor& self, const NSLayoutAnchor& o
   return other ? related(self, R, other, 1, 0) : NSLayoutConstraint();
 }
 template <Relation R>
-NSLayoutConstraint to_anchor_constant(const NSLayoutAnchor& self, const NSLayoutAnchor& other, double constant) {
+NSLayoutConstraint to_anchor_constant(const NSLayoutAnchor& self, const NSLayoutAnchor& other,
+                                      double constant) {
   return other ? related(self, R, other, 1, constant) : NSLayoutConstraint();
 }
 template <Relation R>
 NSLayoutConstraint to_anchor_multiplier(const NSLayoutAnchor& self, const NSLayoutAnchor& other,
-                                      double multiplier) {
+                                        double multiplier) {
   return other ? related(self, R, other, multiplier, 0) : NSLayoutConstraint();
 }
 template <Relation R>
 NSLayoutConstraint to_anchor_both(const NSLayoutAnchor& self, const NSLayoutAnchor& other, double multiplier,
-                                double constant) {
+                                  double constant) {
   return other ? related(self, R, other, multiplier, constant) : NSLayoutConstraint();
 }
 template <Relation R>
 NSLayoutConstraint to_constant(const NSLayoutAnchor& self, double constant) {
-  return LayoutConstraint::make(LayoutAnchor::of(self).item(), LayoutAnchor::of(self).attribute(), R, NSObject(),
-                                Attribute::NotAnAttribute, 1, constant);
+  return LayoutConstraint::make(LayoutAnchor::of(self).item(), LayoutAnchor::of(self).attribute(), R,
+                                NSObject(), Attribute::NotAnAttribute, 1, constant);
 }
 
 }  // namespace
 
 NSLayoutAnchor LayoutAnchor::make(const NSObject& item, Attribute attribute) {
-  NSLayoutAnchor anchor = layout::is_size(attribute)         ? NSLayoutAnchor(objc::make<NSLayoutDimension>())
-                          : layout::is_horizontal(attribute) ? NSLayoutAnchor(objc::make<NSLayoutXAxisAnchor>())
-                                                             : NSLayoutAnchor(objc::make<NSLayoutYAxisAnchor>());
+  NSLayoutAnchor anchor = layout::is_size(attribute) ? NSLayoutAnchor(objc::make<NSLayoutDimension>())
+                          : layout::is_horizontal(attribute)
+                              ? NSLayoutAnchor(objc::make<NSLayoutXAxisAnchor>())
+                              : NSLayoutAnchor(objc::make<NSLayoutYAxisAnchor>());
   of(anchor).item_ = item;
   of(anchor).attribute_ = attribute;
   return anchor;
@@ -60,7 +62,7 @@ void define_layout_anchor() {
   constexpr auto kLess = Relation::LessOrEqual;
   constexpr auto kGreater = Relation::GreaterOrEqual;
   objc::Class<NSLayoutAnchor>::implemented_by<LayoutAnchor>()
-      
+
       .method<"constraintEqualToAnchor:", &to_anchor<kEqual>>()
       .method<"constraintEqualToAnchor:constant:", &to_anchor_constant<kEqual>>()
       .method<"constraintLessThanOrEqualToAnchor:", &to_anchor<kLess>>()

@@ -169,7 +169,8 @@ void collect_damage(const UIWindow& window, DamageList& damage) {
 
 bool has_marks(const UIWindow& window) {
   const View& view = View::of(window);
-  return Window::of(window).damaged() || ((view.record().shown || !view.isHidden()) && view.record().marked());
+  return Window::of(window).damaged() ||
+         ((view.record().shown || !view.isHidden()) && view.record().marked());
 }
 
 void leave_picture(const UIView& view) {

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "host/uikit/events/focus.hpp"
-#include "host/uikit/values/color.hpp"
 #include "host/uikit/hooks.hpp"
+#include "host/uikit/values/color.hpp"
 #include "host/uikit/views/layer.hpp"
 #include "host/uikit/views/view.hpp"
 

@@ -43,7 +43,9 @@ void set_painter() {
   using Self = typename ClassOf<decltype(Paint)>::Type;
   ContentExtent extent = nullptr;
   if constexpr (!std::is_null_pointer_v<decltype(Extent)>) {
-    extent = [](const UIView& view, const Rect& bounds) { return (Self::in(objc::borrow(view)).*Extent)(bounds); };
+    extent = [](const UIView& view, const Rect& bounds) {
+      return (Self::in(objc::borrow(view)).*Extent)(bounds);
+    };
   }
   set_painter(
       objc::class_for<typename Self::Receiver>(),

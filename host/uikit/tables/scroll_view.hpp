@@ -86,7 +86,6 @@ class ScrollView : public objc::Implementation<ScrollView, UIScrollView> {
   bool placed_ = false;
 };
 
-
 void define_scroll_view();
 
 /// The innermost scroll view at a point of the screen that has something to scroll; nil where there is none.

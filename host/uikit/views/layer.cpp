@@ -34,13 +34,9 @@ void Layer::set(const V& value) {
 }
 
 CGColorRef Layer::borderColor() const { return cg_colour(style_.border_colour); }
-void Layer::setBorderColor(CGColorRef const& colour) {
-  set<&LayerStyle::border_colour>(colour_from(colour));
-}
+void Layer::setBorderColor(CGColorRef const& colour) { set<&LayerStyle::border_colour>(colour_from(colour)); }
 CGColorRef Layer::shadowColor() const { return cg_colour(style_.shadow_colour); }
-void Layer::setShadowColor(CGColorRef const& colour) {
-  set<&LayerStyle::shadow_colour>(colour_from(colour));
-}
+void Layer::setShadowColor(CGColorRef const& colour) { set<&LayerStyle::shadow_colour>(colour_from(colour)); }
 
 void define_layer() {
   objc::Class<CALayer>::implemented_by<Layer>()

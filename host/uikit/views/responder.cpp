@@ -12,7 +12,8 @@ constinit objc::Unowned<UIResponder> first;
 
 class Responder : public objc::Implementation<Responder, UIResponder> {
  public:
-  // It became the first at some time, or this would not have been made. Compared without retaining: it is going away.
+  // It became the first at some time, or this would not have been made. Compared without retaining: it is
+  // going away.
   ~Responder() {
     if (first.refers_to(self())) first = objc::Unowned<UIResponder>();
   }

@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "host/layout/autoresizing.hpp"
+#include "host/uikit/hooks.hpp"
 #include "host/uikit/layout/layout_system.hpp"
 #include "host/uikit/values/color.hpp"
-#include "host/uikit/hooks.hpp"
 #include "host/uikit/views/view.hpp"
 #include "host/uikit/views/window.hpp"
 
@@ -56,8 +56,8 @@ UIColor plus(const UIColor& value, const UIColor& from, double factor) {
 
 /// What is seen now of a value whose model is `model`.
 template <class T>
-T seen_value(std::unique_ptr<ViewAnimations>& animations, std::optional<AnimatedValue<T>> ViewAnimations::*slot,
-             const T& model) {
+T seen_value(std::unique_ptr<ViewAnimations>& animations,
+             std::optional<AnimatedValue<T>> ViewAnimations::*slot, const T& model) {
   const AnimationEngine* const engine = AnimationEngine::current();
   if (!animations || engine == nullptr || !((*animations).*slot)) return model;
   auto& animated = (*animations).*slot;
@@ -101,7 +101,8 @@ AffineTransform to_root(UIView view) {
   return all;
 }
 
-/// From the coordinates of `from` to those of `to`, or of its window for nil. None where a view on the way is flat.
+/// From the coordinates of `from` to those of `to`, or of its window for nil. None where a view on the way is
+/// flat.
 std::optional<AffineTransform> between(const View& from, const UIView& to) {
   const UIView target = to ? to : from.window();
   const AffineTransform up = to_root(from.self());
@@ -132,8 +133,8 @@ void View::setFrame(const Rect& frame) {
 }
 
 void View::set_geometry(const Rect& bounds, const Point& center) {
-  for (const double value : {bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height, center.x,
-                             center.y}) {
+  for (const double value :
+       {bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height, center.x, center.y}) {
     // The platform raises here; what is not a number must not spread through the layout.
     if (!std::isfinite(value)) return;
   }
@@ -175,8 +176,7 @@ void View::resize_subviews(Size old_size) {
   for (const UIView& subview : std::vector<UIView>(subviews_)) {
     const View& inner = of(subview);
     if (!inner.translates_mask_ || inner.autoresizing_mask_ == 0) continue;
-    subview.setFrame(
-        layout::autoresized(inner.frame(), old_size, bounds_.size, inner.autoresizing_mask_));
+    subview.setFrame(layout::autoresized(inner.frame(), old_size, bounds_.size, inner.autoresizing_mask_));
   }
 }
 
