@@ -12,7 +12,7 @@ import threading
 import time
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "support"))
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from x_display import XDisplay  # noqa: E402
 
 PROGRAM = sys.argv.pop(1)
