@@ -1,4 +1,4 @@
-// bench/latency.cpp
+// bench/latency.cpp: how long it takes from a post in this process until others are awake.
 
 #include "bench/latency.hpp"
 

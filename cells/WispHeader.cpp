@@ -2,6 +2,7 @@
 
 #include "cells/WispHeader.hpp"
 
+#include "bundle/facts/facts.hpp"
 #include "cells/palette.hpp"
 #include "platform/Dispatch.hpp"
 #include "platform/Foundation/NSTask.hpp"
@@ -50,7 +51,7 @@ NSString ask_package_manager() {
   const auto task = objc::make<NSTask>();
   NSMutableArray arguments = NSMutableArray::array();
   arguments.addObject("-c"_ns);
-  arguments.addObject("dpkg -s com.brightmoss.wispen | grep -i version | cut -d' ' -f2"_ns);
+  arguments.addObject(NSString(facts::kVersionCommand));
   task.setArguments(arguments);
   task.setLaunchPath("/bin/sh"_ns);
   task.setStandardOutput(pipe);

@@ -31,7 +31,7 @@ foreach(compiler WISPEN_DEVICE_CXX WISPEN_ARM64E_CXX)
     -isystem ${WISPEN_DEVICE_CXX_HEADERS}
     -isystem ${resources}/include
     -isystem ${PROJECT_SOURCE_DIR}/device/include/c
-    -I${WISPEN_BUNDLE_INCLUDES})
+    -I${WISPEN_BUNDLE_INCLUDES} -I${WISPEN_FACTS_INCLUDES})
 endforeach()
 
 file(GLOB WISPEN_DEVICE_STUBS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/device/stubs/*.tbd)
@@ -73,13 +73,9 @@ function(wispen_device_object OBJECT SOURCE TRIPLE)
 endfunction()
 
 # wispen_device_image(NAME OUTPUT file TRIPLE triple PLATFORM name TARGETS desktop targets... [SOURCES ...]
-#                     [LINK options...] [OPTIONS compile options...]
-#                     [EXPORTS file]): an image made of the targets' sources. NAME is its target.
+#                     EXPORTS file [LINK options...] [OPTIONS compile options...]): an image made of the targets' sources. NAME is its target.
 function(wispen_device_image NAME)
   cmake_parse_arguments(ARG "" "OUTPUT;TRIPLE;PLATFORM;EXPORTS" "TARGETS;SOURCES;LINK;OPTIONS" ${ARGN})
-  if(NOT ARG_EXPORTS)
-    set(ARG_EXPORTS ${PROJECT_SOURCE_DIR}/device/exports.txt)
-  endif()
   string(REGEX MATCH "^[^-]+" architecture ${ARG_TRIPLE})
   set(entries)
   foreach(target ${ARG_TARGETS})

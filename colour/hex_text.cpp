@@ -26,7 +26,7 @@ std::u16string_view without_leading_space(std::u16string_view text) {
   return text;
 }
 
-/// 16 for everything that is no digit.
+/// 16 for everything that is not a digit.
 unsigned digit_value(char16_t unit) {
   if (unit >= u'0' && unit <= u'9') return unit - u'0';
   if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10U;

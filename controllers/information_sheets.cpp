@@ -1,5 +1,6 @@
 // controllers/information_sheets.cpp: the two sheets: what the product does, and what is new.
 
+#include "bundle/facts/facts.hpp"
 #include "cells/palette.hpp"
 #include "controllers/WispBaseController.hpp"
 #include "platform/AudioToolbox.hpp"
@@ -55,8 +56,7 @@ constexpr char kChanges[] =
 /// installations, the sheets have no icon.
 UIImage sheet_icon() {
   char resolved[LIBROOT_PATH_MAX];
-  const char* const path = libroot_dyn_jbrootpath(
-      "/var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/Assets/1.png", resolved);
+  const char* const path = libroot_dyn_jbrootpath(facts::kBannerFile, resolved);
   return UIImage::imageWithContentsOfFile(NSString::stringWithUTF8String(path));
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "bundle/facts/facts.hpp"
 #include "cells/OndrelTintCell.hpp"
 #include "cells/palette.hpp"
 #include "controllers/WispBaseController.hpp"
@@ -110,8 +111,7 @@ void WispBaseController::loadView() const {
 
 void WispBaseController::headerCell() const {
   // By this very path: where the jailbreak is elsewhere there is no image, and the banner stays empty.
-  const UIImage image = UIImage::imageWithContentsOfFile(
-      "/var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/Assets/1.png"_ns);
+  const UIImage image = UIImage::imageWithContentsOfFile(NSString(facts::kBannerFile));
   const UIImage icon;
   if (!banner()) banner() = UIView::alloc().initWithFrame({{0, 0}, {100, 100}});
   if (!banner_image()) {

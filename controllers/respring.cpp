@@ -1,5 +1,6 @@
 // controllers/respring.cpp: restarting the home screen.
 
+#include "bundle/facts/facts.hpp"
 #include "controllers/WispBaseController.hpp"
 #include "platform/System.h"
 
@@ -21,7 +22,7 @@ platform_pid_t start_killall(const char* path, const char* name) {
 // Not asked where the jailbreak is: both are tried, each with its own target, and one of them is not there.
 // Only the first is waited for.
 void WispBaseController::respring() const {
-  const platform_pid_t first = start_killall("/usr/bin/killall", "SpringBoard");
+  const platform_pid_t first = start_killall("/usr/bin/killall", facts::kCompanion);
   int status = 0;
   if (first > 0) platform_waitpid(first, &status, PLATFORM_WEXITED);
   start_killall("/var/jb/usr/bin/killall", "backboardd");

@@ -9,9 +9,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace wispen::package;
+  static const wispen::BundleFacts facts = *wispen::read_facts(WISPEN_FUZZ_FACTS);
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  if (verify_package(bytes).checks.empty()) std::abort();
+  if (verify_package(bytes, facts).checks.empty()) std::abort();
   Report report;
-  check_code(bytes, report);  // without the archive around it, which few inputs get through
+  check_code(bytes, facts, report);  // without the archive around it, which few inputs get through
   return 0;
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "bundle/facts/facts.hpp"
 #include "home_screen/screen.hpp"
 #include "host/processes/end_with_host.hpp"
 #include "host/processes/stand_in_mark.hpp"
@@ -16,11 +17,9 @@
 
 namespace {
 
+namespace facts = wispen::facts;
 using namespace wispen::home_screen;
 
-constexpr char kDomainFile[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
-constexpr char kChanged[] = "com.m0rrow5.vitrelle3dtouch/prefschanged";
-constexpr char kBundle[] = "/Library/PreferenceBundles/3dvitrelleprefs.bundle";
 // Whoever needs a picture that is surely up to date posts the first, and hears the second once. The second is
 // heard unasked when the first picture is there.
 constexpr char kPaint[] = "wispen.home-screen.paint";
@@ -48,7 +47,7 @@ struct HomeScreen {
 
   bool refresh(bool animated) const {
     const objc::AutoreleasePool pool;
-    const char* const file = wispen_host_jailbreak_path(kDomainFile);
+    const char* const file = wispen_host_jailbreak_path(facts::kDomainFile);
     if (file == nullptr) return false;
     screen.show(read_settings(NSDictionary::dictionaryWithContentsOfFile(NSString(file))), animated);
     return options.picture.empty() || wispen_host_snapshot(options.picture.c_str(), options.scale, 0) != 0;
@@ -88,7 +87,7 @@ bool start(const Options& options) {
 
 /// The colours of icons come from the bundle; the screen is plain where there is none.
 void load_bundle(const Options& options) {
-  const char* const installed = wispen_host_jailbreak_path(kBundle);
+  const char* const installed = wispen_host_jailbreak_path(facts::kBundleFolder);
   const std::string bundle = options.bundle.empty() && installed != nullptr ? installed : options.bundle;
   if (wispen_host_load_bundle(bundle.c_str()) == nullptr) {
     fail(std::string("everything stays plain, for ") + wispen_host_last_error());
@@ -105,7 +104,7 @@ int run(const Options& options) {
   window.setRootViewController(home.screen);
   window.makeKeyAndVisible();
   // First heard and then read: what is written between the two would else be missed.
-  for (const char* const name : {kChanged, kPaint}) {
+  for (const char* const name : {facts::kNotification, kPaint}) {
     if (!options.once && wispen_host_listen(name, changed, &home) == 0) return fail(wispen_host_last_error());
   }
   if (!home.refresh(false)) return fail(wispen_host_last_error());

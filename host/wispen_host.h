@@ -8,8 +8,8 @@
  *   wispen_host_options options = {sizeof options};
  *   options.root = "/tmp/device";
  *   if (!wispen_host_start(&options)) fail(wispen_host_last_error());
- *   wispen_host_load_bundle("build/out/3dvitrelleprefs.bundle");
- *   wispen_host_object page = wispen_host_open_page("SepSettingsCell");
+ *   wispen_host_load_bundle("build/out/Lumen.bundle");
+ *   wispen_host_object page = wispen_host_open_page("LumenRootController");
  *   ... objc_msg_lookup(page, sel_registerName("specifiers")) ...
  *   wispen_host_release(page);
  *   wispen_host_stop();

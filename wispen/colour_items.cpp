@@ -83,7 +83,7 @@ void find_image_colour(ColourItem& item, ImageColour wanted) {
   }
   const UIImage image = UIImage::imageWithData(NSData::dataWithBytes(bytes->data(), bytes->size()));
   if (!image) {
-    item.error = item.input + " is no whole PNG, JPEG or WebP image";
+    item.error = item.input + " is not a whole PNG, JPEG or WebP image";
     return;
   }
   try {

@@ -32,7 +32,7 @@ void note_painted(const char*, unsigned long long, void* context) { *static_cast
 
 std::vector<std::string> words_for(const std::string& root, const CommonOptions& options,
                                    const LookOptions& look) {
-  std::vector<std::string> words{"--root", root, "--bundle", bundle_folder(options)};
+  std::vector<std::string> words{"--root", root, "--bundle", *bundle_folder(options)};
   const std::pair<const char*, const std::string*> looks[] = {
       {"--appearance", &look.appearance}, {"--device", &look.device}, {"--orientation", &look.orientation}};
   for (const auto& [name, value] : looks) {
@@ -102,9 +102,12 @@ int snapshot_home_screen(const CommonOptions& options, const SnapshotOptions& wh
   const auto root = DeviceRoot::open(folder, layout_from_name(options.layout));
   if (!root) return fail(root.error().message);
   const std::string file = what.output.empty() ? "home-screen.png" : what.output;
-  const std::string program = program_folder() + "/stand-ins/SpringBoard";
+  const auto facts = bundle_facts(options);
+  if (!facts) return fail(facts.error().message);
+  if (facts->companion.empty()) return fail(facts->name + " has no home screen: its facts name no companion");
+  const std::string program = program_folder() + "/stand-ins/" + facts->companion;
   std::vector<std::string> words = words_for(root->path(), options, what.look);
-  words.insert(words.begin(), "SpringBoard");
+  words.insert(words.begin(), facts->companion);
   words.insert(words.end(), {"--picture", file, "--once"});
   if (what.scale != 0) words.insert(words.end(), {"--scale", std::to_string(what.scale)});
   pid_t process = 0;

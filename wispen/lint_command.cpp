@@ -53,6 +53,8 @@ int lint(const CommonOptions& given) {
   const objc::AutoreleasePool pool;
   CommonOptions options = given;
   options.lists_as_data = true;
+  const auto facts = bundle_facts(options);
+  if (!facts) return fail(facts.error().message);
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
   const std::string folder =
@@ -60,7 +62,7 @@ int lint(const CommonOptions& given) {
   // Some classes exist only once the first page has come up.
   session->pages().front().controller.view();
   const RuntimeClasses classes(session->pages());
-  const std::vector<lint::Finding> findings = lint::check_bundle(folder, classes);
+  const std::vector<lint::Finding> findings = lint::check_bundle(folder, *facts, classes);
   std::size_t errors = 0;
   Json all = Json::array();
   for (const lint::Finding& finding : findings) {

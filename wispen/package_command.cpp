@@ -13,10 +13,10 @@ namespace wispen::program {
 
 namespace {
 
-int verify(const CommonOptions& options, const std::string& file) {
+int verify(const CommonOptions& options, const std::string& file, const BundleFacts& facts) {
   const auto bytes = package::read_package_file(file);
   if (!bytes) return fail(bytes.error().message);
-  const package::Report report = package::verify_package(*bytes);
+  const package::Report report = package::verify_package(*bytes, facts);
   std::size_t faults = 0;
   Json all = Json::array();
   for (const package::Check& check : report.checks) {
@@ -51,7 +51,9 @@ int print_version(const CommonOptions& options, const std::string& version) {
 }  // namespace
 
 int package(const CommonOptions& options, const PackageOptions& what) {
-  if (what.operation == "verify") return verify(options, what.file);
+  const auto facts = bundle_facts(options);
+  if (!facts) return fail(facts.error().message);
+  if (what.operation == "verify") return verify(options, what.file, *facts);
   std::string folder = options.root;
   if (folder.empty()) {
     auto usual = DeviceRoot::default_folder();
@@ -64,15 +66,15 @@ int package(const CommonOptions& options, const PackageOptions& what) {
   if (what.operation == "install") {
     std::string file = what.file;
     if (file.empty()) {
-      auto own = package::desktop_package(program_folder() + "/packages", root->layout());
+      auto own = package::desktop_package(program_folder() + "/packages", root->layout(), *facts);
       if (!own) return fail(own.error().message);
       file = *std::move(own);
     }
-    if (const auto done = package::install(*root, file); !done) return fail(done.error().message);
+    if (const auto done = package::install(*root, file, *facts); !done) return fail(done.error().message);
   } else if (what.operation == "remove") {
-    if (const auto done = package::remove(*root); !done) return fail(done.error().message);
+    if (const auto done = package::remove(*root, *facts); !done) return fail(done.error().message);
   }
-  const auto version = package::installed_version(*root);
+  const auto version = package::installed_version(*root, *facts);
   if (!version) return fail(version.error().message);
   return print_version(options, *version);
 }

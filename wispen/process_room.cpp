@@ -1,4 +1,4 @@
-// wispen/process_room.cpp
+// wispen/process_room.cpp: what the process must have before it starts.
 
 #include "wispen/process_room.hpp"
 

@@ -76,7 +76,7 @@ Result<NSObject> of_choice(const NSArray& values, const std::string& word) {
     if (text == word) return value;
     known += (known.empty() ? "" : ", ") + text;
   }
-  return Error{"\"" + word + "\" is none of the row's values: " + known};
+  return Error{"\"" + word + "\" is not one of the row's values: " + known};
 }
 
 const char* type_of(const NSObject& value) {

@@ -29,13 +29,14 @@ Result<CommonOptions> with_installed_bundle(CommonOptions options) {
   const std::string folder = options.root.empty() ? wispen_host_default_root() : options.root;
   auto root = DeviceRoot::open(folder, layout_from_name(options.layout));
   if (!root) return root.error();
-  const auto package = package::desktop_package(program_folder() + "/packages", root->layout());
+  const auto facts = bundle_facts(options);
+  if (!facts) return facts.error();
+  const auto package = package::desktop_package(program_folder() + "/packages", root->layout(), *facts);
   if (!package) return options;
-  const auto installed = package::install_when_newer(*root, *package);
+  const auto installed = package::install_when_newer(*root, *package, *facts);
   if (!installed) return installed.error();
   if (*installed) std::printf("Installed %s.\n", package->c_str());
-  options.bundle = root->resolve_or_nowhere(std::string(root->device_jbroot()) +
-                                            "/Library/PreferenceBundles/3dvitrelleprefs.bundle");
+  options.bundle = root->resolve_or_nowhere(std::string(root->device_jbroot()) + facts->folder());
   return options;
 }
 
@@ -43,18 +44,22 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_screen(options, what.look, true);
   if (!session || !show_page(*session, what.page)) return kFailed;
-  const std::string bundle = bundle_folder(options);
+  const auto facts = bundle_facts(options);
+  if (!facts) return fail(facts.error().message);
+  const std::string bundle = *bundle_folder(options);
   if (wispen_host_follow_files(bundle.c_str()) == 0) return fail(wispen_host_last_error());
   std::printf("The phone's file system is played by %s.\nThe pages follow the files in %s.\n",
               wispen_host_root(), bundle.c_str());
   std::fflush(stdout);
-  bool beside = !what.without_home_screen;
+  bool beside = !what.without_home_screen && !facts->companion.empty();
   if (beside) {
     const auto home = start_home_screen(options, what.look, "");
     if (!home) tell_without_home_screen(home.error().message);
     beside = home.ok();
   }
-  if (wispen_host_run_window_at("Wispen", "en,de",
+  std::string languages;
+  for (const std::string& one : facts->languages) languages += (languages.empty() ? "" : ",") + one;
+  if (wispen_host_run_window_at(facts->name.c_str(), languages.c_str(),
                                 beside ? WISPEN_HOST_WINDOW_LEFT : WISPEN_HOST_WINDOW_CENTRE) == 0)
     return fail(wispen_host_last_error());
   print_problems();

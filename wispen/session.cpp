@@ -37,8 +37,16 @@ std::string program_folder() {
   return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
 }
 
-std::string bundle_folder(const CommonOptions& options) {
-  return options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
+Result<BundleFacts> bundle_facts(const CommonOptions& options) {
+  return options.bundle.empty() ? only_bundle(program_folder())
+                                : facts_of_bundle(options.bundle, program_folder());
+}
+
+Result<std::string> bundle_folder(const CommonOptions& options) {
+  if (!options.bundle.empty()) return options.bundle;
+  const auto facts = bundle_facts(options);
+  if (!facts) return facts.error();
+  return program_folder() + "/" + facts->bundle + ".bundle";
 }
 
 NSArray Page::all_specifiers() const {
@@ -74,9 +82,14 @@ std::optional<Session> Session::start_on_clock(const CommonOptions& options, boo
 }
 
 std::optional<Session> Session::start_with_bundle(const CommonOptions& options) {
+  const auto folder = bundle_folder(options);
+  if (!folder) {
+    fail(folder.error().message);
+    return std::nullopt;
+  }
   auto session = start(options);
   if (!session) return session;
-  if (wispen_host_load_bundle(bundle_folder(options).c_str()) == nullptr) {
+  if (wispen_host_load_bundle(folder->c_str()) == nullptr) {
     fail(wispen_host_last_error());
     return std::nullopt;
   }
@@ -85,6 +98,11 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
 
 std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look,
                                                   bool wall_clock) {
+  const auto folder = bundle_folder(options);
+  if (!folder) {
+    fail(folder.error().message);
+    return std::nullopt;
+  }
   auto session = start_on_clock(options, wall_clock);
   if (!session) return session;
   const std::pair<const char*, const std::string*> looks[] = {{"device", &look.device},
@@ -97,7 +115,7 @@ std::optional<Session> Session::start_with_screen(const CommonOptions& options, 
     fail(wispen_host_last_error());
     return std::nullopt;
   }
-  if (wispen_host_offer_bundle(bundle_folder(options).c_str()) == 0) {
+  if (wispen_host_offer_bundle(folder->c_str()) == 0) {
     fail(wispen_host_last_error());
     return std::nullopt;
   }

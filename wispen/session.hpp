@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "host/core/result.hpp"
 #include "platform/Preferences.hpp"
+#include "wispen/facts/facts.hpp"
 
 namespace wispen::program {
 
@@ -42,8 +44,10 @@ struct Page {
 
 /// The folder of this program.
 std::string program_folder();
-/// The bundle that the options name, or the one beside the program.
-std::string bundle_folder(const CommonOptions& options);
+/// What the bundle that the options name says of itself; without one, the bundle beside the program.
+Result<BundleFacts> bundle_facts(const CommonOptions& options);
+/// Its folder. An error where none is named and none, or more than one, is beside the program.
+Result<std::string> bundle_folder(const CommonOptions& options);
 
 /// Starts the host; ends it when it goes. One at a time.
 class Session {

@@ -18,8 +18,6 @@ namespace {
 
 constexpr double kListenerTimeout = 20;  // seconds; reached only where something is wrong
 
-constexpr char kDomainFile[] = "/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist";
-
 /// The values that a file holds, as XML whatever its own format is; none of what cannot be read.
 std::string values_of(const std::string& path) {
   const auto document = plist::Document::read(path);
@@ -93,9 +91,20 @@ std::string common_name(const std::vector<Step>& steps) {
   return name;
 }
 
+/// Where the bundle keeps its values: as its facts say, else as the first of the rows does.
+Result<std::string> domain_file_of(BundleFacts facts, const std::vector<Step>& steps) {
+  if (facts.domain.empty() && !steps.empty()) {
+    facts.domain = objc::cast_or_nil<NSString>(steps.front().specifier.propertyForKey("defaults"_ns)).utf8();
+  }
+  if (facts.domain.empty()) return Error{facts.name + " has no row that names its \"defaults\""};
+  const char* const file = wispen_host_jailbreak_path(facts.domain_file().c_str());
+  if (file == nullptr) return Error{wispen_host_last_error()};
+  return std::string(file);
+}
+
 /// Starts the home screen with a picture in the folder, and keeps how it looks before anything is set.
 Result<void> show_home_screen(const CommonOptions& options, const LookOptions& look,
-                              const std::filesystem::path& folder) {
+                              const std::string& companion, const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error) return Error{"the folder " + folder.string() + " cannot be made: " + error.message()};
@@ -104,13 +113,15 @@ Result<void> show_home_screen(const CommonOptions& options, const LookOptions& l
   const auto before = folder / "home-screen-before.png";
   std::filesystem::copy_file(picture, before, std::filesystem::copy_options::overwrite_existing, error);
   if (error) return Error{"the picture " + before.string() + " cannot be written: " + error.message()};
-  std::printf("\nThe home screen (process %d), as it was before: %s\n", wispen_host_process("SpringBoard"),
-              before.c_str());
+  std::printf("\nThe home screen (process %d), as it was before: %s\n",
+              wispen_host_process(companion.c_str()), before.c_str());
   return {};
 }
 
 int set_values(const CommonOptions& options, const RunOptions& what, const std::filesystem::path& folder) {
   const objc::AutoreleasePool pool;
+  const auto facts = bundle_facts(options);
+  if (!facts) return fail(facts.error().message);
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
   const std::string root = wispen_host_root();
@@ -123,9 +134,9 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
                 page.all_specifiers().count(), page.controller.specifiers().count(), page.cls.c_str());
   }
 
-  bool with_home_screen = !what.without_home_screen;
+  bool with_home_screen = !what.without_home_screen && !facts->companion.empty();
   if (with_home_screen) {
-    const auto shown = show_home_screen(options, what.look, folder);
+    const auto shown = show_home_screen(options, what.look, facts->companion, folder);
     if (!shown) tell_without_home_screen(shown.error().message);
     with_home_screen = shown.ok();
   }
@@ -136,10 +147,9 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
       "\nAnother process (%d) listens for notifications. Setting a value on each page, as a user would:\n",
       static_cast<int>(listener->pid()));
 
-  const char* const domain = wispen_host_jailbreak_path(kDomainFile);
-  if (domain == nullptr) return fail(wispen_host_last_error());
-  const std::string file = domain;
-  const std::string before = values_of(file);
+  const auto file = domain_file_of(*facts, steps);
+  if (!file) return fail(file.error().message);
+  const std::string before = values_of(*file);
   for (const Step& step : steps) {
     const std::string old_value = text_of(step.specifier.performGetter());
     step.specifier.performSetterWithValue(other_value(step.specifier));
@@ -149,8 +159,8 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
                 text_of(step.specifier.performGetter()).c_str());
   }
 
-  std::printf("\nWhat changed in %s:\n", file.c_str());
-  for (const std::string& line : line_diff(before, values_of(file)))
+  std::printf("\nWhat changed in %s:\n", file->c_str());
+  for (const std::string& line : line_diff(before, values_of(*file)))
     std::printf("  %s\n", shown(line).c_str());
 
   std::printf("\nWhat the other process heard:\n");

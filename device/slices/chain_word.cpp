@@ -1,4 +1,4 @@
-// device/slices/chain_word.cpp
+// device/slices/chain_word.cpp: a pointer's word in a chain of the form that can sign.
 
 #include "device/slices/chain_word.hpp"
 

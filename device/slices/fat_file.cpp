@@ -1,4 +1,4 @@
-// device/slices/fat_file.cpp
+// device/slices/fat_file.cpp: several images in one file, of which each processor takes its own.
 
 #include "device/slices/fat_file.hpp"
 

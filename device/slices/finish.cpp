@@ -1,4 +1,5 @@
-// device/slices/finish.cpp
+// device/slices/finish.cpp: makes a bundle of arm64e code, which the linker wrote as an arm64 one, an
+// arm64e bundle.
 
 #include "device/slices/finish.hpp"
 
@@ -30,7 +31,7 @@ Result<void> check_linked(const Image& image) {
   if (image.cpu != macho::kCpuArm64) return Error{"the image is not for arm64 processors"};
   if (image.subtype == macho::kSubtypeArm64eAbi0) return Error{"the image is finished already"};
   if (image.subtype != 0) return Error{"the image is not of the subtype that the linker writes"};
-  if (image.file_type != macho::kFileBundle) return Error{"the image is no bundle"};
+  if (image.file_type != macho::kFileBundle) return Error{"the image is not a bundle"};
   if (image.dyld_info) return Error{"the image has fixups by opcodes"};
   if (!image.chained_fixups) return Error{"the image has no chained fixups"};
   if (!image.signature || image.signature->offset + image.signature->size != image.bytes.size())

@@ -1,4 +1,4 @@
-// device/slices/objects.cpp
+// device/slices/objects.cpp: whether an object file can go into an arm64e slice.
 
 #include "device/slices/objects.hpp"
 

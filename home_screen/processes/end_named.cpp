@@ -1,4 +1,4 @@
-// home_screen/processes/end_named.cpp
+// home_screen/processes/end_named.cpp: ending the processes of a device root by their name.
 
 #include "home_screen/processes/end_named.hpp"
 

@@ -1,4 +1,4 @@
-// host/animation/spring.cpp
+// host/animation/spring.cpp: springs from 0 to 1, solved in closed form.
 
 #include "host/animation/spring.hpp"
 

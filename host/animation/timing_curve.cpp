@@ -1,4 +1,4 @@
-// host/animation/timing_curve.cpp
+// host/animation/timing_curve.cpp: from the fraction of time that has passed to the fraction of the way.
 
 #include "host/animation/timing_curve.hpp"
 

@@ -224,7 +224,7 @@ Result<NSObject> Host::open_page(const std::string& class_name) {
   if (!cls && class_name.empty()) return Error{"no bundle is loaded"};
   if (!cls) return Error{"there is no class " + class_name};
   if (!cls.is_subclass_of(objc::class_named<"PSListController">())) {
-    return Error{std::string("the class ") + cls.name() + " is no page"};
+    return Error{std::string("the class ") + cls.name() + " is not a page"};
   }
   NSObject page = objc::send<"new", NSObject>(cls);
   if (!page) return Error{std::string("a page of class ") + cls.name() + " cannot be made"};

@@ -1,4 +1,4 @@
-// host/core/current_root.cpp
+// host/core/current_root.cpp: the device root that this process stands on.
 
 #include "host/core/current_root.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/device_root.cpp
+// host/core/device_root.cpp: a folder that plays the phone's file system.
 
 #include "host/core/device_root.hpp"
 

@@ -22,7 +22,7 @@ class DeviceRoot {
 
   /// Opens `folder`, making it and the phone's folders in it on first use. Without a layout the root
   /// keeps the one it was made with; a new one becomes rootless. Fails, with a sentence for a person,
-  /// for a folder of another layout, a non-empty folder that is no device root, one that cannot be
+  /// for a folder of another layout, a non-empty folder that is not a device root, one that cannot be
   /// written, and a path that leaves too little room in the platform's buffers.
   static Result<DeviceRoot> open(const std::string& folder, std::optional<Layout> layout = std::nullopt);
 

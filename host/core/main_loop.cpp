@@ -1,4 +1,4 @@
-// host/core/main_loop.cpp
+// host/core/main_loop.cpp: the one loop that runs timers, posted jobs and descriptors on the main thread.
 
 #include "host/core/main_loop.hpp"
 

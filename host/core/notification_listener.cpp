@@ -1,4 +1,4 @@
-// host/core/notification_listener.cpp
+// host/core/notification_listener.cpp: hearing what other processes post.
 
 #include "host/core/notification_listener.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/notification_name.cpp
+// host/core/notification_name.cpp: how a notification's name becomes a file's name.
 
 #include "host/core/notification_name.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/notification_poster.cpp
+// host/core/notification_poster.cpp: telling other processes that something happened, by name.
 
 #include "host/core/notification_poster.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/once.cpp
+// host/core/once.cpp: run once, with the phone's token.
 
 #include "host/core/once.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/platform_dispatch.cpp
+// host/core/platform_dispatch.cpp: the phone's queue functions, by the phone's names.
 
 #include "host/core/platform_dispatch.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/platform_dlfcn.cpp
+// host/core/platform_dlfcn.cpp: dynamic loading with the phone's names and numbers.
 
 #include "host/core/platform_dlfcn.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/platform_strings.cpp
+// host/core/platform_strings.cpp: the bounded string functions of the phone's C library.
 
 #include "host/core/platform_strings.hpp"
 

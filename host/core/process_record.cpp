@@ -1,4 +1,5 @@
-// host/core/process_record.cpp
+// host/core/process_record.cpp: which processes a host has started in a device root, for other processes
+// to see.
 
 #include "host/core/process_record.hpp"
 

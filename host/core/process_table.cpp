@@ -1,4 +1,4 @@
-// host/core/process_table.cpp
+// host/core/process_table.cpp: the named processes that a device would have, started and watched.
 
 #include "host/core/process_table.hpp"
 

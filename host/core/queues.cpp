@@ -1,4 +1,4 @@
-// host/core/queues.cpp
+// host/core/queues.cpp: the process's main queue and its background queue.
 
 #include "host/core/queues.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/root_marker.cpp
+// host/core/root_marker.cpp: the file by which a device root is known as one, and its layout.
 
 #include "host/core/root_marker.hpp"
 
@@ -114,7 +114,7 @@ Result<Layout> remember_layout(const std::string& folder, std::optional<Layout> 
   // An empty marker says that the rest is a root's too.
   const bool begun = ::faccessat(lock.get(), kMarker, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
   if (!begun && !holds_nothing_else(folder)) {
-    return Error{"'" + folder + "' is no device root and is not empty; choose a new or an empty folder"};
+    return Error{"'" + folder + "' is not a device root and is not empty; choose a new or an empty folder"};
   }
   const Layout layout = wanted.value_or(Layout::Rootless);
   if (auto written = write_marker(folder, lock.get(), layout); !written) return written.error();

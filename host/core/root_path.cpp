@@ -1,4 +1,4 @@
-// host/core/root_path.cpp
+// host/core/root_path.cpp: paths that stay below a folder, whatever links lie there.
 
 #include "host/core/root_path.hpp"
 

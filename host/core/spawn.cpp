@@ -1,4 +1,4 @@
-// host/core/spawn.cpp
+// host/core/spawn.cpp: starting programs of the device root, and reaping them one by one.
 
 #include "host/core/spawn.hpp"
 

@@ -1,4 +1,4 @@
-// host/core/timer_list.cpp
+// host/core/timer_list.cpp: timers in the order in which they are due.
 
 #include "host/core/timer_list.hpp"
 

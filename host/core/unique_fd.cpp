@@ -1,4 +1,4 @@
-// host/core/unique_fd.cpp
+// host/core/unique_fd.cpp: a file descriptor that closes itself.
 
 #include "host/core/unique_fd.hpp"
 

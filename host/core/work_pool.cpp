@@ -1,4 +1,4 @@
-// host/core/work_pool.cpp
+// host/core/work_pool.cpp: the threads behind the concurrent background queue.
 
 #include "host/core/work_pool.hpp"
 

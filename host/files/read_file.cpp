@@ -1,3 +1,5 @@
+// host/files/read_file.cpp: a whole file as bytes, or why not.
+
 #include "host/files/read_file.hpp"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// host/files/recycled_memory.cpp: memory for files and their indexes, used again and again.
+
 #include "host/files/recycled_memory.hpp"
 
 #include <algorithm>

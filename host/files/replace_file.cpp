@@ -1,3 +1,5 @@
+// host/files/replace_file.cpp: new content for a file, all of it or none of it.
+
 #include "host/files/replace_file.hpp"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// host/files/system_calls.cpp: the kernel's file calls as a table that a test can replace.
+
 #include "host/files/system_calls.hpp"
 
 #include <fcntl.h>

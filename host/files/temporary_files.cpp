@@ -1,3 +1,5 @@
+// host/files/temporary_files.cpp: the files that replace() fills before they get their name.
+
 #include "host/files/temporary_files.hpp"
 
 #include <dirent.h>

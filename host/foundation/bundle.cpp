@@ -219,7 +219,7 @@ Result<NSBundle> bundle_at(const std::string& folder) {
   const std::string info_path = path + "/Info.plist";
   if (!fs::exists(info_path, error)) return Error{"the bundle " + path + " has no Info.plist"};
   const NSDictionary info = NSDictionary::dictionaryWithContentsOfFile(info_path.c_str());
-  if (!info) return Error{"the bundle's " + info_path + " is no property list that can be read"};
+  if (!info) return Error{"the bundle's " + info_path + " is not a property list that can be read"};
 
   HostBundle& bundle = registry().by_path[path];
   if (!bundle) bundle = HostBundle::alloc().as_initialized();

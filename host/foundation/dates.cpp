@@ -1,4 +1,4 @@
-// host/foundation/dates.cpp
+// host/foundation/dates.cpp: dates as text.
 
 #include "host/foundation/dates.hpp"
 

@@ -1,4 +1,4 @@
-// host/foundation/device_paths.cpp
+// host/foundation/device_paths.cpp: where the paths lead that the bundle hands to the platform.
 
 #include "host/foundation/device_paths.hpp"
 

@@ -114,7 +114,7 @@ Result<plist::Tree> tree_at_depth(const objc::Object& object, std::size_t depth)
     return plist::Tree(plist::Date{date.timeIntervalSinceReferenceDate()});
   }
   return Error{std::string("an object of class ") + objc::class_of(object).name() +
-               " is no property-list value"};
+               " is not a property-list value"};
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// host/foundation/written_files.cpp
+// host/foundation/written_files.cpp: what Foundation writes, and where.
 
 #include "host/foundation/written_files.hpp"
 

@@ -1,3 +1,5 @@
+// host/geometry/content_mode.cpp: where content of one size lies in a box of another.
+
 #include "host/geometry/content_mode.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/geometry/geometry.cpp: points, sizes, rectangles and transforms, laid out as the platform's are.
+
 #include "host/geometry/geometry.hpp"
 
 #include <algorithm>

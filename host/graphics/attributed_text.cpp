@@ -1,3 +1,5 @@
+// host/graphics/attributed_text.cpp: text, and what each part of it looks like.
+
 #include "host/graphics/attributed_text.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/bitmap_context.cpp: draws images into memory of the caller, byte for byte as told.
+
 #include "host/graphics/bitmap_context.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/blur.cpp: softens pixels, and changes how strong their colours are.
+
 #include "host/graphics/blur.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/canvas.cpp: what views are painted on.
+
 #include "host/graphics/canvas.hpp"
 
 #include <cairo.h>

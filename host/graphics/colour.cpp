@@ -1,3 +1,5 @@
+// host/graphics/colour.cpp: a colour value, fixed or different by appearance.
+
 #include "host/graphics/colour.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/font.cpp: which font, how large, and the measures that the platform gives for it.
+
 #include "host/graphics/font.hpp"
 
 #include <array>

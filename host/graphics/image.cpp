@@ -1,3 +1,5 @@
+// host/graphics/image.cpp: an image as views hold it: pixels, and what they mean.
+
 #include "host/graphics/image.hpp"
 
 #include <array>
@@ -82,13 +84,6 @@ Image Image::with_rendering_mode(RenderingMode mode) const {
 Image Image::with_resizing(std::optional<Resizing> resizing) const {
   Image copy = *this;
   copy.resizing_ = resizing;
-  return copy;
-}
-
-Image Image::with_orientation(Orientation orientation) const {
-  Image copy = *this;
-  copy.orientation_ = orientation;
-  copy.upright_ = turned_upright(pixels_, orientation);
   return copy;
 }
 

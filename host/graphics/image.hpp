@@ -67,7 +67,6 @@ class Image {
 
   Image with_rendering_mode(RenderingMode mode) const;
   Image with_resizing(std::optional<Resizing> resizing) const;
-  Image with_orientation(Orientation orientation) const;
   Image with_scale(double scale) const;
   Image as_symbol(double baseline_from_bottom) const;
 

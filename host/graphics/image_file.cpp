@@ -1,3 +1,5 @@
+// host/graphics/image_file.cpp: images from the bytes of PNG, JPEG and WebP files, and back into PNG.
+
 #include "host/graphics/image_file.hpp"
 
 #include <cairo.h>

@@ -1,3 +1,5 @@
+// host/graphics/image_header.cpp: the kind and size of a picture, read from the first bytes of its file.
+
 #include "host/graphics/image_header.hpp"
 
 namespace wispen::graphics {

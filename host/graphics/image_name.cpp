@@ -1,3 +1,5 @@
+// host/graphics/image_name.cpp: names of image files, their variants by scale and device, and the best one.
+
 #include "host/graphics/image_name.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/material.cpp: the frosted panes that show what lies behind them.
+
 #include "host/graphics/material.hpp"
 
 #include <array>

@@ -1,3 +1,5 @@
+// host/graphics/path.cpp: outlines to fill, stroke and clip by.
+
 #include "host/graphics/path.hpp"
 
 #include <algorithm>

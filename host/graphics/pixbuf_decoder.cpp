@@ -1,3 +1,5 @@
+// host/graphics/pixbuf_decoder.cpp: pictures of every kind that the drawing library reads.
+
 #include "host/graphics/pixbuf_decoder.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>

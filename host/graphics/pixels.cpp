@@ -1,3 +1,5 @@
+// host/graphics/pixels.cpp: memory that holds premultiplied pixels, and views of it.
+
 #include "host/graphics/pixels.hpp"
 
 #include <string>

@@ -1,3 +1,5 @@
+// host/graphics/png_filter.cpp: a PNG's rows, made whole again from the differences that the file holds.
+
 #include "host/graphics/png_filter.hpp"
 
 #include <cstddef>

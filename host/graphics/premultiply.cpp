@@ -1,3 +1,5 @@
+// host/graphics/premultiply.cpp: pixels as files hold them, made into pixels as they are kept.
+
 #include "host/graphics/premultiply.hpp"
 
 #include <bit>

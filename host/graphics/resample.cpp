@@ -1,3 +1,5 @@
+// host/graphics/resample.cpp: scales premultiplied pixels, area-averaged when they shrink.
+
 #include "host/graphics/resample.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/resample_kernels.cpp: the two inner loops of scaling, once per kind of processor.
+
 #include "host/graphics/resample_kernels.hpp"
 
 #include <cstring>

@@ -1,3 +1,5 @@
+// host/graphics/scaled_pixels.cpp: images at the size they are shown at, kept for the next time.
+
 #include "host/graphics/scaled_pixels.hpp"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// host/graphics/symbol.cpp: symbols by the platform's names, in drawings of our own.
+
 #include "host/graphics/symbol.hpp"
 
 #include <cairo.h>

@@ -1,3 +1,5 @@
+// host/graphics/system_colours.cpp: the platform's named colours, fixed and by appearance.
+
 #include "host/graphics/system_colours.hpp"
 
 #include <array>

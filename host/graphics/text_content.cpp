@@ -1,3 +1,5 @@
+// host/graphics/text_content.cpp: what a text layout is made of, for those that set and paint it.
+
 #include "host/graphics/text_content.hpp"
 
 #include <algorithm>

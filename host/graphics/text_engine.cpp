@@ -1,3 +1,5 @@
+// host/graphics/text_engine.cpp: the fonts that text is drawn with, the same on every machine.
+
 #include "host/graphics/text_engine.hpp"
 
 #include <fontconfig/fontconfig.h>

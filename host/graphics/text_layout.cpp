@@ -1,3 +1,5 @@
+// host/graphics/text_layout.cpp: text set in lines, measured, and asked what lies where.
+
 #include "host/graphics/text_layout.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/graphics/text_style.cpp: sizes of the platform's text styles at the user's text sizes.
+
 #include "host/graphics/text_style.hpp"
 
 #include <array>

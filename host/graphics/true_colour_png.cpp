@@ -1,3 +1,5 @@
+// host/graphics/true_colour_png.cpp: the kind of PNG that icons are, read fast.
+
 #include "host/graphics/true_colour_png.hpp"
 
 #include <isa-l/crc.h>

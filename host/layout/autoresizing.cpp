@@ -1,4 +1,4 @@
-// host/layout/autoresizing.cpp
+// host/layout/autoresizing.cpp: frames that follow their superview's size without constraints.
 
 #include "host/layout/autoresizing.hpp"
 

@@ -1,4 +1,4 @@
-// host/layout/constraint.cpp
+// host/layout/constraint.cpp: a constraint between attributes of items, as its author writes it.
 
 #include "host/layout/constraint.hpp"
 

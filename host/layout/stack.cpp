@@ -1,4 +1,4 @@
-// host/layout/stack.cpp
+// host/layout/stack.cpp: views in a row or a column, arranged by constraints.
 
 #include "host/layout/stack.hpp"
 

@@ -1,4 +1,4 @@
-// host/layout/tableau.cpp
+// host/layout/tableau.cpp: the simplex tableau under the solver: sparse rows, their columns, and the pivot.
 
 #include "host/layout/tableau.hpp"
 

@@ -10,6 +10,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/values/image.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 #include "platform/OnBoardingKit.hpp"
 
@@ -17,19 +18,7 @@ namespace wispen::onboarding {
 
 namespace {
 
-constexpr double kTop = 44;
-constexpr double kNarrowMargin = 24;
-constexpr double kWideMargin = 64;
-constexpr double kWide = 500;  // from where on the margins are wide
-constexpr double kIconSide = 72;
-constexpr double kIconGap = 14;
-constexpr double kDetailGap = 8;
-constexpr double kListGap = 36;
-constexpr double kItemGap = 28;
-constexpr double kSymbolSide = 40;
-constexpr double kSymbolGap = 16;
-constexpr double kTextGap = 3;
-constexpr double kBottom = 44;
+using namespace uikit::metrics::welcome;
 
 UIFont style_font(graphics::TextStyle style, double weight) {
   const graphics::Font font = graphics::text_style_font(style, uikit::display_settings().content_size);

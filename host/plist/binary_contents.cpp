@@ -1,3 +1,5 @@
+// host/plist/binary_contents.cpp: the view of a binary property list.
+
 #include "host/plist/binary_contents.hpp"
 
 #include <bit>

@@ -1,3 +1,5 @@
+// host/plist/binary_parser.cpp: the check that lets a binary property list be read unchecked.
+
 #include "host/plist/binary_parser.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/plist/binary_splice.cpp: changes made among the objects of a binary property list.
+
 #include "host/plist/binary_splice.hpp"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// host/plist/binary_writer.cpp: trees as binary property lists.
+
 #include "host/plist/binary_writer.hpp"
 
 #include <bit>

@@ -1,3 +1,5 @@
+// host/plist/scalars.cpp: numbers, dates and data as the text that XML property lists hold.
+
 #include "host/plist/scalars.hpp"
 
 #include <array>

@@ -1,3 +1,5 @@
+// host/plist/splice.cpp: changed keys in a list that otherwise stays as it was written.
+
 #include "host/plist/splice.hpp"
 
 #include <new>

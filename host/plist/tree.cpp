@@ -1,3 +1,5 @@
+// host/plist/tree.cpp: a property list that is being made.
+
 #include "host/plist/tree.hpp"
 
 #include <bit>

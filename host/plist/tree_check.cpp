@@ -1,3 +1,5 @@
+// host/plist/tree_check.cpp: what must not be written, because nobody could read it again.
+
 #include "host/plist/tree_check.hpp"
 
 #include <cmath>

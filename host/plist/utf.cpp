@@ -1,3 +1,5 @@
+// host/plist/utf.cpp: UTF-8 and UTF-16, checked and converted.
+
 #include "host/plist/utf.hpp"
 
 #include "host/plist/byte_scan.hpp"

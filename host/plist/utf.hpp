@@ -20,7 +20,7 @@ std::size_t utf8_sequence_length(const char* text);
 /// Whether all of `text` is well-formed UTF-8.
 bool is_utf8(std::string_view text);
 
-/// The first byte of `text` that is no well-formed UTF-8, or its size.
+/// The first byte of `text` that is not well-formed UTF-8, or its size.
 std::size_t utf8_error_offset(std::string_view text);
 
 /// The character at `offset`, which is moved past it. `text` must be well-formed.

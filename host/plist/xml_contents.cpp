@@ -1,3 +1,5 @@
+// host/plist/xml_contents.cpp: the index of an XML property list.
+
 #include "host/plist/xml_contents.hpp"
 
 #include <string>

@@ -102,7 +102,7 @@ bool XmlParser::open_tag_with_extras(Tag& tag) {
     return skip_attributes(tag.empty);
   }
   if (start + 1 == end_) return fail("the file ends inside a tag");
-  return fail_at(start, "<" + std::string(name) + "...> is no element of a property list");
+  return fail_at(start, "<" + std::string(name) + "...> is not an element of a property list");
 }
 
 bool XmlParser::skip_attributes(bool& empty) {

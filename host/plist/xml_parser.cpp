@@ -1,3 +1,5 @@
+// host/plist/xml_parser.cpp: one pass over an XML property list.
+
 #include "host/plist/xml_parser.hpp"
 
 #include <algorithm>

@@ -20,7 +20,7 @@ class XmlParser {
   XmlParser(const files::Buffer& text, XmlEncoding encoding)
       : begin_(text.data()), end_(text.data() + text.size()), at_(begin_), encoding_(encoding) {}
 
-  /// False when the text is no property list; error() then says why.
+  /// False when the text is not a property list; error() then says why.
   bool run();
 
   XmlElements take_elements() { return std::move(elements_); }

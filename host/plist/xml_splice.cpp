@@ -1,3 +1,5 @@
+// host/plist/xml_splice.cpp: changes made inside the text of an XML property list.
+
 #include "host/plist/xml_splice.hpp"
 
 #include <utility>

@@ -1,3 +1,5 @@
+// host/plist/xml_text.cpp: character data of XML, as it stands and as it is meant.
+
 #include "host/plist/xml_text.hpp"
 
 #include <charconv>

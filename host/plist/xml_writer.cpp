@@ -1,3 +1,5 @@
+// host/plist/xml_writer.cpp: trees as XML property lists.
+
 #include "host/plist/xml_writer.hpp"
 
 #include "host/plist/scalars.hpp"

@@ -51,9 +51,9 @@ UIView aligned_footer(const UITableView& table, const NSString& text, NSInteger 
   label.setText(text);
   label.setTextAlignment(static_cast<NSTextAlignment>(alignment));
   const double width = table.bounds().size.width - 2 * uikit::TableView::of(table).side_margin();
-  const double room = std::max(0.0, width - 2 * uikit::kCellMargin);
+  const double room = std::max(0.0, width - 2 * uikit::metrics::kCellMargin);
   constexpr double kTop = 7;
-  label.setFrame(Rect{{uikit::kCellMargin, kTop}, {room, label.sizeThatFits(Size{room, 0}).height}});
+  label.setFrame(Rect{{uikit::metrics::kCellMargin, kTop}, {room, label.sizeThatFits(Size{room, 0}).height}});
   label.setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
   const UIView holder = UIView::alloc().initWithFrame(Rect{{0, 0}, {width, Rect(label.frame()).max_y()}});
   holder.addSubview(label);

@@ -1,4 +1,4 @@
-// host/preferences/method_roles.cpp
+// host/preferences/method_roles.cpp: which methods a specifier list may name for what.
 
 #include "host/preferences/method_roles.hpp"
 

@@ -1,4 +1,4 @@
-// host/preferences/named_method.cpp
+// host/preferences/named_method.cpp: the methods that a specifier list names, before they are performed.
 
 #include "host/preferences/named_method.hpp"
 

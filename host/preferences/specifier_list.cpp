@@ -201,7 +201,7 @@ SpecifierList load_specifier_list(const NSBundle& bundle, const NSString& name, 
   // Row by row, for a list may hold any number of them.
   const auto file = plist::Document::read(path.utf8(), device_calls());
   if (!file || !file->root().is(plist::Type::Dictionary)) {
-    report_problem(path.utf8() + " is no property list that can be read");
+    report_problem(path.utf8() + " is not a property list that can be read");
     return list;
   }
   const auto title = file->root().find("title");

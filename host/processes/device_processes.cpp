@@ -1,4 +1,4 @@
-// host/processes/device_processes.cpp
+// host/processes/device_processes.cpp: the phone's own processes that a host plays.
 
 #include "host/processes/device_processes.hpp"
 

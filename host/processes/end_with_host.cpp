@@ -1,4 +1,4 @@
-// host/processes/end_with_host.cpp
+// host/processes/end_with_host.cpp: a process of a device ends when its host does.
 
 #include "host/processes/end_with_host.hpp"
 

@@ -1,3 +1,5 @@
+// host/strings/table.cpp: the strings of one language, read from a .strings file.
+
 #include "host/strings/table.hpp"
 
 #include <new>
@@ -66,7 +68,7 @@ Reading read_any(std::string_view bytes) {
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
     const ByteOrder order = bytes[0] == '\xFF' ? ByteOrder::Little : ByteOrder::Big;
     const std::optional<std::string> text = plist::utf8_from_utf16_strict(bytes.substr(2), order);
-    if (!text) return {{}, Error{"the file is no well-formed UTF-16"}};
+    if (!text) return {{}, Error{"the file is not well-formed UTF-16"}};
     return looks_like_xml(*text) ? read_property_list(bytes) : read_text(*text);
   }
   const std::string_view text = bytes.starts_with(kUtf8Mark) ? bytes.substr(kUtf8Mark.size()) : bytes;

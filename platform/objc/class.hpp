@@ -155,7 +155,7 @@ class Class {
   /// Runs first when an object dies, while its variables still hold.
   template <void (T::*Function)()>
   Class& on_dealloc() {
-    lifetime().last_words = [](abi::id self) { ((*Borrowed<T>(self)).*Function)(); };
+    lifetime().on_dealloc = [](abi::id self) { ((*Borrowed<T>(self)).*Function)(); };
     return *this;
   }
 
@@ -166,7 +166,7 @@ class Class {
       if (known && note_implementation_ != nullptr) note_implementation_(known.borrow());
       return known ? true : false;
     }
-    if (lifetime().count > 0 || lifetime().last_words != nullptr) {
+    if (lifetime().count > 0 || lifetime().on_dealloc != nullptr) {
       abi::class_addMethod(building_, selector<"dealloc">().borrow(), reinterpret_cast<abi::IMP>(&dealloc),
                            "v@:");
     }
@@ -190,7 +190,7 @@ class Class {
   struct Lifetime {
     Variable variables[kMostVariables];
     std::size_t count;
-    void (*last_words)(abi::id self);
+    void (*on_dealloc)(abi::id self);
   };
   static Lifetime& lifetime() {
     static constinit Lifetime table{};
@@ -227,7 +227,7 @@ class Class {
   static void dealloc(abi::id self, abi::SEL name) {
     abi::clear_weak_references(self);
     const Lifetime& table = lifetime();
-    if (table.last_words != nullptr) table.last_words(self);
+    if (table.on_dealloc != nullptr) table.on_dealloc(self);
     for (std::size_t i = table.count; i-- > 0;)
       table.variables[i].destroy(detail::at<void*>(self, table.variables[i].offset));
     abi::call_super<void>({self, class_for<typename T::Base>().borrow()}, name);

@@ -95,7 +95,11 @@ struct Thunk<Function, R (*)(Allocated<T>, Args...)> {
 
 template <class Self, auto Function>
 inline abi::id copy_entry(abi::id self, abi::SEL, void* /*zone*/) {
-  return leak(((*Borrowed<Self>(self)).*Function)());
+  if constexpr (requires { ((*Borrowed<Self>(self)).*Function)(); }) {
+    return leak(((*Borrowed<Self>(self)).*Function)());
+  } else {
+    return leak((Thunk<Function>::Receiver::in(self).*Function)());
+  }
 }
 
 template <class Self, auto Function>

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Checks the sources themselves: python3 source_test.py PROJECT_FOLDER. What they check no compiler does."""
 
+import json
 import re
 import sys
 import unittest
-from collections import defaultdict
+from collections import Counter, defaultdict
 from pathlib import Path
 
 PROJECT = Path(sys.argv[1])
@@ -73,6 +74,18 @@ class HandlesTest(unittest.TestCase):
         typed = [name for name, text in above_the_bridge("platform", *SPEAKERS) if "send_super<" in text]
         self.assertEqual(typed, [])
 
+    def test_every_public_method_of_the_host_is_used_or_tested(self):
+        registered = re.compile(r'\b(?:method|class_method|initializer|getter|creating)<\s*"([^"]+)"'
+                                r'|property<\s*"([^"]+)",\s*"([^"]+)"')
+        spelt, tables = Counter(), Counter()
+        for name, text in sources("platform", "tests", "bench", *SPEAKERS):
+            text = re.sub(r'"\s*\n\s*"', "", text)  # one text in two lines
+            spelt.update(re.findall(r'"([A-Za-z_][\w:]*)"', text))
+            if name.startswith("host/"):
+                tables.update(word for found in registered.findall(text) for word in found if word)
+        self.assertGreater(len(tables), 800)
+        self.assertEqual(sorted(word for word, times in tables.items() if spelt[word] <= times), [])
+
     def test_raw_pointers_stay_with_the_bridge(self):
         raw = {name for name, text in above_the_bridge("platform", "device", *SPEAKERS) if "abi::" in text}
         self.assertEqual(raw, RAW_POINTERS)
@@ -98,6 +111,51 @@ class HandlesTest(unittest.TestCase):
                 values[names].append(f"{enum} of {name}")
         self.assertGreater(len(values), 30)
         self.assertEqual([where for where in values.values() if len(where) > 1], [])
+
+
+class BannerTest(unittest.TestCase):
+    """Each source says in its first line what it is for."""
+
+    def test_every_source_has_its_banner(self):
+        missing = [name for name, text in sources(*PARTS)
+                   if not name.startswith("device/include/") and "/wrong/" not in name
+                   and not re.match(r"(//|/\*) " + re.escape(name) + r": \S", text)]
+        self.assertEqual(missing, [])
+
+
+class GuideTest(unittest.TestCase):
+    """The guide names files that are there."""
+
+    def test_every_path_in_the_guide_exists(self):
+        pages = [PROJECT / "README.md", PROJECT / "CONTRIBUTING.md", *sorted((PROJECT / "docs").rglob("*.md"))]
+        self.assertGreater(len(pages), 10)
+        folders = "|".join([*PARTS, "cmake", "docs", "tools"])
+        made = {"cells/StarCell.hpp", "platform/UIKit/UIDial.hpp", "host/uikit/controls/dial.cpp",  # by a recipe
+                "tests/host/uikit/controls/dial_test.cpp", "wispen/star_command.cpp", "tests/cells/star_cell_test.cpp",
+                "bundle/facts/facts.hpp"}
+        missing = []
+        for page in pages:
+            text = page.read_text()
+            named = re.findall(rf"`((?:{folders})/[\w./-]*)`", text)
+            linked = [(page.parent / link).relative_to(PROJECT).as_posix()
+                      for link in re.findall(r"\]\(([\w./-]+)\)", text)]
+            missing += [f"{page.name}: {path}" for path in [*named, *linked]
+                        if path not in made and not (PROJECT / path).exists()]
+        self.assertEqual(missing, [])
+
+
+class ProductTest(unittest.TestCase):
+    """The stand-ins, the projection, the phone's build and the program serve any bundle."""
+
+    def test_nothing_below_knows_the_product(self):
+        facts = json.loads((PROJECT / "bundle/facts/facts.json").read_text())
+        names = [facts["package"], facts["bundle"], facts["domain"], *facts["pictureCells"]]
+        paths = [path for part in ("platform", "host", "device", "wispen", "cmake")
+                 for path in (PROJECT / part).rglob("*")]
+        self.assertGreater(len(paths), 400)
+        knowing = [f"{path}: {name}" for path in paths if path.is_file()
+                   for name in names if name.encode() in path.read_bytes()]
+        self.assertEqual(knowing, [])
 
 
 class FloorsTest(unittest.TestCase):

@@ -20,7 +20,7 @@ struct Step {
   const std::string& verb() const { return words.front(); }
 };
 
-/// Fails, with the line's number, at the first line that is no step.
+/// Fails, with the line's number, at the first line that is not a step.
 Result<std::vector<Step>> read_script(std::string_view text);
 
 /// What a script can say, for people.

@@ -9,6 +9,14 @@ namespace wispen::lint {
 
 namespace {
 
+constexpr bool kIgnored = true;
+
+struct KnownKey {
+  std::string_view name;
+  Holds holds;
+  bool ignored = false;
+};
+
 using enum Holds;
 
 constexpr std::array kKeys = std::to_array<KnownKey>({
@@ -32,10 +40,10 @@ constexpr std::array kKeys = std::to_array<KnownKey>({
     {"icon", ImageName},
     {"iconImage", ImageName},
     {"bundle", String},
-    {"isController", Boolean},
+    {"isController", Boolean, kIgnored},
     {"requiredCapabilities", Array},
-    {"dontIndentOnRemove", Boolean},
-    {"pl_filter", Dictionary},
+    {"dontIndentOnRemove", Boolean, kIgnored},
+    {"pl_filter", Dictionary, kIgnored},
     {"localizationTable", String},
     // Groups.
     {"footerText", Text},
@@ -43,12 +51,12 @@ constexpr std::array kKeys = std::to_array<KnownKey>({
     {"headerCellClass", ClassName},
     {"footerCellClass", ClassName},
     {"isRadioGroup", Boolean},
-    {"isStaticText", Boolean},
+    {"isStaticText", Boolean, kIgnored},
     // Switches.
-    {"alternateColors", Boolean},
+    {"alternateColors", Boolean, kIgnored},
     {"confirmation", Dictionary},
     {"confirmationAction", SelectorName},
-    {"cancel", SelectorName},
+    {"cancel", SelectorName, kIgnored},
     // Sliders.
     {"min", Number},
     {"max", Number},
@@ -77,21 +85,38 @@ constexpr std::array kKeys = std::to_array<KnownKey>({
     // Buttons.
     {"isDestructive", Boolean},
     {"style", String},
-    // This bundle's.
-    {"depends", String},
-    {"dependsNot", String},
-    {"labelDependant", Any},
-    {"infoTitle", String},
-    {"infoMessage", Text},
 });
+
+struct Word {
+  std::string_view word;
+  Holds holds;
+};
+/// As the facts say it.
+constexpr std::array kWords = std::to_array<Word>({{"string", String},
+                                                   {"boolean", Boolean},
+                                                   {"number", Number},
+                                                   {"array", Array},
+                                                   {"dictionary", Dictionary},
+                                                   {"class", ClassName},
+                                                   {"selector", SelectorName},
+                                                   {"image", ImageName},
+                                                   {"text", Text}});
 
 }  // namespace
 
-std::span<const KnownKey> known_keys() { return kKeys; }
-
-const KnownKey* find_known_key(std::string_view name) {
+bool is_ignored(std::string_view name) {
   const auto* const found = std::ranges::find(kKeys, name, &KnownKey::name);
-  return found == kKeys.end() ? nullptr : found;
+  return found != kKeys.end() && found->ignored;
+}
+
+std::optional<Holds> known_key(std::string_view name, const BundleFacts& facts) {
+  if (const auto* const found = std::ranges::find(kKeys, name, &KnownKey::name); found != kKeys.end()) {
+    return found->holds;
+  }
+  const auto own = std::ranges::find(facts.row_keys, name, [](const auto& key) { return key.first; });
+  if (own == facts.row_keys.end()) return std::nullopt;
+  const auto* const word = std::ranges::find(kWords, own->second, &Word::word);
+  return word == kWords.end() ? Any : word->holds;
 }
 
 std::string_view description(Holds holds) {

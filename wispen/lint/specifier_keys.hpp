@@ -1,8 +1,10 @@
 // wispen/lint/specifier_keys.hpp: the keys that a row may have, and what they hold.
 #pragma once
 
-#include <span>
+#include <optional>
 #include <string_view>
+
+#include "wispen/facts/facts.hpp"
 
 namespace wispen::lint {
 
@@ -19,14 +21,11 @@ enum class Holds {
   Text
 };
 
-struct KnownKey {
-  std::string_view name;
-  Holds holds;
-};
-
-/// The platform's own and this bundle's. A Text is translated; so are the strings of a title array.
-std::span<const KnownKey> known_keys();
-const KnownKey* find_known_key(std::string_view name);
+/// What a key holds, of the platform's or of the bundle's own; nothing for any other. A Text is translated;
+/// so are the strings of a title array.
+std::optional<Holds> known_key(std::string_view name, const BundleFacts& facts);
+/// Whether phones heed the key and the stand-ins do not.
+bool is_ignored(std::string_view name);
 /// "a string", "a number": for messages.
 std::string_view description(Holds holds);
 

@@ -73,14 +73,6 @@ preferences::MethodRole role_of(const std::string& key) {
   return MethodRole::Action;
 }
 
-/// Rows that the visibility rules may hide.
-bool can_be_hidden(const Value& item) {
-  static constexpr std::array<std::string_view, 4> kColourKeys{"regularAutoColor", "regularColor",
-                                                               "notificationAutoColor", "notificationColor"};
-  return item.find("depends") || item.find("dependsNot") || item.find("labelDependant") ||
-         std::ranges::find(kColourKeys, string_at(item, "key")) != kColourKeys.end();
-}
-
 /// Whether the bundle has a picture of that name, with or without an ending, at whatever scale.
 bool has_image(const std::string& folder, const std::string& name) {
   const fs::path path(name);
@@ -98,10 +90,11 @@ bool has_image(const std::string& folder, const std::string& name) {
 /// Checks one list.
 class ListCheck {
  public:
-  ListCheck(const std::string& folder, const std::string& list, const Classes& classes,
-            std::vector<Finding>& findings)
+  ListCheck(const std::string& folder, const std::string& list, const BundleFacts& facts,
+            const Classes& classes, std::vector<Finding>& findings)
       : folder_(folder),
         file_(list + ".plist"),
+        facts_(facts),
         classes_(classes),
         findings_(findings),
         page_(classes.page_of_list(list)),
@@ -140,6 +133,13 @@ class ListCheck {
     findings_.push_back({severity, file_, item_, row_, std::move(message)});
   }
 
+  /// Whether the visibility rules of the bundle may hide the row.
+  bool can_be_hidden(const Value& item) const {
+    return std::ranges::any_of(facts_.hiding_row_keys,
+                               [&](const std::string& key) { return item.find(key).has_value(); }) ||
+           std::ranges::find(facts_.hideable_rows, string_at(item, "key")) != facts_.hideable_rows.end();
+  }
+
   void check_item(const Value& item) {
     row_ = string_at(item, "id");
     if (row_.empty()) row_ = string_at(item, "key");
@@ -163,13 +163,17 @@ class ListCheck {
   }
 
   void check_entry(const std::string& key, const Value& value) {
-    const KnownKey* const known = find_known_key(key);
-    if (known == nullptr) return add(Severity::Warning, "nobody knows the key \"" + key + "\"");
-    if (!fits(value, known->holds)) {
+    const std::optional<Holds> known = known_key(key, facts_);
+    if (!known) return add(Severity::Warning, "nobody knows the key \"" + key + "\"");
+    if (!fits(value, *known)) {
       return add(Severity::Error, "\"" + key + "\" holds " + plist::name_of(value.type()) +
-                                      ", and should hold " + std::string(description(known->holds)));
+                                      ", and should hold " + std::string(description(*known)));
     }
-    switch (known->holds) {
+    if (is_ignored(key)) {
+      add(Severity::Warning,
+          "\"" + key + "\" works on phones and is ignored here, where it cannot be tested");
+    }
+    switch (*known) {
       case Holds::ClassName:
         return check_class(key, value.string());
       case Holds::SelectorName:
@@ -188,7 +192,7 @@ class ListCheck {
   void check_class(const std::string& key, const std::string& name) {
     if (!classes_.exists(name))
       return add(Severity::Error, "there is no class " + name + " (\"" + key + "\")");
-    if (key == "detail" && !classes_.is_page(name)) add(Severity::Error, "the class " + name + " is no page");
+    if (key == "detail" && !classes_.is_page(name)) add(Severity::Error, "the class " + name + " is not a page");
   }
 
   void check_selector(const std::string& key, const std::string& name) {
@@ -217,7 +221,8 @@ class ListCheck {
     const auto values = item.find("validValues");
     const auto titles = item.find("validTitles");
     if (!values || !values->is(Type::Array)) return;
-    const bool pictures = string_at(item, "cellClass") == "XXXSegmentTableImageCell";
+    const bool pictures =
+        std::ranges::find(facts_.picture_cells, string_at(item, "cellClass")) != facts_.picture_cells.end();
     if (titles && titles->is(Type::Array)) {
       if (titles->count() != values->count()) {
         add(Severity::Error, "there are " + std::to_string(values->count()) + " values and " +
@@ -238,7 +243,7 @@ class ListCheck {
     for (const Value value : values->elements()) {
       if (same_value(value, *chosen)) return;
     }
-    add(Severity::Error, "the default is none of the values");
+    add(Severity::Error, "the default is not one of the values");
   }
 
   void check_default(const Value& item, preferences::CellType type) {
@@ -264,6 +269,7 @@ class ListCheck {
 
   const std::string folder_;
   const std::string file_;
+  const BundleFacts& facts_;
   const Classes& classes_;
   std::vector<Finding>& findings_;
   const std::string page_;
@@ -276,7 +282,8 @@ class ListCheck {
 
 }  // namespace
 
-std::vector<Finding> check_bundle(const std::string& folder, const Classes& classes) {
+std::vector<Finding> check_bundle(const std::string& folder, const BundleFacts& facts,
+                                  const Classes& classes) {
   std::vector<Finding> findings;
   std::error_code error;
   std::vector<fs::path> lists;
@@ -297,7 +304,7 @@ std::vector<Finding> check_bundle(const std::string& folder, const Classes& clas
       findings.push_back({Severity::Warning, path.filename(), std::nullopt, "", "the list has no \"items\""});
       continue;
     }
-    ListCheck(folder, path.stem(), classes, findings).run(document->root());
+    ListCheck(folder, path.stem(), facts, classes, findings).run(document->root());
   }
   return findings;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/preferences/method_roles.hpp"
+#include "wispen/facts/facts.hpp"
 
 namespace wispen::lint {
 
@@ -45,6 +46,7 @@ class Classes {
 /// keys, cell types and the types of its values, the classes, selectors, images and translations that it
 /// names, ids that stand twice, and a first row that could be hidden. Findings are in the order of files and
 /// rows.
-std::vector<Finding> check_bundle(const std::string& folder, const Classes& classes);
+std::vector<Finding> check_bundle(const std::string& folder, const BundleFacts& facts,
+                                  const Classes& classes);
 
 }  // namespace wispen::lint

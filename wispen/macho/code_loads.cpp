@@ -1,4 +1,5 @@
-// wispen/macho/code_loads.cpp
+// wispen/macho/code_loads.cpp: which words of an image its own arm64 code loads, as far as the
+// instructions say it.
 
 #include "wispen/macho/code_loads.hpp"
 

@@ -1,4 +1,4 @@
-// wispen/macho/exports.cpp
+// wispen/macho/exports.cpp: the symbols that an image offers.
 
 #include "wispen/macho/exports.hpp"
 

@@ -1,4 +1,4 @@
-// wispen/macho/image.cpp
+// wispen/macho/image.cpp: a Mach-O file, taken apart and checked for what every reader relies on.
 
 #include "wispen/macho/image.hpp"
 

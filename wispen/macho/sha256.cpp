@@ -1,4 +1,4 @@
-// wispen/macho/sha256.cpp
+// wispen/macho/sha256.cpp: SHA-256, as code signatures use it (FIPS 180-4).
 
 #include "wispen/macho/sha256.hpp"
 

@@ -1,4 +1,4 @@
-// wispen/macho/signature.cpp
+// wispen/macho/signature.cpp: the code signature that sits at an image's end: a directory of page hashes.
 
 #include "wispen/macho/signature.hpp"
 

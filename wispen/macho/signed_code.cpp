@@ -1,4 +1,4 @@
-// wispen/macho/signed_code.cpp
+// wispen/macho/signed_code.cpp: what must hold in an arm64e image besides what holds in every image.
 
 #include "wispen/macho/signed_code.hpp"
 
@@ -97,7 +97,7 @@ Result<void> check_unwinding(const UnwindTable& table) {
     const std::uint32_t mode = function.code & kUnwindModeMask;
     if (mode != kUnwindArm64Frame && mode != kUnwindArm64Frameless) {
       return Error{"the function at " + hexadecimal(function.offset) + " has the unwinding code " +
-                   hexadecimal(function.code) + ", which is no plain frame"};
+                   hexadecimal(function.code) + ", which is not a plain frame"};
     }
   }
   return {};

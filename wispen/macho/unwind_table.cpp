@@ -1,4 +1,5 @@
-// wispen/macho/unwind_table.cpp
+// wispen/macho/unwind_table.cpp: how an unwinder gets out of each function of an image: a table of 32-bit
+// codes (mach-o/compact_unwind_encoding.h), and DWARF frames for what a code cannot say.
 
 #include "wispen/macho/unwind_table.hpp"
 

@@ -1,4 +1,4 @@
-// wispen/package/command.cpp
+// wispen/package/command.cpp: running one of the machine's programs and reading what it prints.
 
 #include "wispen/package/command.hpp"
 

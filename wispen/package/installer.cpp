@@ -1,4 +1,4 @@
-// wispen/package/installer.cpp
+// wispen/package/installer.cpp: packages in device roots, through the real dpkg and the root's own database.
 
 #include "wispen/package/installer.hpp"
 
@@ -90,8 +90,8 @@ std::string link_on_the_way(const DeviceRoot& root, const std::string& path) {
 }
 
 /// The files that the installed package brought, by their place on the device.
-Result<std::set<std::string>> files_of_installed(const DeviceRoot& root) {
-  const auto listed = run_dpkg(root, {"--listfiles", std::string(kPackageName)});
+Result<std::set<std::string>> files_of_installed(const DeviceRoot& root, const BundleFacts& facts) {
+  const auto listed = run_dpkg(root, {"--listfiles", facts.package});
   if (!listed) return listed.error();
   std::set<std::string> files;
   std::string_view rest;
@@ -104,8 +104,8 @@ Result<std::set<std::string>> files_of_installed(const DeviceRoot& root) {
   return files;
 }
 
-Result<void> check_place(const DeviceRoot& root, const DebFile& deb) {
-  const auto own = files_of_installed(root);
+Result<void> check_place(const DeviceRoot& root, const DebFile& deb, const BundleFacts& facts) {
+  const auto own = files_of_installed(root, facts);
   if (!own) return own.error();
   const std::string database = std::string(root.device_jbroot()) + "/var/lib/dpkg";
   if (const std::string link = link_on_the_way(root, database); !link.empty())
@@ -132,26 +132,26 @@ struct CleanPackage {
 };
 
 /// The desktop's own code is a library of this machine's, the phone's is judged as a phone would.
-void check_installed_code(const DebFile& deb, Layout layout, Report& report) {
+void check_installed_code(const DebFile& deb, Layout layout, const BundleFacts& facts, Report& report) {
   const char* const prefix = prefix_of(architecture_of(layout));
-  const std::string* const code =
-      file_at(deb, std::string(prefix) + std::string(kBundleFolder) + "/3dvitrelleprefs");
+  const std::string* const code = file_at(deb, prefix + facts.executable());
   if (code == nullptr) return;  // said already
   if (code->starts_with(ELFMAG)) {
     report.judge("code", "library", elf_fault(*code), "of this machine");
   } else {
-    check_code(*code, report);
+    check_code(*code, facts, report);
   }
 }
 
-Result<CleanPackage> read_clean(const std::string& file, Layout layout) {
+Result<CleanPackage> read_clean(const std::string& file, Layout layout, const BundleFacts& facts) {
   auto bytes = read_package_file(file);
   if (!bytes) return bytes.error();
   auto deb = read_deb(*bytes);
   if (!deb) return Error{file + ": " + deb.error().message};
   Report report;
-  check_tree(*deb, report);
-  if (deb->field("Architecture") == architecture_of(layout)) check_installed_code(*deb, layout, report);
+  check_tree(*deb, facts, report);
+  if (deb->field("Architecture") == architecture_of(layout))
+    check_installed_code(*deb, layout, facts, report);
   const auto fault = std::ranges::find(report.checks, false, &Check::passed);
   if (fault != report.checks.end()) return Error{file + " is not installed: " + fault->detail};
   if (deb->field("Architecture") != architecture_of(layout)) {
@@ -179,8 +179,8 @@ Result<UniqueFd> sealed_file(const std::string& bytes) {
   return file;
 }
 
-Result<void> install_clean(const DeviceRoot& root, const CleanPackage& package) {
-  if (auto free = check_place(root, package.deb); !free) return free;
+Result<void> install_clean(const DeviceRoot& root, const CleanPackage& package, const BundleFacts& facts) {
+  if (auto free = check_place(root, package.deb, facts); !free) return free;
   const auto file = sealed_file(package.bytes);
   if (!file) return file.error();
   const std::string path = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(file->get());
@@ -192,15 +192,15 @@ Result<void> install_clean(const DeviceRoot& root, const CleanPackage& package) 
 
 }  // namespace
 
-Result<void> install(const DeviceRoot& root, const std::string& file) {
-  const auto package = read_clean(file, root.layout());
-  return package ? install_clean(root, *package) : package.error();
+Result<void> install(const DeviceRoot& root, const std::string& file, const BundleFacts& facts) {
+  const auto package = read_clean(file, root.layout(), facts);
+  return package ? install_clean(root, *package, facts) : package.error();
 }
 
-Result<bool> install_when_newer(const DeviceRoot& root, const std::string& file) {
-  const auto package = read_clean(file, root.layout());
+Result<bool> install_when_newer(const DeviceRoot& root, const std::string& file, const BundleFacts& facts) {
+  const auto package = read_clean(file, root.layout(), facts);
   if (!package) return package.error();
-  const auto installed = installed_version(root);
+  const auto installed = installed_version(root, facts);
   if (!installed) return installed.error();
   if (!installed->empty()) {
     const auto older =
@@ -208,15 +208,15 @@ Result<bool> install_when_newer(const DeviceRoot& root, const std::string& file)
     if (!older) return older.error();
     if (older->status != 0) return false;
   }
-  if (auto done = install_clean(root, *package); !done) return done.error();
+  if (auto done = install_clean(root, *package, facts); !done) return done.error();
   return true;
 }
 
-Result<void> remove(const DeviceRoot& root) {
-  const auto installed = installed_version(root);
+Result<void> remove(const DeviceRoot& root, const BundleFacts& facts) {
+  const auto installed = installed_version(root, facts);
   if (!installed) return installed.error();
   if (installed->empty()) return {};
-  const auto files = files_of_installed(root);
+  const auto files = files_of_installed(root, facts);
   if (!files) return files.error();
   for (const std::string& path : *files) {
     if (path == "/." || path.empty()) continue;
@@ -224,29 +224,29 @@ Result<void> remove(const DeviceRoot& root) {
       return Error{link + " is a link, and the package would be removed through it"};
     }
   }
-  const auto done = run_dpkg(root, {"--purge", std::string(kPackageName)});
+  const auto done = run_dpkg(root, {"--purge", facts.package});
   if (!done) return done.error();
   if (done->status != 0) return dpkg_error(*done);
   return {};
 }
 
-Result<std::string> installed_version(const DeviceRoot& root) {
-  const auto asked =
-      run_command({"dpkg-query", "--admindir=" + database_of(root),
-                   "--showformat=${db:Status-Status} ${Version}", "--show", std::string(kPackageName)});
+Result<std::string> installed_version(const DeviceRoot& root, const BundleFacts& facts) {
+  const auto asked = run_command({"dpkg-query", "--admindir=" + database_of(root),
+                                  "--showformat=${db:Status-Status} ${Version}", "--show", facts.package});
   if (!asked) return asked.error();
   constexpr std::string_view kInstalled = "installed ";
   if (asked->status != 0 || !asked->output.starts_with(kInstalled)) return std::string();
   return asked->output.substr(kInstalled.size());
 }
 
-Result<std::string> desktop_package(const std::string& folder, Layout layout) {
+Result<std::string> desktop_package(const std::string& folder, Layout layout, const BundleFacts& facts) {
   const std::string ending = std::string("_") + architecture_of(layout) + "_desktop.deb";
   std::vector<std::string> found;
   std::error_code error;
   for (const auto& file : fs::directory_iterator(folder, error)) {
     const std::string name = file.path().filename().string();
-    if (name.starts_with(kPackageName) && name.ends_with(ending)) found.push_back(file.path().string());
+    if (name.starts_with(facts.package + "_") && name.ends_with(ending))
+      found.push_back(file.path().string());
   }
   if (found.empty()) return Error{"there is no package of the desktop's bundle in " + folder};
   std::ranges::sort(found);

@@ -1,4 +1,5 @@
-// wispen/package/stubs.cpp
+// wispen/package/stubs.cpp: the phone's libraries as far as the bundle may use them: what the linker's
+// stubs say.
 
 #include "wispen/package/stubs.hpp"
 

@@ -17,14 +17,14 @@ namespace {
 
 constexpr char kPackage[] = "package";
 
-std::string control_fault(const DebFile& deb) {
-  if (deb.field("Package") != kPackageName) {
-    return "the package is called \"" + deb.field("Package") + "\", not " + std::string(kPackageName);
+std::string control_fault(const DebFile& deb, const BundleFacts& facts) {
+  if (deb.field("Package") != facts.package) {
+    return "the package is called \"" + deb.field("Package") + "\", not " + facts.package;
   }
   const std::string version = deb.field("Version");
   if (version.empty() ||
       version.find_first_not_of("0123456789abcdefghijklmnopqrstuvwxyz.+~-") != std::string::npos) {
-    return "\"" + version + "\" is no version";
+    return "\"" + version + "\" is not a version";
   }
   for (const char* field : {"Name", "Maintainer", "Description", "Section"}) {
     if (deb.field(field).empty()) return std::string("the field ") + field + " is missing";
@@ -92,9 +92,9 @@ bool is_parent_of(std::string_view folder, std::string_view path) {
          (path.starts_with(folder) && path.size() > folder.size() && path[folder.size()] == '/');
 }
 
-std::string path_fault(const DebFile& deb, const std::string& prefix) {
-  const std::string bundle = prefix + std::string(kBundleFolder);
-  const std::string entry_file = prefix + std::string(kEntryFile);
+std::string path_fault(const DebFile& deb, const BundleFacts& facts, const std::string& prefix) {
+  const std::string bundle = prefix + facts.folder();
+  const std::string entry_file = prefix + facts.entry_file();
   std::set<std::string> seen;
   for (const Entry& entry : deb.entries) {
     const std::string path = device_path(entry.path);
@@ -114,7 +114,7 @@ std::string path_fault(const DebFile& deb, const std::string& prefix) {
     const bool own = path == bundle || is_parent_of(bundle, path) || path == entry_file;
     const bool on_the_way =
         entry.type == EntryType::Folder && (is_parent_of(path, bundle) || is_parent_of(path, entry_file));
-    if (!own && !on_the_way) return path + " is no place for a file of this package";
+    if (!own && !on_the_way) return path + " is not a place for a file of this package";
   }
   for (const Entry& entry : deb.entries) {
     if (entry.type != EntryType::File) continue;
@@ -122,7 +122,7 @@ std::string path_fault(const DebFile& deb, const std::string& prefix) {
     const auto inside = seen.lower_bound(path);
     if (inside != seen.end() && inside->starts_with(path)) return *inside + " lies in a file";
   }
-  for (const std::string& needed : {bundle + "/3dvitrelleprefs", bundle + "/Info.plist", entry_file}) {
+  for (const std::string& needed : {prefix + facts.executable(), bundle + "/Info.plist", entry_file}) {
     if (file_at(deb, needed) == nullptr) return needed + " is missing";
   }
   return {};
@@ -175,8 +175,8 @@ const std::string* file_at(const DebFile& deb, std::string_view path) {
   return nullptr;
 }
 
-void check_tree(const DebFile& deb, Report& report) {
-  report.judge(kPackage, "control fields", control_fault(deb),
+void check_tree(const DebFile& deb, const BundleFacts& facts, Report& report) {
+  report.judge(kPackage, "control fields", control_fault(deb, facts),
                deb.field("Package") + " " + deb.field("Version"));
   report.judge(kPackage, "no scripts", script_fault(deb), "");
   report.judge(kPackage, "removable", lasting_fault(deb), "");
@@ -184,18 +184,16 @@ void check_tree(const DebFile& deb, Report& report) {
   const char* const prefix = prefix_of(deb.field("Architecture"));
   if (prefix == nullptr) {
     report.fail(kPackage, "architecture",
-                "\"" + deb.field("Architecture") + "\" is no architecture of the phone");
+                "\"" + deb.field("Architecture") + "\" is not an architecture of the phone");
     return;
   }
   report.pass(kPackage, "architecture", deb.field("Architecture"));
-  report.judge(kPackage, "install paths", path_fault(deb, prefix),
+  report.judge(kPackage, "install paths", path_fault(deb, facts, prefix),
                std::to_string(deb.entries.size()) + " entries");
-  report.judge(kPackage, "owner and modes",
-               mode_fault(deb, std::string(prefix) + std::string(kBundleFolder) + "/3dvitrelleprefs"),
-               "root, 0755/0644");
+  report.judge(kPackage, "owner and modes", mode_fault(deb, prefix + facts.executable()), "root, 0755/0644");
 }
 
-Report verify_package(std::string_view bytes) {
+Report verify_package(std::string_view bytes, const BundleFacts& facts) {
   Report report;
   const auto deb = read_deb(bytes);
   if (!deb) {
@@ -203,13 +201,12 @@ Report verify_package(std::string_view bytes) {
     return report;
   }
   report.pass(kPackage, "archive", std::to_string(deb->members.size()) + " members");
-  check_tree(*deb, report);
+  check_tree(*deb, facts, report);
   const char* const prefix = prefix_of(deb->field("Architecture"));
   if (prefix == nullptr) return report;
-  check_bundle_data(*deb, report);
-  if (const std::string* const code =
-          file_at(*deb, std::string(prefix) + std::string(kBundleFolder) + "/3dvitrelleprefs")) {
-    check_code(*code, report);
+  check_bundle_data(*deb, facts, report);
+  if (const std::string* const code = file_at(*deb, prefix + facts.executable())) {
+    check_code(*code, facts, report);
   }
   return report;
 }

@@ -42,17 +42,18 @@ bool code_names(std::string_view code, const std::string& name) {
 
 class BundleChecks {
  public:
-  BundleChecks(const DebFile& deb, std::string prefix, Report& report)
+  BundleChecks(const DebFile& deb, const BundleFacts& facts, std::string prefix, Report& report)
       : deb_(deb),
+        facts_(facts),
         prefix_(std::move(prefix)),
-        folder_(prefix_ + std::string(kBundleFolder)),
+        folder_(prefix_ + facts.folder()),
         report_(report) {}
 
   void run() {
     const std::string info = info_fault();
     report_.judge(kBundle, "Info.plist", info, principal_);
     report_.judge(kBundle, "front page entry", entry_fault(), "");
-    const std::string* const code = file_at(deb_, folder_ + "/3dvitrelleprefs");
+    const std::string* const code = file_at(deb_, prefix_ + facts_.executable());
     report_.judge(
         kBundle, "principal class",
         code != nullptr && code_names(*code, principal_) ? "" : "the code has no class " + principal_,
@@ -70,13 +71,13 @@ class BundleChecks {
     const plist::Value info = document->root();
     principal_ = text_in(info, "NSPrincipalClass").value_or("");
     if (principal_.empty()) return "Info.plist names no NSPrincipalClass";
-    if (text_in(info, "CFBundleExecutable") != "3dvitrelleprefs")
+    if (text_in(info, "CFBundleExecutable") != facts_.bundle)
       return "Info.plist names another CFBundleExecutable";
     if (text_in(info, "CFBundlePackageType") != "BNDL") return "Info.plist is of no loadable bundle";
     if (!text_in(info, "CFBundleIdentifier")) return "Info.plist names no CFBundleIdentifier";
     if (text_in(info, "CFBundleInfoDictionaryVersion") != "6.0") return "Info.plist is of an unknown version";
-    if (text_in(info, "MinimumOSVersion") != "15.0")
-      return "Info.plist names another MinimumOSVersion than 15.0";
+    if (text_in(info, "MinimumOSVersion") != facts_.minimum_system)
+      return "Info.plist names another MinimumOSVersion than " + facts_.minimum_system;
     if (text_in(info, "CFBundleShortVersionString") != deb_.field("Version")) {
       return "Info.plist has another version than the package";
     }
@@ -84,13 +85,13 @@ class BundleChecks {
   }
 
   std::string entry_fault() const {
-    const std::string* const bytes = file_at(deb_, prefix_ + std::string(kEntryFile));
+    const std::string* const bytes = file_at(deb_, prefix_ + facts_.entry_file());
     if (bytes == nullptr) return "the entry's list is missing";
     const auto document = plist::Document::parse(*bytes);
     if (!document) return "the entry's list cannot be read: " + document.error().message;
     const auto entry = document->root().find("entry");
     if (!entry) return "the entry's list has no entry";
-    if (text_in(*entry, "bundle") != "3dvitrelleprefs") return "the entry names another bundle";
+    if (text_in(*entry, "bundle") != facts_.bundle) return "the entry names another bundle";
     if (text_in(*entry, "detail") != principal_)
       return "the entry opens another class than the principal one";
     const auto icon = text_in(*entry, "icon");
@@ -124,6 +125,7 @@ class BundleChecks {
   }
 
   const DebFile& deb_;
+  const BundleFacts& facts_;
   std::string prefix_;
   std::string folder_;
   Report& report_;
@@ -133,9 +135,9 @@ class BundleChecks {
 
 }  // namespace
 
-void check_bundle_data(const DebFile& deb, Report& report) {
+void check_bundle_data(const DebFile& deb, const BundleFacts& facts, Report& report) {
   const char* const prefix = prefix_of(deb.field("Architecture"));
-  if (prefix != nullptr) BundleChecks(deb, prefix, report).run();
+  if (prefix != nullptr) BundleChecks(deb, facts, prefix, report).run();
 }
 
 }  // namespace wispen::package

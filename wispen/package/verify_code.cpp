@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <set>
 
 #include "wispen/macho/bytes.hpp"
 #include "wispen/macho/exports.hpp"
@@ -32,9 +33,6 @@ constexpr std::array<std::uint32_t, 17> kKnownCommands = {
     macho::kCommandDyldInfoOnly,  macho::kCommandFunctionStarts,  macho::kCommandDataInCode,
     macho::kCommandEncryption64,  macho::kCommandBuildVersion,    macho::kCommandExportsTrie,
     macho::kCommandChainedFixups, macho::kCommandVersionMinIos};
-
-// What other code of the process may look for besides the classes.
-constexpr std::string_view kOnlyExport = "_prefs";
 
 // Brought by other packages, which a device may not have.
 constexpr std::array<std::string_view, 2> kOptionalLibraries = {"libcolorpicker", "libgcuniversal"};
@@ -124,14 +122,17 @@ std::string imports_fault(const Image& image, const macho::Fixups& fixups, const
   return {};
 }
 
-std::string exports_fault(const Image& image) {
+std::string exports_fault(const Image& image, const std::vector<std::string>& wanted) {
   const auto exports = macho::read_exports(image);
   if (!exports) return exports.error().message;
+  std::set<std::string> missing;
+  for (const std::string& name : wanted) missing.insert("_" + name);
+  const std::set<std::string> all = missing;
   for (const macho::Export& symbol : *exports) {
-    if (symbol.name != kOnlyExport) return "it exports " + symbol.name;
+    if (!all.contains(symbol.name)) return "it exports " + symbol.name;
+    missing.erase(symbol.name);
   }
-  if (exports->empty()) return "it does not export " + std::string(kOnlyExport);
-  return {};
+  return missing.empty() ? "" : "it does not export " + *missing.begin();
 }
 
 std::string initialisers_fault(const Image& image) {
@@ -182,7 +183,7 @@ std::string slices_fault(const std::vector<macho::Slice>& slices, std::string& n
   return other;
 }
 
-void check_slice(std::string_view bytes, Report& report) {
+void check_slice(std::string_view bytes, const BundleFacts& facts, Report& report) {
   const auto image = macho::parse_image(bytes);
   if (!image) return report.fail("code", "load commands", image.error().message);
   const std::string name = image->architecture();
@@ -211,26 +212,26 @@ void check_slice(std::string_view bytes, Report& report) {
   } else {
     report.fail(name, "fixups", fixups.error().message);
   }
-  report.judge(name, "exports", exports_fault(*image), std::string(kOnlyExport));
+  report.judge(name, "exports", exports_fault(*image, facts.exports), std::to_string(facts.exports.size()));
   report.judge(name, "initialisers", initialisers_fault(*image), "one");
 
   const auto signature = macho::check_signature(*image);
   if (!signature) return report.fail(name, "signature", signature.error().message);
   std::string fault;
   if (!signature->ad_hoc()) fault = "the code signature is not an ad hoc one";
-  if (signature->identifier != "3dvitrelleprefs") fault = "the code signature is of " + signature->identifier;
+  if (signature->identifier != facts.bundle) fault = "the code signature is of " + signature->identifier;
   report.judge(name, "signature", fault, std::to_string(signature->pages) + " page hashes");
 }
 
 }  // namespace
 
-void check_code(std::string_view file, Report& report) {
+void check_code(std::string_view file, const BundleFacts& facts, Report& report) {
   const auto slices = macho::slices_of(file);
   if (!slices) return report.fail("code", "slices", slices.error().message);
   std::string names;
   const std::string fault = slices_fault(*slices, names);
   report.judge("code", "slices", fault, names);
-  for (const macho::Slice& slice : *slices) check_slice(slice.bytes, report);
+  for (const macho::Slice& slice : *slices) check_slice(slice.bytes, facts, report);
 }
 
 }  // namespace wispen::package

@@ -38,7 +38,7 @@ Result<void> step_look(Host& host, const LookSwitch& look, bool forward) {
   const auto count = look.values.size();
   const auto here = std::ranges::find(look.values, current_look(host, look.look));
   const auto index = static_cast<std::size_t>(here - look.values.begin());
-  // A value that is none of them counts as the last: the next is the first.
+  // A value that is not one of them counts as the last: the next is the first.
   const std::size_t next = index == count ? 0 : (index + (forward ? 1 : count - 1)) % count;
   return host.set_look(look.look, look.values[next]);
 }

@@ -9,15 +9,15 @@
 #include "host/preferences/confirmation.hpp"
 #include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::preferences {
 
 namespace {
 
-constexpr double kMargin = uikit::kCellMargin;
-constexpr double kValueWidth = 48;
-constexpr double kValueGap = 8;
+constexpr double kMargin = uikit::metrics::kCellMargin;
+using namespace uikit::metrics::row;
 
 double number(const NSObject& value, double fallback) {
   if (!value || !objc::responds_to(value, objc::selector<"doubleValue">())) return fallback;

@@ -9,12 +9,13 @@
 #include "host/preferences/specifier_list.hpp"
 #include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/color.hpp"
+#include "host/uikit/view/metrics.hpp"
 
 namespace wispen::preferences {
 
 namespace {
 
-constexpr double kGiantHeight = 64;
+using namespace uikit::metrics::row;
 
 const char* stock_class(CellType type) {
   switch (type) {
@@ -97,7 +98,7 @@ objc::ClassRef cell_class_for(const PSSpecifier& specifier) {
   const auto own = specifier.cellClass();
   if (own && own.is_subclass_of(base)) return own;
   if (const auto name = objc::cast_or_nil<NSString>(specifier.propertyForKey("cellClass"_ns))) {
-    report_problem(own ? "the class " + name.utf8() + " is no cell of a settings page"
+    report_problem(own ? "the class " + name.utf8() + " is not a cell of a settings page"
                        : "there is no cell class " + name.utf8());
   }
   return objc::ClassRef::named(stock_class(type_of(specifier)));

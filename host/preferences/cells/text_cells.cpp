@@ -7,14 +7,14 @@
 
 #include "host/preferences/cells/table_cell.hpp"
 #include "host/uikit/containers/tables/table_cell.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::preferences {
 
 namespace {
 
-constexpr double kGap = 12;
-constexpr double kLeastFieldWidth = 90;
+using namespace uikit::metrics::row;
 
 std::string text_of(const PSSpecifier& specifier, const NSString& key) {
   const auto text = objc::cast_or_nil<NSString>(specifier.propertyForKey(key));
@@ -104,14 +104,14 @@ class EditCell : public objc::Implementation<EditCell, PSEditableTableCell> {
     const bool turned = uikit::is_right_to_left(self());
     const Rect place = title.frame();
     const double leading = turned ? content.width() - place.max_x() : place.min_x();
-    const double room = content.width() - leading - uikit::kCellMargin;
+    const double room = content.width() - leading - uikit::metrics::kCellMargin;
     double title_width = 0;
     if (named) {
       title_width =
           std::min(title.sizeThatFits(Size{room, 0}).width, std::max(0.0, room - kGap - kLeastFieldWidth));
     }
     const double start = leading + (named ? title_width + kGap : 0);
-    const double width = std::max(0.0, content.width() - start - uikit::kCellMargin);
+    const double width = std::max(0.0, content.width() - start - uikit::metrics::kCellMargin);
     const auto put = [&](const UIView& view, double from, double wide) {
       view.setFrame(Rect{{turned ? content.width() - from - wide : from, 0}, {wide, content.height()}});
     };

@@ -6,6 +6,7 @@
 
 #include "host/uikit/controls/controls.hpp"
 #include "host/uikit/values/color.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
@@ -15,7 +16,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr int kSpokes = 8;
+using namespace metrics::spinner;
 constexpr auto kStep = std::chrono::milliseconds(100);  // from one spoke to the next
 
 /// The host's UIActivityIndicatorView. It turns by the host's clock, and only while it is in a window.

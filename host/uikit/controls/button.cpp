@@ -10,6 +10,7 @@
 #include "host/uikit/values/image.hpp"
 #include "host/uikit/view/animation.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -17,11 +18,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kDefaultSize = 18;  // of a title, on the platform; system buttons have 15 by style
-constexpr double kSystemTitleSize = 15;
-constexpr double kImageGap = 6;
-constexpr double kHighlightedAlpha = 0.2;
-constexpr double kHighlightFadeSeconds = 0.25;
+using namespace metrics::button;
 
 template <class T>
 T for_state(const std::map<NSUInteger, T>& all, NSUInteger state) {

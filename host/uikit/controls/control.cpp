@@ -10,14 +10,14 @@
 #include "host/uikit/view/events/key.hpp"
 #include "host/uikit/view/events/touch.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-// A finger may stray this far from a control before it counts as outside, as on the platform.
-constexpr double kTrackingReach = 70;
+using namespace metrics::control;
 
 bool near(const UIControl& self, const UITouch& touch) {
   return Rect(self.bounds()).inset(-kTrackingReach, -kTrackingReach).contains(touch.locationInView(self));

@@ -8,7 +8,7 @@
 #include "host/uikit/controls/control.hpp"
 #include "host/uikit/view/events/focus.hpp"
 #include "host/uikit/view/hooks.hpp"
-#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -38,14 +38,13 @@ UISegmentedControl SegmentedControl::initWithFrame(objc::Allocated<UISegmentedCo
                                                    const Rect& frame) {
   UISegmentedControl view = super_init<"initWithFrame:">(std::move(self), frame);
   if (!view) return view;
-  constexpr double kPillRadius = 7;
-  view.layer().setCornerRadius(9);
+  view.layer().setCornerRadius(metrics::segments::kRadius);
   UIView& pill = of(view).pill_;
   pill = objc::make<UIView>();
   pill.setUserInteractionEnabled(false);
   pill.setAlpha(0);
-  pill.layer().setCornerRadius(kPillRadius);
-  look::cast_thumb_shadow(pill.layer(), look::kSegmentShadow);
+  pill.layer().setCornerRadius(metrics::segments::kPillRadius);
+  metrics::cast_thumb_shadow(pill.layer(), metrics::kSegmentShadow);
   view.addSubview(pill);
   return view;
 }

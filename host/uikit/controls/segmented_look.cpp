@@ -9,23 +9,14 @@
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/values/image.hpp"
 #include "host/uikit/view/animation.hpp"
-#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kHeight = 32;
-constexpr double kRadius = 9;
-constexpr double kPillMargin = 2;
-constexpr double kSidePadding = 12;  // of a title, on either side
-constexpr double kLeastWidth = 32;
-constexpr double kSeparatorMargin = 8;  // above and below
-constexpr double kFontSize = 13;
-constexpr double kSlideSeconds = 0.25;
-constexpr double kPressedAlpha = 0.35;
-constexpr double kPressedScale = 0.95;
+using namespace metrics::segments;
 
 UIColor dynamic(const graphics::Colour& light, const graphics::Colour& dark) {
   return color_from(graphics::Colour::dynamic(light, dark));

@@ -13,7 +13,7 @@
 #include "host/uikit/view/events/focus.hpp"
 #include "host/uikit/view/events/key.hpp"
 #include "host/uikit/view/hooks.hpp"
-#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 #include "host/uikit/view/window.hpp"
 
@@ -21,16 +21,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kHeight = 31;
-constexpr double kTrack = 4;
-constexpr double kTrackMargin = 2;
-constexpr double kThumb = 28;
-constexpr double kImageGap = 10;
-constexpr double kTouchReach = 10;  // around the thumb
-constexpr double kSlideSeconds = 0.25;
-// Of the range, for one press of a key, and with the shift key.
-constexpr float kKeyStep = 1.0F / 20;
-constexpr float kFineKeyStep = 1.0F / 100;
+using namespace metrics::slider;
 
 /// The host's UISlider. Only its thumb takes a finger. A drag sends valueChanged whenever the value changes,
 /// if it is continuous, and always when the finger lifts; setting it from code sends nothing.
@@ -55,7 +46,7 @@ class Slider : public objc::Implementation<Slider, UISlider> {
       *image = objc::make<UIImageView>();
       body_.addSubview(*image);
     }
-    look::cast_thumb_shadow(thumb_.layer(), look::kSliderThumbShadow);
+    metrics::cast_thumb_shadow(thumb_.layer(), metrics::kSliderThumbShadow);
     apply_colours();
   }
   void apply_colours() {
@@ -63,7 +54,7 @@ class Slider : public objc::Implementation<Slider, UISlider> {
     minimum_track_.setBackgroundColor(or_else(minimum_tint_, self().tintColor()));
     maximum_track_.setBackgroundColor(or_else(maximum_tint_, UIColor::systemFillColor()));
     thumb_.setBackgroundColor(or_else(thumb_tint_, UIColor::whiteColor()));
-    body_.setAlpha(self().isEnabled() ? 1 : look::kDisabledAlpha);
+    body_.setAlpha(self().isEnabled() ? 1 : metrics::kDisabledAlpha);
   }
   static Size image_size(const UIImageView& view) {
     const graphics::Image* const image = image_of(view.image());

@@ -9,7 +9,7 @@
 #include "host/uikit/view/events/focus.hpp"
 #include "host/uikit/view/events/key.hpp"
 #include "host/uikit/view/hooks.hpp"
-#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 #include "host/uikit/view/window.hpp"
 
@@ -17,12 +17,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr Size kSize{51, 31};
-constexpr double kThumb = 27;
-constexpr double kThumbMargin = 2;
-constexpr double kPressedGrowth = 7;  // the thumb's, along the track
-constexpr double kSlideSeconds = 0.25;
-constexpr double kDragDistance = 10;  // from where the finger came down, until the thumb follows it
+using namespace metrics::toggle;
 
 UIColor off_track() {
   return color_from(
@@ -51,7 +46,7 @@ class Switch : public objc::Implementation<Switch, UISwitch> {
     track_.layer().setCornerRadius(kSize.height / 2);
     const CALayer thumb = thumb_.layer();
     thumb.setCornerRadius(kThumb / 2);
-    look::cast_thumb_shadow(thumb, look::kSwitchThumbShadow);
+    metrics::cast_thumb_shadow(thumb, metrics::kSwitchThumbShadow);
     show();
   }
   void setFrame(const Rect& frame) { super<"setFrame:">(Rect{frame.origin, kSize}); }
@@ -67,7 +62,7 @@ class Switch : public objc::Implementation<Switch, UISwitch> {
     const UIColor on = on_tint_ ? on_tint_ : UIColor::systemGreenColor();
     track_.setBackgroundColor(shown_on_ ? on : off_track());
     thumb_.setBackgroundColor(thumb_tint_ ? thumb_tint_ : UIColor::whiteColor());
-    body_.setAlpha(self().isEnabled() ? 1 : look::kDisabledAlpha);
+    body_.setAlpha(self().isEnabled() ? 1 : metrics::kDisabledAlpha);
   }
   void slide() {
     AnimationEngine* const engine = AnimationEngine::current();

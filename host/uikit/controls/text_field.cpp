@@ -8,6 +8,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -17,9 +18,7 @@ using graphics::TextLayout;
 
 namespace {
 
-constexpr double kBorderedInset = 7;
-constexpr double kRadius = 5;
-constexpr double kCaretWidth = 2;
+using namespace metrics::field;
 
 graphics::TextConstraints constraints() {
   graphics::TextConstraints one_line;

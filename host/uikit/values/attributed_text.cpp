@@ -68,8 +68,8 @@ std::optional<ParagraphLook> paragraph_look_of(const NSAttributedString& text) {
   if (text.length() == 0) return std::nullopt;
   const NSDictionary attributes = text.attributesAtIndex(0, nullptr);
   const auto style =
-      objc::cast_or_nil<ParagraphStyle>(attributes.objectForKey(NSParagraphStyleAttributeName));
-  return style ? std::optional(style.look()) : std::nullopt;
+      objc::cast_or_nil<NSParagraphStyle>(attributes.objectForKey(NSParagraphStyleAttributeName));
+  return style ? std::optional(look_of(style)) : std::nullopt;
 }
 
 }  // namespace wispen::uikit

@@ -18,18 +18,55 @@ using graphics::Appearance;
 using graphics::Colour;
 using graphics::Components;
 
-struct ColorState {
-  Colour colour;
+using Provider = objc::Block<UIColor(NSObject)>;
+
+class Color : public objc::Implementation<Color, UIColor> {
+ public:
+  static UIColor with(objc::Allocated<UIColor> self, const Colour& colour);
+  static UIColor init(objc::Allocated<UIColor> self) { return with(std::move(self), Colour()); }
+  static UIColor initWithRed(objc::Allocated<UIColor> self, double red, double green, double blue,
+                             double alpha) {
+    return with(std::move(self), Colour::rgb(red, green, blue, alpha));
+  }
+  static UIColor initWithWhite(objc::Allocated<UIColor> self, double white, double alpha) {
+    return with(std::move(self), Colour::grey(white, alpha));
+  }
+  static UIColor initWithHue(objc::Allocated<UIColor> self, double hue, double saturation, double brightness,
+                             double alpha) {
+    return with(std::move(self), Colour::hsb(hue, saturation, brightness, alpha));
+  }
+  static UIColor initWithCGColor(objc::Allocated<UIColor> self, CGColorRef color);
+  static UIColor initWithDynamicProvider(objc::Allocated<UIColor> self, const Provider& provider);
+
+  const Colour& colour() const { return colour_; }
+  UIColor colorWithAlphaComponent(double alpha) const { return color_from(colour_.with_alpha(alpha)); }
+  UIColor resolvedColorWithTraitCollection(const NSObject& traits) const {
+    return colour_.is_dynamic() ? color_from(Colour(colour_.resolved(appearance_of(traits)))) : self();
+  }
+  bool getRed(double* red, double* green, double* blue, double* alpha) const;
+  bool getHue(double* hue, double* saturation, double* brightness, double* alpha) const;
+  bool getWhite(double* white, double* alpha) const;
+  CGColorRef CGColor() const {
+    return references_[static_cast<std::size_t>(display_settings().appearance)].get();
+  }
+  bool isEqual(const NSObject& other) const {
+    const auto color = objc::cast_or_nil<UIColor>(other);
+    return color && of(color).colour_ == colour_;
+  }
+  NSUInteger hash() const;
+  NSString description() const;
+  UIColor copy() const { return self(); }
+
+ private:
+  Colour colour_;
   // By appearance; made with the colour, because components are read from any thread.
-  std::array<CountedRef<::CGColor>, 2> references;
+  std::array<CountedRef<::CGColor>, 2> references_;
 };
 
 namespace {
 
 constexpr NSInteger kDarkStyle = 2;
 constexpr NSInteger kLightStyle = 1;
-
-using Provider = objc::Block<UIColor(NSObject)>;
 
 void put(double* where, double value) {
   if (where != nullptr) *where = value;
@@ -50,54 +87,33 @@ Colour provided(const Provider& provider) {
   return Colour::dynamic(light, ask(kDarkStyle));
 }
 
-Color color_with_rgb(objc::ClassRef, double red, double green, double blue, double alpha) {
-  return Color::make(Colour::rgb(red, green, blue, alpha));
+UIColor color_with_rgb(objc::ClassRef, double red, double green, double blue, double alpha) {
+  return color_from(Colour::rgb(red, green, blue, alpha));
 }
-Color color_with_white(objc::ClassRef, double white, double alpha) {
-  return Color::make(Colour::grey(white, alpha));
+UIColor color_with_white(objc::ClassRef, double white, double alpha) {
+  return color_from(Colour::grey(white, alpha));
 }
-Color color_with_hsb(objc::ClassRef, double hue, double saturation, double brightness, double alpha) {
-  return Color::make(Colour::hsb(hue, saturation, brightness, alpha));
+UIColor color_with_hsb(objc::ClassRef, double hue, double saturation, double brightness, double alpha) {
+  return color_from(Colour::hsb(hue, saturation, brightness, alpha));
 }
-Color color_with_cg_color(objc::ClassRef, CGColorRef color) {
-  return color != nullptr ? Color::make(Colour(components_of(color))) : Color();
+UIColor color_with_cg_color(objc::ClassRef, CGColorRef color) {
+  return color != nullptr ? color_from(Colour(components_of(color))) : UIColor();
 }
-Color color_with_provider(objc::ClassRef, const Provider& provider) {
-  return provider ? Color::make(provided(provider)) : Color();
-}
-
-Color init_plain(objc::Allocated<Color> self) {
-  return with_colour(std::move(self).initialize_super<"init">(), Colour());
-}
-Color init_with_rgb(objc::Allocated<Color> self, double red, double green, double blue, double alpha) {
-  return with_colour(std::move(self).initialize_super<"init">(), Colour::rgb(red, green, blue, alpha));
-}
-Color init_with_white(objc::Allocated<Color> self, double white, double alpha) {
-  return with_colour(std::move(self).initialize_super<"init">(), Colour::grey(white, alpha));
-}
-Color init_with_hsb(objc::Allocated<Color> self, double hue, double saturation, double brightness,
-                    double alpha) {
-  return with_colour(std::move(self).initialize_super<"init">(),
-                     Colour::hsb(hue, saturation, brightness, alpha));
-}
-Color init_with_cg_color(objc::Allocated<Color> self, CGColorRef color) {
-  return with_colour(std::move(self).initialize_super<"init">(), Colour(components_of(color)));
-}
-Color init_with_provider(objc::Allocated<Color> self, const Provider& provider) {
-  return with_colour(std::move(self).initialize_super<"init">(), provided(provider));
+UIColor color_with_provider(objc::ClassRef, const Provider& provider) {
+  return provider ? color_from(provided(provider)) : UIColor();
 }
 
 /// One object a name, as on the platform; it lives as long as the process.
 template <objc::FixedString Sel>
-Color named(objc::ClassRef) {
+UIColor named(objc::ClassRef) {
   constexpr std::string_view kEnding = "Color";
   constexpr std::string_view kName(Sel.value, Sel.size() - kEnding.size());
-  static const auto* const kept = new Color(Color::make(graphics::named_colour(kName).value_or(Colour())));
+  static const auto* const kept = new UIColor(color_from(graphics::named_colour(kName).value_or(Colour())));
   return *kept;
 }
 
 template <objc::FixedString... Selectors>
-void add_named(objc::Class<Color>& color) {
+void add_named(objc::Class<UIColor>& color) {
   (color.class_method<Selectors, &named<Selectors>>(), ...);
 }
 
@@ -114,35 +130,29 @@ std::string described(const Components& components) {
 
 }  // namespace
 
-ColorState& Color::parts() const { return state<ColorState>(); }
-
-Color with_colour(Color color, const Colour& colour) {
-  if (!color) return color;
-  ColorState& parts = color.parts();
-  parts.colour = colour;
+UIColor Color::with(objc::Allocated<UIColor> self, const Colour& colour) {
+  const UIColor object = super_init<"init">(std::move(self));
+  if (!object) return object;
+  Color& color = of(object);
+  color.colour_ = colour;
   for (const Appearance each : {Appearance::Light, Appearance::Dark}) {
-    auto& reference = parts.references[static_cast<std::size_t>(each)];
+    auto& reference = color.references_[static_cast<std::size_t>(each)];
     const bool shared = each == Appearance::Dark && !colour.is_dynamic();
-    reference = shared ? parts.references[0]
+    reference = shared ? color.references_[0]
                        : CountedRef<::CGColor>::adopt(Counted::make<::CGColor>(colour.resolved(each)));
   }
-  return color;
+  return object;
 }
 
-Color Color::make(const Colour& colour) {
-  return with_colour(objc::allocate<Color>().initialize_super<"init">(), colour);
+UIColor Color::initWithCGColor(objc::Allocated<UIColor> self, CGColorRef color) {
+  return with(std::move(self), Colour(components_of(color)));
 }
-
-const Colour& Color::colour() const { return parts().colour; }
-
-Color Color::colorWithAlphaComponent(double alpha) const { return make(colour().with_alpha(alpha)); }
-
-Color Color::resolvedColorWithTraitCollection(const NSObject& traits) const {
-  return colour().is_dynamic() ? make(Colour(colour().resolved(appearance_of(traits)))) : *this;
+UIColor Color::initWithDynamicProvider(objc::Allocated<UIColor> self, const Provider& provider) {
+  return with(std::move(self), provided(provider));
 }
 
 bool Color::getRed(double* red, double* green, double* blue, double* alpha) const {
-  const graphics::Rgba rgba = colour().rgba(display_settings().appearance);
+  const graphics::Rgba rgba = colour_.rgba(display_settings().appearance);
   put(red, rgba.red);
   put(green, rgba.green);
   put(blue, rgba.blue);
@@ -151,7 +161,7 @@ bool Color::getRed(double* red, double* green, double* blue, double* alpha) cons
 }
 
 bool Color::getHue(double* hue, double* saturation, double* brightness, double* alpha) const {
-  const graphics::Hsba hsba = colour().to_hsb(display_settings().appearance);
+  const graphics::Hsba hsba = colour_.to_hsb(display_settings().appearance);
   put(hue, hsba.hue);
   put(saturation, hsba.saturation);
   put(brightness, hsba.brightness);
@@ -160,7 +170,7 @@ bool Color::getHue(double* hue, double* saturation, double* brightness, double* 
 }
 
 bool Color::getWhite(double* white, double* alpha) const {
-  const Components& components = colour().resolved(display_settings().appearance);
+  const Components& components = colour_.resolved(display_settings().appearance);
   const graphics::Rgba rgba = components.to_rgba();
   // Equal components are that grey exactly; others are weighed as luminance.
   const bool grey = rgba.red == rgba.green && rgba.green == rgba.blue;
@@ -169,19 +179,10 @@ bool Color::getWhite(double* white, double* alpha) const {
   return true;
 }
 
-CGColorRef Color::CGColor() const {
-  return parts().references[static_cast<std::size_t>(display_settings().appearance)].get();
-}
-
-bool Color::isEqual(const NSObject& other) const {
-  const auto color = objc::cast_or_nil<Color>(other);
-  return color && color.colour() == colour();
-}
-
 NSUInteger Color::hash() const {
   NSUInteger result = 0;
   for (const Appearance each : {Appearance::Light, Appearance::Dark}) {
-    for (const double value : colour().resolved(each).values()) {
+    for (const double value : colour_.resolved(each).values()) {
       result = result * 31 + std::hash<double>()(value);  // both zeros have one hash
     }
   }
@@ -189,26 +190,25 @@ NSUInteger Color::hash() const {
 }
 
 NSString Color::description() const {
-  if (!colour().is_dynamic()) return {described(colour().resolved(Appearance::Light)).c_str()};
-  const std::string text = "<UIDynamicColor light: " + described(colour().resolved(Appearance::Light)) +
-                           "; dark: " + described(colour().resolved(Appearance::Dark)) + ">";
+  if (!colour_.is_dynamic()) return {described(colour_.resolved(Appearance::Light)).c_str()};
+  const std::string text = "<UIDynamicColor light: " + described(colour_.resolved(Appearance::Light)) +
+                           "; dark: " + described(colour_.resolved(Appearance::Dark)) + ">";
   return {text.c_str()};
 }
 
-void Color::define() {
-  objc::Class<Color> color;
-  color.state<ColorState>()
-      .class_method<"colorWithRed:green:blue:alpha:", &color_with_rgb>()
+void define_color() {
+  auto color = objc::Class<UIColor>::implemented_by<Color>();
+  color.class_method<"colorWithRed:green:blue:alpha:", &color_with_rgb>()
       .class_method<"colorWithWhite:alpha:", &color_with_white>()
       .class_method<"colorWithHue:saturation:brightness:alpha:", &color_with_hsb>()
       .class_method<"colorWithCGColor:", &color_with_cg_color>()
       .class_method<"colorWithDynamicProvider:", &color_with_provider>()
-      .initializer<"init", &init_plain>()
-      .initializer<"initWithRed:green:blue:alpha:", &init_with_rgb>()
-      .initializer<"initWithWhite:alpha:", &init_with_white>()
-      .initializer<"initWithHue:saturation:brightness:alpha:", &init_with_hsb>()
-      .initializer<"initWithCGColor:", &init_with_cg_color>()
-      .initializer<"initWithDynamicProvider:", &init_with_provider>()
+      .initializer<"init", &Color::init>()
+      .initializer<"initWithRed:green:blue:alpha:", &Color::initWithRed>()
+      .initializer<"initWithWhite:alpha:", &Color::initWithWhite>()
+      .initializer<"initWithHue:saturation:brightness:alpha:", &Color::initWithHue>()
+      .initializer<"initWithCGColor:", &Color::initWithCGColor>()
+      .initializer<"initWithDynamicProvider:", &Color::initWithDynamicProvider>()
       .method<"colorWithAlphaComponent:", &Color::colorWithAlphaComponent>()
       .method<"resolvedColorWithTraitCollection:", &Color::resolvedColorWithTraitCollection>()
       .method<"getRed:green:blue:alpha:", &Color::getRed>()
@@ -235,11 +235,10 @@ void Color::define() {
 }
 
 Colour colour_of(const UIColor& color) {
-  const auto ours = objc::cast_or_nil<Color>(color);
-  return ours ? ours.colour() : Colour();
+  return objc::cast_or_nil<UIColor>(color) ? Color::of(color).colour() : Colour();
 }
 
-UIColor color_from(const Colour& colour) { return Color::make(colour).as<UIColor>(); }
+UIColor color_from(const Colour& colour) { return Color::with(objc::allocate<UIColor>(), colour); }
 
 Appearance appearance_of(const NSObject& traits) {
   if (traits.respondsToSelector(objc::selector<"userInterfaceStyle">())) {

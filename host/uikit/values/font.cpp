@@ -26,6 +26,37 @@ namespace wispen::uikit {
 
 namespace {
 
+class Font : public objc::Implementation<Font, UIFont> {
+ public:
+  static UIFont with(const graphics::Font& font) {
+    UIFont made = objc::allocate<UIFont>().init();
+    if (made) of(made).font_ = font;
+    return made;
+  }
+
+  const graphics::Font& font() const { return font_; }
+  UIFont fontWithSize(double size) const { return with(font_.with_size(size)); }
+  NSString fontName() const { return {font_.face_name().c_str()}; }
+  NSString familyName() const { return {font_.family_name().c_str()}; }
+  double pointSize() const { return font_.size(); }
+  double ascender() const { return font_.metrics().ascender; }
+  double descender() const { return font_.metrics().descender; }
+  double lineHeight() const { return font_.metrics().line_height; }
+  double capHeight() const { return font_.metrics().cap_height; }
+  double xHeight() const { return font_.metrics().x_height; }
+  double leading() const { return font_.metrics().leading; }
+  bool isEqual(const NSObject& other) const {
+    const auto theirs = objc::cast_or_nil<UIFont>(other);
+    return theirs && of(theirs).font_ == font_;
+  }
+  NSUInteger hash() const;
+  NSString description() const;
+  UIFont copy() const { return self(); }
+
+ private:
+  graphics::Font font_;
+};
+
 // Kept apart from the platform's smaller sizes for other uses; each is what a class method of UIFont gives.
 constexpr double kLabelSize = 17;
 constexpr double kButtonSize = 18;
@@ -49,24 +80,24 @@ constexpr std::array<NamedStyle, 11> kStyles{{{"UICTFontTextStyleTitle0", TextSt
                                               {"UICTFontTextStyleCaption1", TextStyle::Caption1},
                                               {"UICTFontTextStyleCaption2", TextStyle::Caption2}}};
 
-Font system_font(objc::ClassRef, double size) { return Font::make(graphics::Font::system(size)); }
-Font system_font_of_weight(objc::ClassRef, double size, double weight) {
-  return Font::make(graphics::Font::system(size, weight));
+UIFont system_font(objc::ClassRef, double size) { return Font::with(graphics::Font::system(size)); }
+UIFont system_font_of_weight(objc::ClassRef, double size, double weight) {
+  return Font::with(graphics::Font::system(size, weight));
 }
-Font bold_system_font(objc::ClassRef, double size) { return Font::make(graphics::Font::bold_system(size)); }
-Font italic_system_font(objc::ClassRef, double size) {
-  return Font::make(graphics::Font::italic_system(size));
+UIFont bold_system_font(objc::ClassRef, double size) { return Font::with(graphics::Font::bold_system(size)); }
+UIFont italic_system_font(objc::ClassRef, double size) {
+  return Font::with(graphics::Font::italic_system(size));
 }
-Font monospaced_digit_font(objc::ClassRef, double size, double weight) {
-  return Font::make(graphics::Font::monospaced_digits(size, weight));
+UIFont monospaced_digit_font(objc::ClassRef, double size, double weight) {
+  return Font::with(graphics::Font::monospaced_digits(size, weight));
 }
-Font font_with_name(objc::ClassRef, const NSString& name, double size) {
+UIFont font_with_name(objc::ClassRef, const NSString& name, double size) {
   const auto found = name ? graphics::Font::named(name.utf8(), size) : std::nullopt;
-  return found ? Font::make(*found) : Font();
+  return found ? Font::with(*found) : UIFont();
 }
-Font preferred_font(objc::ClassRef, const NSString& style) {
+UIFont preferred_font(objc::ClassRef, const NSString& style) {
   const TextStyle wanted = text_style_of(style).value_or(TextStyle::Body);
-  return Font::make(graphics::text_style_font(wanted, display_settings().content_size));
+  return Font::with(graphics::text_style_font(wanted, display_settings().content_size));
 }
 
 double label_size(objc::ClassRef) { return kLabelSize; }
@@ -74,36 +105,24 @@ double button_size(objc::ClassRef) { return kButtonSize; }
 double system_size(objc::ClassRef) { return kSystemSize; }
 double small_system_size(objc::ClassRef) { return kSmallSystemSize; }
 
-}  // namespace
-
-Font Font::make(const graphics::Font& font) {
-  Font made = objc::allocate<Font>().init();
-  if (made) made.state<graphics::Font>() = font;
-  return made;
-}
-
-bool Font::isEqual(const NSObject& other) const {
-  const auto theirs = objc::cast_or_nil<Font>(other);
-  return theirs && theirs.font() == font();
-}
-
 NSUInteger Font::hash() const {
   const std::hash<double> of;
-  return of(font().size()) * 31 + of(font().weight()) + (font().italic() ? 7 : 0) +
-         static_cast<NSUInteger>(font().family());
+  return of(font_.size()) * 31 + of(font_.weight()) + (font_.italic() ? 7 : 0) +
+         static_cast<NSUInteger>(font_.family());
 }
 
 NSString Font::description() const {
   std::array<char, 32> size{};
-  std::snprintf(size.data(), size.size(), "%gpt", font().size());
-  const std::string text = "<UIFont: family \"" + font().family_name() + "\", name \"" + font().face_name() +
+  std::snprintf(size.data(), size.size(), "%gpt", font_.size());
+  const std::string text = "<UIFont: family \"" + font_.family_name() + "\", name \"" + font_.face_name() +
                            "\", " + size.data() + ">";
   return {text.c_str()};
 }
 
-void Font::define() {
-  objc::Class<Font>()
-      .state<graphics::Font>()
+}  // namespace
+
+void define_font() {
+  objc::Class<UIFont>::implemented_by<Font>()
       .class_method<"systemFontOfSize:", &system_font>()
       .class_method<"systemFontOfSize:weight:", &system_font_of_weight>()
       .class_method<"boldSystemFontOfSize:", &bold_system_font>()
@@ -133,11 +152,10 @@ void Font::define() {
 }
 
 graphics::Font font_of(const UIFont& font) {
-  const auto ours = objc::cast_or_nil<Font>(font);
-  return ours ? ours.font() : graphics::Font();
+  return objc::cast_or_nil<UIFont>(font) ? Font::of(font).font() : graphics::Font();
 }
 
-UIFont font_from(const graphics::Font& font) { return Font::make(font).as<UIFont>(); }
+UIFont font_from(const graphics::Font& font) { return Font::with(font); }
 
 std::optional<TextStyle> text_style_of(const NSString& name) {
   const std::string wanted = name.utf8();

@@ -21,114 +21,111 @@ namespace wispen::uikit {
 
 using graphics::Appearance;
 
-struct ImageState {
-  ImageParts parts;
+namespace {
+
+class Image : public objc::Implementation<Image, UIImage> {
+ public:
+  void set_parts(ImageParts parts) { parts_ = std::move(parts); }
+
+  /// In the display's appearance; it lives as long as the object.
+  const graphics::Image& drawn() const { return in_appearance().image; }
+  CGImageRef CGImage() const { return in_appearance().reference.get(); }
+  CGSize size() const { return to_platform(parts_.image.size()); }
+  double scale() const { return parts_.image.scale(); }
+  NSInteger imageOrientation() const { return static_cast<NSInteger>(parts_.image.orientation()); }
+  NSInteger renderingMode() const { return static_cast<NSInteger>(parts_.image.rendering_mode()); }
+  bool isSymbolImage() const { return parts_.image.is_symbol(); }
+  UIEdgeInsets capInsets() const;
+  NSInteger resizingMode() const;
+  UIImageSymbolConfiguration symbolConfiguration() const {
+    return parts_.symbol ? symbol_configuration_from(parts_.symbol->look) : UIImageSymbolConfiguration();
+  }
+
+  UIImage imageWithRenderingMode(NSInteger mode) const;
+  UIImage imageWithTintColor(const UIColor& color) const;
+  UIImage imageWithTintColorRenderingMode(const UIColor& color, NSInteger mode) const {
+    return of(imageWithTintColor(color)).imageWithRenderingMode(mode);
+  }
+  UIImage imageWithConfiguration(const NSObject& configuration) const;
+  UIImage resizableImageWithCapInsets(UIEdgeInsets insets) const {
+    return resizableImageWithCapInsetsResizingMode(insets, static_cast<NSInteger>(UIImageResizingMode::Tile));
+  }
+  UIImage resizableImageWithCapInsetsResizingMode(UIEdgeInsets insets, NSInteger mode) const;
+  bool isEqual(const NSObject& other) const {
+    const auto theirs = objc::cast_or_nil<UIImage>(other);
+    return theirs && of(theirs).parts_.image == parts_.image && of(theirs).parts_.tint == parts_.tint;
+  }
+  NSUInteger hash() const { return std::hash<const graphics::Pixels*>()(parts_.image.pixels().get()); }
+  NSString description() const;
+  UIImage copy() const { return self(); }
+
+ private:
   // Made when first asked for, from any thread: most images are never tinted nor read as bare pixels.
   struct Drawn {
     std::once_flag once;
     graphics::Image image;
     CountedRef<::CGImage> reference;
   };
-  std::array<Drawn, 2> by_appearance;
+  const Drawn& in_appearance() const;
 
-  const Drawn& drawn() {
-    const bool differs = parts.tint && parts.tint->is_dynamic();
-    const Appearance appearance = differs ? display_settings().appearance : Appearance::Light;
-    Drawn& drawn = by_appearance[static_cast<std::size_t>(appearance)];
-    std::call_once(drawn.once, [&] {
-      drawn.image = parts.tint ? tinted(parts.image, parts.tint->rgba(appearance)) : parts.image;
-      if (drawn.image.empty()) return;
-      drawn.reference = CountedRef<::CGImage>::adopt(Counted::make<::CGImage>(drawn.image.pixels()));
-    });
-    return drawn;
-  }
+  ImageParts parts_;
+  mutable std::array<Drawn, 2> by_appearance_;
 };
-
-namespace {
 
 graphics::RenderingMode rendering_mode(NSInteger number) {
   return static_cast<graphics::RenderingMode>(std::clamp<NSInteger>(number, 0, 2));
 }
 
-}  // namespace
-
-const ImageParts& Image::parts() const { return state<ImageState>().parts; }
-
-Image with_parts(Image image, ImageParts parts) {
-  if (image) image.state<ImageState>().parts = std::move(parts);
-  return image;
+const Image::Drawn& Image::in_appearance() const {
+  const bool differs = parts_.tint && parts_.tint->is_dynamic();
+  const Appearance appearance = differs ? display_settings().appearance : Appearance::Light;
+  Drawn& drawn = by_appearance_[static_cast<std::size_t>(appearance)];
+  std::call_once(drawn.once, [&] {
+    drawn.image = parts_.tint ? tinted(parts_.image, parts_.tint->rgba(appearance)) : parts_.image;
+    if (drawn.image.empty()) return;
+    drawn.reference = CountedRef<::CGImage>::adopt(Counted::make<::CGImage>(drawn.image.pixels()));
+  });
+  return drawn;
 }
-
-Image Image::make(ImageParts parts) {
-  return with_parts(objc::allocate<Image>().initialize_super<"init">(), std::move(parts));
-}
-
-const graphics::Image& Image::drawn() const { return state<ImageState>().drawn().image; }
-CGImageRef Image::CGImage() const { return state<ImageState>().drawn().reference.get(); }
-
-CGSize Image::size() const { return to_platform(parts().image.size()); }
-double Image::scale() const { return parts().image.scale(); }
-NSInteger Image::imageOrientation() const { return static_cast<NSInteger>(parts().image.orientation()); }
-NSInteger Image::renderingMode() const { return static_cast<NSInteger>(parts().image.rendering_mode()); }
-bool Image::isSymbolImage() const { return parts().image.is_symbol(); }
 
 UIEdgeInsets Image::capInsets() const {
-  const auto& resizing = parts().image.resizing();
+  const auto& resizing = parts_.image.resizing();
   return resizing ? to_platform(resizing->caps) : UIEdgeInsetsZero;
 }
 NSInteger Image::resizingMode() const {
-  const auto& resizing = parts().image.resizing();
+  const auto& resizing = parts_.image.resizing();
   return static_cast<NSInteger>(resizing ? resizing->mode : graphics::ResizingMode::Tile);
 }
 
-NSObject Image::symbolConfiguration() const {
-  return parts().symbol ? SymbolConfiguration::make(parts().symbol->look).as<NSObject>() : NSObject();
-}
-
-Image Image::imageWithRenderingMode(NSInteger mode) const {
-  ImageParts changed = parts();
+UIImage Image::imageWithRenderingMode(NSInteger mode) const {
+  ImageParts changed = parts_;
   changed.image = changed.image.with_rendering_mode(rendering_mode(mode));
-  return make(std::move(changed));
+  return image_from_parts(std::move(changed));
 }
 
-Image Image::imageWithTintColor(const UIColor& color) const {
-  ImageParts changed = parts();
+UIImage Image::imageWithTintColor(const UIColor& color) const {
+  ImageParts changed = parts_;
   changed.tint = colour_of(color);
-  return make(std::move(changed));
+  return image_from_parts(std::move(changed));
 }
 
-Image Image::imageWithTintColorRenderingMode(const UIColor& color, NSInteger mode) const {
-  return imageWithTintColor(color).imageWithRenderingMode(mode);
-}
-
-Image Image::imageWithConfiguration(const NSObject& configuration) const {
-  const auto& symbol = parts().symbol;
-  if (!symbol) return *this;
+UIImage Image::imageWithConfiguration(const NSObject& configuration) const {
+  const auto& symbol = parts_.symbol;
+  if (!symbol) return self();
   auto drawn_again = symbol_parts({symbol->name, symbol->look.applying(symbol_look_of(configuration))});
-  if (!drawn_again) return *this;
-  drawn_again->image = drawn_again->image.with_rendering_mode(parts().image.rendering_mode());
-  drawn_again->tint = parts().tint;
-  return make(*std::move(drawn_again));
+  if (!drawn_again) return self();
+  drawn_again->image = drawn_again->image.with_rendering_mode(parts_.image.rendering_mode());
+  drawn_again->tint = parts_.tint;
+  return image_from_parts(*std::move(drawn_again));
 }
 
-Image Image::resizableImageWithCapInsets(UIEdgeInsets insets) const {
-  return resizableImageWithCapInsetsResizingMode(insets, static_cast<NSInteger>(UIImageResizingMode::Tile));
-}
-
-Image Image::resizableImageWithCapInsetsResizingMode(UIEdgeInsets insets, NSInteger mode) const {
-  ImageParts changed = parts();
+UIImage Image::resizableImageWithCapInsetsResizingMode(UIEdgeInsets insets, NSInteger mode) const {
+  ImageParts changed = parts_;
   const bool stretch = mode == static_cast<NSInteger>(UIImageResizingMode::Stretch);
   changed.image = changed.image.with_resizing(graphics::Resizing{
       from_platform(insets), stretch ? graphics::ResizingMode::Stretch : graphics::ResizingMode::Tile});
-  return make(std::move(changed));
+  return image_from_parts(std::move(changed));
 }
-
-bool Image::isEqual(const NSObject& other) const {
-  const auto theirs = objc::cast_or_nil<Image>(other);
-  return theirs && theirs.parts().image == parts().image && theirs.parts().tint == parts().tint;
-}
-
-NSUInteger Image::hash() const { return std::hash<const graphics::Pixels*>()(parts().image.pixels().get()); }
 
 NSString Image::description() const {
   std::array<char, 96> text{};
@@ -137,10 +134,11 @@ NSString Image::description() const {
   return {text.data()};
 }
 
-void Image::define() {
-  objc::Class<Image> image;
-  image.state<ImageState>()
-      .method<"size", &Image::size>()
+}  // namespace
+
+void define_image() {
+  auto image = objc::Class<UIImage>::implemented_by<Image>();
+  image.method<"size", &Image::size>()
       .method<"scale", &Image::scale>()
       .method<"CGImage", &Image::CGImage>()
       .method<"imageOrientation", &Image::imageOrientation>()
@@ -165,12 +163,21 @@ void Image::define() {
   image.register_class();
 }
 
-const graphics::Image* image_of(const UIImage& image) {
-  const auto ours = objc::cast_or_nil<Image>(image);
-  return ours ? &ours.drawn() : nullptr;
+UIImage init_with_parts(objc::Allocated<UIImage> self, ImageParts parts) {
+  UIImage image = std::move(self).initialize_super<"init">();
+  if (image) Image::of(image).set_parts(std::move(parts));
+  return image;
 }
 
-UIImage image_from(graphics::Image image) { return Image::make({.image = std::move(image)}).as<UIImage>(); }
+UIImage image_from_parts(ImageParts parts) {
+  return init_with_parts(objc::allocate<UIImage>(), std::move(parts));
+}
+
+UIImage image_from(graphics::Image image) { return image_from_parts({.image = std::move(image)}); }
+
+const graphics::Image* image_of(const UIImage& image) {
+  return objc::cast_or_nil<UIImage>(image) ? &Image::of(image).drawn() : nullptr;
+}
 
 }  // namespace wispen::uikit
 

@@ -11,8 +11,6 @@
 
 namespace wispen::uikit {
 
-struct ImageState;
-
 /// A symbol's name and what it is to look like, kept so that it can be drawn again differently.
 struct SymbolSource {
   std::string name;
@@ -26,44 +24,13 @@ struct ImageParts {
   std::optional<SymbolSource> symbol = std::nullopt;
 };
 
-class Image : public objc::Authored<Image, NSObject> {
- public:
-  static constexpr objc::FixedString kClass{"UIImage"};
-  using Authored::Authored;
-
-  static void define();
-  static Image make(ImageParts parts);
-
-  /// In the display's appearance; it lives as long as the object.
-  const graphics::Image& drawn() const;
-  CGSize size() const;
-  double scale() const;
-  CGImageRef CGImage() const;
-  NSInteger imageOrientation() const;
-  NSInteger renderingMode() const;
-  UIEdgeInsets capInsets() const;
-  NSInteger resizingMode() const;
-  bool isSymbolImage() const;
-  NSObject symbolConfiguration() const;
-
-  Image imageWithRenderingMode(NSInteger mode) const;
-  Image imageWithTintColor(const UIColor& color) const;
-  Image imageWithTintColorRenderingMode(const UIColor& color, NSInteger mode) const;
-  Image imageWithConfiguration(const NSObject& configuration) const;
-  Image resizableImageWithCapInsets(UIEdgeInsets insets) const;
-  Image resizableImageWithCapInsetsResizingMode(UIEdgeInsets insets, NSInteger mode) const;
-  bool isEqual(const NSObject& other) const;
-  NSUInteger hash() const;
-  NSString description() const;
-  Image copy() const { return *this; }
-
- private:
-  friend Image with_parts(Image image, ImageParts parts);
-  const ImageParts& parts() const;
-};
-
+UIImage image_from_parts(ImageParts parts);
+/// The same as the end of an initialiser.
+UIImage init_with_parts(objc::Allocated<UIImage> self, ImageParts parts);
 /// Null for nil. It lives as long as the object; ask again after the appearance has changed.
 const graphics::Image* image_of(const UIImage& image);
 UIImage image_from(graphics::Image image);
+
+void define_image();
 
 }  // namespace wispen::uikit

@@ -20,11 +20,11 @@ namespace {
 
 using Parts = std::optional<ImageParts>;
 
-Image object_of(Parts parts) { return parts ? Image::make(*std::move(parts)) : Image(); }
+UIImage object_of(Parts parts) { return parts ? image_from_parts(*std::move(parts)) : UIImage(); }
 
 /// An initialiser that fails gives its object back and nil to the caller.
-Image initialized(objc::Allocated<Image> self, Parts parts) {
-  return parts ? with_parts(std::move(self).initialize_super<"init">(), *std::move(parts)) : Image();
+UIImage initialized(objc::Allocated<UIImage> self, Parts parts) {
+  return parts ? init_with_parts(std::move(self), *std::move(parts)) : UIImage();
 }
 
 Parts parts_or_report(Result<graphics::Image> image) {
@@ -54,46 +54,46 @@ Parts pixel_parts(CGImageRef image, double scale, NSInteger orientation) {
 
 NSBundle main_bundle() { return objc::send<"mainBundle", NSBundle>(objc::class_for<NSBundle>()); }
 
-Image image_in_bundle(objc::ClassRef, const NSString& name, const NSBundle& bundle,
-                      const NSObject& /*traits*/) {
+UIImage image_in_bundle(objc::ClassRef, const NSString& name, const NSBundle& bundle,
+                        const NSObject& /*traits*/) {
   const std::string wanted = name.utf8();
   if (wanted.empty()) return {};
   if (wanted.starts_with('/')) return object_of(file_parts(name));
   return named_image((bundle ? bundle : main_bundle()).bundlePath().utf8(), wanted);
 }
-Image image_named(objc::ClassRef cls, const NSString& name) {
+UIImage image_named(objc::ClassRef cls, const NSString& name) {
   return image_in_bundle(cls, name, NSBundle(), NSObject());
 }
 
-Image image_of_file(objc::ClassRef, const NSString& path) { return object_of(file_parts(path)); }
-Image image_of_data(objc::ClassRef, const NSData& data) { return object_of(data_parts(data, 1)); }
-Image image_of_scaled_data(objc::ClassRef, const NSData& data, double scale) {
+UIImage image_of_file(objc::ClassRef, const NSString& path) { return object_of(file_parts(path)); }
+UIImage image_of_data(objc::ClassRef, const NSData& data) { return object_of(data_parts(data, 1)); }
+UIImage image_of_scaled_data(objc::ClassRef, const NSData& data, double scale) {
   return object_of(data_parts(data, scale));
 }
-Image image_of_pixels(objc::ClassRef, CGImageRef image) { return object_of(pixel_parts(image, 1, 0)); }
-Image image_of_turned_pixels(objc::ClassRef, CGImageRef image, double scale, NSInteger orientation) {
+UIImage image_of_pixels(objc::ClassRef, CGImageRef image) { return object_of(pixel_parts(image, 1, 0)); }
+UIImage image_of_turned_pixels(objc::ClassRef, CGImageRef image, double scale, NSInteger orientation) {
   return object_of(pixel_parts(image, scale, orientation));
 }
-Image configured_symbol(objc::ClassRef, const NSString& name, const NSObject& configuration) {
+UIImage configured_symbol(objc::ClassRef, const NSString& name, const NSObject& configuration) {
   return object_of(symbol_parts({name.utf8(), symbol_look_of(configuration)}));
 }
-Image symbol(objc::ClassRef, const NSString& name) { return object_of(symbol_parts({name.utf8(), {}})); }
+UIImage symbol(objc::ClassRef, const NSString& name) { return object_of(symbol_parts({name.utf8(), {}})); }
 
-Image init_plain(objc::Allocated<Image> self) { return initialized(std::move(self), ImageParts{}); }
-Image init_with_file(objc::Allocated<Image> self, const NSString& path) {
+UIImage init_plain(objc::Allocated<UIImage> self) { return initialized(std::move(self), ImageParts{}); }
+UIImage init_with_file(objc::Allocated<UIImage> self, const NSString& path) {
   return initialized(std::move(self), file_parts(path));
 }
-Image init_with_data(objc::Allocated<Image> self, const NSData& data) {
+UIImage init_with_data(objc::Allocated<UIImage> self, const NSData& data) {
   return initialized(std::move(self), data_parts(data, 1));
 }
-Image init_with_scaled_data(objc::Allocated<Image> self, const NSData& data, double scale) {
+UIImage init_with_scaled_data(objc::Allocated<UIImage> self, const NSData& data, double scale) {
   return initialized(std::move(self), data_parts(data, scale));
 }
-Image init_with_pixels(objc::Allocated<Image> self, CGImageRef image) {
+UIImage init_with_pixels(objc::Allocated<UIImage> self, CGImageRef image) {
   return initialized(std::move(self), pixel_parts(image, 1, 0));
 }
-Image init_with_turned_pixels(objc::Allocated<Image> self, CGImageRef image, double scale,
-                              NSInteger orientation) {
+UIImage init_with_turned_pixels(objc::Allocated<UIImage> self, CGImageRef image, double scale,
+                                NSInteger orientation) {
   return initialized(std::move(self), pixel_parts(image, scale, orientation));
 }
 
@@ -110,7 +110,7 @@ Parts symbol_parts(const SymbolSource& source) {
   return ImageParts{.image = drawn->image, .symbol = source};
 }
 
-void add_image_sources(objc::Class<Image>& image) {
+void add_image_sources(objc::Class<UIImage>& image) {
   image.class_method<"imageNamed:", &image_named>()
       .class_method<"imageNamed:inBundle:compatibleWithTraitCollection:", &image_in_bundle>()
       .class_method<"imageWithContentsOfFile:", &image_of_file>()

@@ -14,9 +14,9 @@ std::optional<ImageParts> symbol_parts(const SymbolSource& symbol);
 
 /// The best variant of the name in the folder, remembered until its file changes; nil where there is none or
 /// it cannot be read, which is reported.
-Image named_image(const std::string& folder, const std::string& name);
+UIImage named_image(const std::string& folder, const std::string& name);
 
 /// UIImage's class methods and initialisers.
-void add_image_sources(objc::Class<Image>& image);
+void add_image_sources(objc::Class<UIImage>& image);
 
 }  // namespace wispen::uikit

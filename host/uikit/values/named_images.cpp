@@ -17,7 +17,7 @@ namespace {
 
 struct Remembered {
   graphics::FileState state;
-  Image image;
+  UIImage image;
 };
 
 /// Enough for every image of a bundle; a program that makes up names must not fill the memory.
@@ -36,7 +36,7 @@ Cache& cache() {
 
 }  // namespace
 
-Image named_image(const std::string& folder, const std::string& name) {
+UIImage named_image(const std::string& folder, const std::string& name) {
   const DisplaySettings display = display_settings();
   const auto path = graphics::find_image(folder, name, static_cast<double>(display.scale), display.idiom);
   if (!path) {
@@ -54,7 +54,7 @@ Image named_image(const std::string& folder, const std::string& name) {
     report_problem(loaded.error().message);
     return {};
   }
-  Image image = Image::make({.image = *std::move(loaded)});
+  UIImage image = image_from(*std::move(loaded));
   const std::lock_guard lock(cache().mutex);
   if (cache().by_path.size() >= kMostRemembered) cache().by_path.clear();
   cache().by_path.insert_or_assign(*path, Remembered{state, image});

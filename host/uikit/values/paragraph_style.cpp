@@ -8,38 +8,57 @@ namespace wispen::uikit {
 
 namespace {
 
-ParagraphStyle default_style(objc::ClassRef) {
-  static const auto* const kept = new ParagraphStyle(objc::make<ParagraphStyle>());
-  return *kept;
+class ParagraphStyle : public objc::Implementation<ParagraphStyle, NSParagraphStyle> {
+ public:
+  static NSParagraphStyle defaultParagraphStyle(objc::ClassRef) {
+    static const auto* const kept = new NSParagraphStyle(objc::make<NSParagraphStyle>());
+    return *kept;
+  }
+
+  const ParagraphLook& look() const { return look_; }
+  void set_look(const ParagraphLook& look) { look_ = look; }
+  NSTextAlignment alignment() const { return look_.alignment; }
+  NSLineBreakMode lineBreakMode() const { return look_.line_break_mode; }
+  double lineSpacing() const { return look_.line_spacing; }
+  double paragraphSpacing() const { return look_.paragraph_spacing; }
+  bool isEqual(const NSObject& other) const {
+    const auto theirs = objc::cast_or_nil<NSParagraphStyle>(other);
+    return theirs && of(theirs).look_ == look_;
+  }
+  NSUInteger hash() const {
+    return std::hash<double>()(look_.line_spacing) * 31 + static_cast<NSUInteger>(look_.alignment);
+  }
+  NSParagraphStyle copy() const { return copied<NSParagraphStyle>(); }
+  NSMutableParagraphStyle mutable_copy() const { return copied<NSMutableParagraphStyle>(); }
+
+ private:
+  template <class Style>
+  Style copied() const {
+    const auto made = objc::make<Style>();
+    of(made).look_ = look_;
+    return made;
+  }
+
+  ParagraphLook look_;
+};
+
+/// The look is in the base; this is what may change it.
+template <class T, T ParagraphLook::*Member>
+void set(const NSMutableParagraphStyle& style, T value) {
+  ParagraphLook look = look_of(style);
+  look.*Member = value;
+  ParagraphStyle::of(style).set_look(look);
 }
 
 }  // namespace
 
-bool ParagraphStyle::isEqual(const NSObject& other) const {
-  const auto theirs = objc::cast_or_nil<ParagraphStyle>(other);
-  return theirs && theirs.look() == look();
+ParagraphLook look_of(const NSParagraphStyle& style) {
+  return style ? ParagraphStyle::of(style).look() : ParagraphLook();
 }
 
-NSUInteger ParagraphStyle::hash() const {
-  return std::hash<double>()(look().line_spacing) * 31 + static_cast<NSUInteger>(look().alignment);
-}
-
-ParagraphStyle ParagraphStyle::copy() const {
-  const auto made = objc::make<ParagraphStyle>();
-  made.look() = look();
-  return made;
-}
-
-MutableParagraphStyle ParagraphStyle::mutable_copy() const {
-  const auto made = objc::make<MutableParagraphStyle>();
-  made.look() = look();
-  return made;
-}
-
-void ParagraphStyle::define() {
-  objc::Class<ParagraphStyle>()
-      .state<ParagraphLook>()
-      .class_method<"defaultParagraphStyle", &default_style>()
+void define_paragraph_styles() {
+  objc::Class<NSParagraphStyle>::implemented_by<ParagraphStyle>()
+      .class_method<"defaultParagraphStyle", &ParagraphStyle::defaultParagraphStyle>()
       .method<"alignment", &ParagraphStyle::alignment>()
       .method<"lineBreakMode", &ParagraphStyle::lineBreakMode>()
       .method<"lineSpacing", &ParagraphStyle::lineSpacing>()
@@ -49,14 +68,11 @@ void ParagraphStyle::define() {
       .copying<&ParagraphStyle::copy>()
       .copying<&ParagraphStyle::mutable_copy, "mutableCopyWithZone:">()
       .register_class();
-}
-
-void MutableParagraphStyle::define() {
-  objc::Class<MutableParagraphStyle>()
-      .method<"setAlignment:", &MutableParagraphStyle::setAlignment>()
-      .method<"setLineBreakMode:", &MutableParagraphStyle::setLineBreakMode>()
-      .method<"setLineSpacing:", &MutableParagraphStyle::setLineSpacing>()
-      .method<"setParagraphSpacing:", &MutableParagraphStyle::setParagraphSpacing>()
+  objc::Class<NSMutableParagraphStyle>()
+      .method<"setAlignment:", &set<NSTextAlignment, &ParagraphLook::alignment>>()
+      .method<"setLineBreakMode:", &set<NSLineBreakMode, &ParagraphLook::line_break_mode>>()
+      .method<"setLineSpacing:", &set<double, &ParagraphLook::line_spacing>>()
+      .method<"setParagraphSpacing:", &set<double, &ParagraphLook::paragraph_spacing>>()
       .register_class();
 }
 

@@ -13,37 +13,9 @@ struct ParagraphLook {
   friend bool operator==(const ParagraphLook&, const ParagraphLook&) = default;
 };
 
-class MutableParagraphStyle;
+/// Those of the platform for nil.
+ParagraphLook look_of(const NSParagraphStyle& style);
 
-class ParagraphStyle : public objc::Authored<ParagraphStyle, NSObject> {
- public:
-  static constexpr objc::FixedString kClass{"NSParagraphStyle"};
-  using Authored::Authored;
-
-  static void define();
-
-  ParagraphLook& look() const { return state<ParagraphLook>(); }
-  NSTextAlignment alignment() const { return look().alignment; }
-  NSLineBreakMode lineBreakMode() const { return look().line_break_mode; }
-  double lineSpacing() const { return look().line_spacing; }
-  double paragraphSpacing() const { return look().paragraph_spacing; }
-  bool isEqual(const NSObject& other) const;
-  NSUInteger hash() const;
-  ParagraphStyle copy() const;
-  MutableParagraphStyle mutable_copy() const;
-};
-
-class MutableParagraphStyle : public objc::Authored<MutableParagraphStyle, ParagraphStyle> {
- public:
-  static constexpr objc::FixedString kClass{"NSMutableParagraphStyle"};
-  using Authored::Authored;
-
-  static void define();
-
-  void setAlignment(NSTextAlignment alignment) const { look().alignment = alignment; }
-  void setLineBreakMode(NSLineBreakMode mode) const { look().line_break_mode = mode; }
-  void setLineSpacing(double points) const { look().line_spacing = points; }
-  void setParagraphSpacing(double points) const { look().paragraph_spacing = points; }
-};
+void define_paragraph_styles();
 
 }  // namespace wispen::uikit

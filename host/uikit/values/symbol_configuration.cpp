@@ -15,6 +15,31 @@ namespace {
 
 namespace font_weight = graphics::font_weight;
 
+class ImageConfiguration : public objc::Implementation<ImageConfiguration, UIImageConfiguration> {
+ public:
+  UIImageConfiguration copy() const { return self(); }
+};
+
+class SymbolConfiguration : public objc::Implementation<SymbolConfiguration, UIImageSymbolConfiguration> {
+ public:
+  const SymbolLook& look() const { return look_; }
+  void set_look(const SymbolLook& look) { look_ = look; }
+  UIImageSymbolConfiguration configurationByApplyingConfiguration(const NSObject& other) const {
+    return symbol_configuration_from(look_.applying(symbol_look_of(other)));
+  }
+  bool isEqual(const NSObject& other) const {
+    const auto theirs = objc::cast_or_nil<UIImageSymbolConfiguration>(other);
+    return theirs && of(theirs).look_ == look_;
+  }
+  NSUInteger hash() const {
+    const std::hash<double> hashed;
+    return hashed(look_.point_size.value_or(0)) * 31 + hashed(look_.weight.value_or(0));
+  }
+
+ private:
+  SymbolLook look_;
+};
+
 /// The platform numbers symbol weights from 1, lightest first; 0 leaves it open.
 std::optional<double> weight_of(NSInteger number) {
   constexpr std::array kWeights{font_weight::kUltraLight, font_weight::kThin,   font_weight::kLight,
@@ -29,21 +54,21 @@ std::optional<graphics::SymbolScale> scale_of(NSInteger number) {
   return static_cast<graphics::SymbolScale>(std::clamp<NSInteger>(number, -1, 3));
 }
 
-SymbolConfiguration with_size(objc::ClassRef, double size) {
-  return SymbolConfiguration::make({.point_size = size});
+UIImageSymbolConfiguration with_size(objc::ClassRef, double size) {
+  return symbol_configuration_from({.point_size = size});
 }
-SymbolConfiguration with_size_and_weight(objc::ClassRef, double size, NSInteger weight) {
-  return SymbolConfiguration::make({.point_size = size, .weight = weight_of(weight)});
+UIImageSymbolConfiguration with_size_and_weight(objc::ClassRef, double size, NSInteger weight) {
+  return symbol_configuration_from({.point_size = size, .weight = weight_of(weight)});
 }
-SymbolConfiguration with_all(objc::ClassRef, double size, NSInteger weight, NSInteger scale) {
-  return SymbolConfiguration::make(
+UIImageSymbolConfiguration with_all(objc::ClassRef, double size, NSInteger weight, NSInteger scale) {
+  return symbol_configuration_from(
       {.point_size = size, .weight = weight_of(weight), .scale = scale_of(scale)});
 }
-SymbolConfiguration with_weight(objc::ClassRef, NSInteger weight) {
-  return SymbolConfiguration::make({.weight = weight_of(weight)});
+UIImageSymbolConfiguration with_weight(objc::ClassRef, NSInteger weight) {
+  return symbol_configuration_from({.weight = weight_of(weight)});
 }
-SymbolConfiguration with_scale(objc::ClassRef, NSInteger scale) {
-  return SymbolConfiguration::make({.scale = scale_of(scale)});
+UIImageSymbolConfiguration with_scale(objc::ClassRef, NSInteger scale) {
+  return symbol_configuration_from({.scale = scale_of(scale)});
 }
 SymbolLook look_of(const graphics::Font& font) {
   return {.point_size = font.size(), .weight = font.weight()};
@@ -52,18 +77,18 @@ SymbolLook look_of_style(const NSString& style) {
   const auto known = text_style_of(style).value_or(graphics::TextStyle::Body);
   return look_of(graphics::text_style_font(known, display_settings().content_size));
 }
-SymbolConfiguration with_text_style(objc::ClassRef, const NSString& style) {
-  return SymbolConfiguration::make(look_of_style(style));
+UIImageSymbolConfiguration with_text_style(objc::ClassRef, const NSString& style) {
+  return symbol_configuration_from(look_of_style(style));
 }
-SymbolConfiguration with_text_style_and_scale(objc::ClassRef, const NSString& style, NSInteger scale) {
+UIImageSymbolConfiguration with_text_style_and_scale(objc::ClassRef, const NSString& style, NSInteger scale) {
   SymbolLook look = look_of_style(style);
   look.scale = scale_of(scale);
-  return SymbolConfiguration::make(look);
+  return symbol_configuration_from(look);
 }
-SymbolConfiguration with_font(objc::ClassRef, const UIFont& font) {
-  return SymbolConfiguration::make(look_of(font_of(font)));
+UIImageSymbolConfiguration with_font(objc::ClassRef, const UIFont& font) {
+  return symbol_configuration_from(look_of(font_of(font)));
 }
-SymbolConfiguration unspecified(objc::ClassRef) { return SymbolConfiguration::make({}); }
+UIImageSymbolConfiguration unspecified(objc::ClassRef) { return symbol_configuration_from({}); }
 
 }  // namespace
 
@@ -84,34 +109,17 @@ graphics::SymbolConfiguration SymbolLook::resolved() const {
   return result;
 }
 
-void ImageConfiguration::define() {
-  objc::Class<ImageConfiguration>().copying<&ImageConfiguration::copy>().register_class();
-}
-
-SymbolConfiguration SymbolConfiguration::make(const SymbolLook& look) {
-  SymbolConfiguration made = objc::allocate<SymbolConfiguration>().init();
-  if (made) made.state<SymbolLook>() = look;
+UIImageSymbolConfiguration symbol_configuration_from(const SymbolLook& look) {
+  UIImageSymbolConfiguration made = objc::allocate<UIImageSymbolConfiguration>().init();
+  if (made) SymbolConfiguration::of(made).set_look(look);
   return made;
 }
 
-SymbolConfiguration SymbolConfiguration::configurationByApplyingConfiguration(const NSObject& other) const {
-  return make(look().applying(symbol_look_of(other)));
-}
-
-bool SymbolConfiguration::isEqual(const NSObject& other) const {
-  const auto theirs = objc::cast_or_nil<SymbolConfiguration>(other);
-  return theirs && theirs.look() == look();
-}
-
-NSUInteger SymbolConfiguration::hash() const {
-  const std::hash<double> of;
-  return of(look().point_size.value_or(0)) * 31 + of(look().weight.value_or(0));
-}
-
-void SymbolConfiguration::define() {
-  ImageConfiguration::define();
-  objc::Class<SymbolConfiguration>()
-      .state<SymbolLook>()
+void define_symbol_configurations() {
+  objc::Class<UIImageConfiguration>::implemented_by<ImageConfiguration>()
+      .copying<&ImageConfiguration::copy>()
+      .register_class();
+  objc::Class<UIImageSymbolConfiguration>::implemented_by<SymbolConfiguration>()
       .class_method<"configurationWithPointSize:", &with_size>()
       .class_method<"configurationWithPointSize:weight:", &with_size_and_weight>()
       .class_method<"configurationWithPointSize:weight:scale:", &with_all>()
@@ -129,8 +137,8 @@ void SymbolConfiguration::define() {
 }
 
 SymbolLook symbol_look_of(const NSObject& configuration) {
-  const auto ours = objc::cast_or_nil<SymbolConfiguration>(configuration);
-  return ours ? ours.look() : SymbolLook();
+  const auto ours = objc::cast_or_nil<UIImageSymbolConfiguration>(configuration);
+  return ours ? SymbolConfiguration::of(ours).look() : SymbolLook();
 }
 
 }  // namespace wispen::uikit

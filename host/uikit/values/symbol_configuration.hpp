@@ -21,29 +21,10 @@ struct SymbolLook {
   graphics::SymbolConfiguration resolved() const;
 };
 
-class ImageConfiguration : public objc::Authored<ImageConfiguration, NSObject> {
- public:
-  static constexpr objc::FixedString kClass{"UIImageConfiguration"};
-  using Authored::Authored;
-  static void define();
-  ImageConfiguration copy() const { return *this; }
-};
-
-class SymbolConfiguration : public objc::Authored<SymbolConfiguration, ImageConfiguration> {
- public:
-  static constexpr objc::FixedString kClass{"UIImageSymbolConfiguration"};
-  using Authored::Authored;
-
-  static void define();
-  static SymbolConfiguration make(const SymbolLook& look);
-
-  const SymbolLook& look() const { return state<SymbolLook>(); }
-  SymbolConfiguration configurationByApplyingConfiguration(const NSObject& other) const;
-  bool isEqual(const NSObject& other) const;
-  NSUInteger hash() const;
-};
-
+UIImageSymbolConfiguration symbol_configuration_from(const SymbolLook& look);
 /// Nothing said for nil and for configurations of another kind.
 SymbolLook symbol_look_of(const NSObject& configuration);
+
+void define_symbol_configurations();
 
 }  // namespace wispen::uikit

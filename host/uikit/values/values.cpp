@@ -13,12 +13,11 @@ namespace wispen::uikit {
 
 void define_values() {
   make_string_constants();
-  Color::define();
-  Font::define();
-  SymbolConfiguration::define();
-  Image::define();
-  ParagraphStyle::define();
-  MutableParagraphStyle::define();
+  define_color();
+  define_font();
+  define_symbol_configurations();
+  define_image();
+  define_paragraph_styles();
 }
 
 }  // namespace wispen::uikit

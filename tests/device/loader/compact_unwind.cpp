@@ -1,4 +1,4 @@
-// tests/device/loader/compact_unwind.cpp
+// tests/device/loader/compact_unwind.cpp: how exceptions get through an image's functions.
 
 #include "tests/device/loader/compact_unwind.hpp"
 

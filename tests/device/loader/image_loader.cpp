@@ -1,4 +1,4 @@
-// tests/device/loader/image_loader.cpp
+// tests/device/loader/image_loader.cpp: a Mach-O image, brought to life in a process of this machine.
 
 #include "tests/device/loader/image_loader.hpp"
 

@@ -1,4 +1,4 @@
-// tests/device/loader/loaded_bundles.cpp
+// tests/device/loader/loaded_bundles.cpp: Mach-O bundles in this process, each loaded once and for good.
 
 #include "tests/device/loader/loaded_bundles.hpp"
 
@@ -68,7 +68,7 @@ Result<void*> load_bundle(const std::string& path) {
   if (!slice) return slice.error();
   const auto image = macho::parse_image(*slice);
   if (!image) return image.error();
-  if (image->file_type != macho::kFileBundle) return Error{"the file is no loadable bundle"};
+  if (image->file_type != macho::kFileBundle) return Error{"the file is not a loadable bundle"};
   const bool arm64e = image->architecture() == "arm64e";
   auto mapping = map_image(*image, arm64e ? phone_symbol_for_signed_code : phone_symbol);
   if (!mapping) return mapping.error();

@@ -1,4 +1,5 @@
-// tests/device/loader/pointer_signing.cpp
+// tests/device/loader/pointer_signing.cpp: signed pointers, as processors from A12 on make them; other
+// arm64 machines and emulators with pointer authentication do so too.
 
 #include "tests/device/loader/pointer_signing.hpp"
 

@@ -1,4 +1,4 @@
-// tests/device/loader/signed_blocks.cpp
+// tests/device/loader/signed_blocks.cpp: blocks of signed code, in a process whose own are plain.
 
 #include "tests/device/loader/signed_blocks.hpp"
 

@@ -1,4 +1,4 @@
-// tests/device/loader/signed_personality.cpp
+// tests/device/loader/signed_personality.cpp: the personality function of arm64e frames.
 
 #include "tests/device/loader/signed_personality.hpp"
 

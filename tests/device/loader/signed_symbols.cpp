@@ -1,4 +1,5 @@
-// tests/device/loader/signed_symbols.cpp
+// tests/device/loader/signed_symbols.cpp: the border between a phone's signed code and this process, which
+// signs nothing.
 
 #include "tests/device/loader/signed_symbols.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/animation/spring_test.cpp
+// tests/host/animation/spring_test.cpp: springs from 0 to 1, solved in closed form.
 
 #include "host/animation/spring.hpp"
 

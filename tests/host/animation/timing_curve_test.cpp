@@ -1,4 +1,5 @@
-// tests/host/animation/timing_curve_test.cpp
+// tests/host/animation/timing_curve_test.cpp: from the fraction of time that has passed to the fraction of
+// the way.
 
 #include "host/animation/timing_curve.hpp"
 

@@ -84,8 +84,8 @@ int main(int argc, char** argv) {
   void* pool = send(objc_lookUpClass("NSAutoreleasePool"), "new");
   check(wispen_host_load_bundle("/nonexistent") == NULL, "a missing bundle is refused");
   check(wispen_host_load_bundle(argv[2]) != NULL, "the bundle loads");
-  check(wispen_host_open_page("NSString") == NULL, "a string is no page");
-  check(wispen_host_open_page("NoSuchPage") == NULL, "an unknown class is no page");
+  check(wispen_host_open_page("NSString") == NULL, "a string is not a page");
+  check(wispen_host_open_page("NoSuchPage") == NULL, "an unknown class is not a page");
   const int listening = wispen_host_listen("test/changed", listener, NULL);
   check(listening > 0, "listening");
 

@@ -1,4 +1,4 @@
-// tests/host/core/current_root_test.cpp
+// tests/host/core/current_root_test.cpp: the device root that this process stands on.
 
 #include "host/core/current_root.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/device_root_test.cpp
+// tests/host/core/device_root_test.cpp: a folder that plays the phone's file system.
 
 #include "host/core/device_root.hpp"
 
@@ -94,7 +94,7 @@ TEST(DeviceRoot, RefusesAFolderWithSomeoneElsesFiles) {
   folder.write("home/letter.txt", "x");
   const auto root = DeviceRoot::open(folder / "home");
   ASSERT_FALSE(root.ok());
-  EXPECT_THAT(root.error().message, HasSubstr("is no device root and is not empty"));
+  EXPECT_THAT(root.error().message, HasSubstr("is not a device root and is not empty"));
   EXPECT_FALSE(fs::exists(folder / "home/var"));
 }
 

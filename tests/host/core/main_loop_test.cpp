@@ -1,4 +1,5 @@
-// tests/host/core/main_loop_test.cpp
+// tests/host/core/main_loop_test.cpp: the one loop that runs timers, posted jobs and descriptors on the
+// main thread.
 
 #include "host/core/main_loop.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/once_test.cpp
+// tests/host/core/once_test.cpp: run once, with the phone's token.
 
 #include "host/core/once.hpp"
 

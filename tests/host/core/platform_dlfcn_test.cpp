@@ -1,4 +1,4 @@
-// tests/host/core/platform_dlfcn_test.cpp
+// tests/host/core/platform_dlfcn_test.cpp: dynamic loading with the phone's names and numbers.
 
 #include "host/core/platform_dlfcn.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/platform_strings_test.cpp
+// tests/host/core/platform_strings_test.cpp: the bounded string functions of the phone's C library.
 
 #include "host/core/platform_strings.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/process_table_test.cpp
+// tests/host/core/process_table_test.cpp: the named processes that a device would have, started and watched.
 
 #include "host/core/process_table.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/queues_test.cpp
+// tests/host/core/queues_test.cpp: the process's main queue and its background queue.
 
 #include "host/core/queues.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/core/spawn_test.cpp
+// tests/host/core/spawn_test.cpp: starting programs of the device root, and reaping them one by one.
 
 #include "host/core/spawn.hpp"
 

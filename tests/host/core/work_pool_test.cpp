@@ -1,4 +1,4 @@
-// tests/host/core/work_pool_test.cpp
+// tests/host/core/work_pool_test.cpp: the threads behind the concurrent background queue.
 
 #include "host/core/work_pool.hpp"
 

@@ -1,3 +1,5 @@
+// tests/host/files/failing_calls.cpp: a kernel whose k-th call fails.
+
 #include "tests/host/files/failing_calls.hpp"
 
 #include <algorithm>

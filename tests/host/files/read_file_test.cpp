@@ -1,4 +1,4 @@
-// tests/host/files/read_file_test.cpp
+// tests/host/files/read_file_test.cpp: a whole file as bytes, or why not.
 #include "host/files/read_file.hpp"
 
 #include <gmock/gmock.h>

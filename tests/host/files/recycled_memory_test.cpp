@@ -1,4 +1,4 @@
-// tests/host/files/recycled_memory_test.cpp
+// tests/host/files/recycled_memory_test.cpp: memory for files and their indexes, used again and again.
 #include "host/files/recycled_memory.hpp"
 
 #include <gtest/gtest.h>

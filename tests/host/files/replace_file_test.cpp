@@ -1,4 +1,4 @@
-// tests/host/files/replace_file_test.cpp
+// tests/host/files/replace_file_test.cpp: new content for a file, all of it or none of it.
 #include "host/files/replace_file.hpp"
 
 #include <gmock/gmock.h>

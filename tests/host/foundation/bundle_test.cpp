@@ -27,6 +27,26 @@ TEST_F(BundleTest, KnowsItsPathIdentifierAndPrincipalClass) {
             "WispRootListController");
 }
 
+TEST_F(BundleTest, KnowsItsCodeItsLanguagesAndItsFolders) {
+  load_bundle_with({{"en.lproj/Root.strings", ""}, {"de.lproj/Root.strings", ""}, {"Lists/Deep.plist", "x"}});
+  const NSBundle own = bundle();
+  EXPECT_TRUE((objc::send<"isLoaded", bool>(own)));
+  EXPECT_TRUE((objc::send<"load", bool>(own)));
+  EXPECT_EQ((objc::send<"executablePath", NSString>(own)).utf8(),
+            (bundle_folder() / "3dvitrelleprefs").string());
+  EXPECT_EQ((objc::send<"resourcePath", NSString>(own)).utf8(), bundle_folder().string());
+  const auto languages = objc::send<"localizations", NSArray>(own);
+  ASSERT_EQ(languages.count(), 2U);
+  EXPECT_EQ(languages.objectAtIndex<NSString>(0).utf8(), "de");
+  EXPECT_TRUE((objc::send<"localizedInfoDictionary", NSDictionary>(own)).isEqual(own.infoDictionary()));
+  EXPECT_STREQ((objc::send<"classNamed:", objc::ClassRef>(own, "WispBaseController"_ns)).name(),
+               "WispBaseController");
+  EXPECT_EQ(
+      (objc::send<"pathForResource:ofType:inDirectory:", NSString>(own, "Deep"_ns, "plist"_ns, "Lists"_ns))
+          .utf8(),
+      (bundle_folder() / "Lists/Deep.plist").string());
+}
+
 TEST_F(BundleTest, OwnsTheClassesThatItsCodeRegistered) {
   load_bundle_with({});
   for (const char* const name :

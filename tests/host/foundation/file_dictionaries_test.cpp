@@ -76,6 +76,10 @@ TEST_F(FileDictionariesTest, ADateDescribesItselfWithoutTheTimeZone) {
     return NSDate::dateWithTimeIntervalSinceReferenceDate(seconds).description().utf8();
   };
   EXPECT_EQ(text(0), "2001-01-01 00:00:00 +0000");
+  EXPECT_EQ((objc::send<"descriptionWithLocale:", NSString>(NSDate::dateWithTimeIntervalSinceReferenceDate(0),
+                                                            NSObject()))
+                .utf8(),
+            "2001-01-01 00:00:00 +0000");
   EXPECT_EQ(text(-1e300), "-1e+300 s since 2001-01-01 00:00:00 +0000");
   EXPECT_EQ(NSArray(objc::send<"arrayWithObject:", NSArray>(
                         objc::class_for<NSArray>(), NSDate::dateWithTimeIntervalSinceReferenceDate(0)))

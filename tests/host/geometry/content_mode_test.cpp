@@ -1,4 +1,4 @@
-// tests/host/geometry/content_mode_test.cpp
+// tests/host/geometry/content_mode_test.cpp: where content of one size lies in a box of another.
 
 #include "host/geometry/content_mode.hpp"
 

@@ -1,3 +1,6 @@
+// tests/host/geometry/geometry_test.cpp: points, sizes, rectangles and transforms, laid out as the
+// platform's are.
+
 #include "host/geometry/geometry.hpp"
 
 #include <gtest/gtest.h>

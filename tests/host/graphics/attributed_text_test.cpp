@@ -1,3 +1,5 @@
+// tests/host/graphics/attributed_text_test.cpp: text, and what each part of it looks like.
+
 #include "host/graphics/attributed_text.hpp"
 
 #include <gtest/gtest.h>

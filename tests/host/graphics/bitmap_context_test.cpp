@@ -1,3 +1,5 @@
+// tests/host/graphics/bitmap_context_test.cpp: draws images into memory of the caller, byte for byte as told.
+
 #include "host/graphics/bitmap_context.hpp"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// tests/host/graphics/blur_test.cpp: softens pixels, and changes how strong their colours are.
+
 #include "host/graphics/blur.hpp"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// tests/host/graphics/canvas_test.cpp: what views are painted on.
+
 #include "host/graphics/canvas.hpp"
 
 #include <gtest/gtest.h>

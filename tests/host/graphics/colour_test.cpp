@@ -1,3 +1,5 @@
+// tests/host/graphics/colour_test.cpp: a colour value, fixed or different by appearance.
+
 #include "host/graphics/colour.hpp"
 
 #include <gtest/gtest.h>

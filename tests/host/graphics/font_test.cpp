@@ -1,3 +1,5 @@
+// tests/host/graphics/font_test.cpp: which font, how large, and the measures that the platform gives for it.
+
 #include "host/graphics/font.hpp"
 
 #include <gtest/gtest.h>

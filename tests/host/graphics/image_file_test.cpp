@@ -1,3 +1,6 @@
+// tests/host/graphics/image_file_test.cpp: images from the bytes of PNG, JPEG and WebP files, and back
+// into PNG.
+
 #include "host/graphics/image_file.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>

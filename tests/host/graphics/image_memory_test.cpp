@@ -1,3 +1,6 @@
+// tests/host/graphics/image_memory_test.cpp: the pictures decoded last, since pages ask for theirs at
+// every visit.
+
 #include "host/graphics/image_memory.hpp"
 
 #include <gtest/gtest.h>

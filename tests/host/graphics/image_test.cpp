@@ -1,3 +1,5 @@
+// tests/host/graphics/image_test.cpp: an image as views hold it: pixels, and what they mean.
+
 #include "host/graphics/image.hpp"
 
 #include <gtest/gtest.h>

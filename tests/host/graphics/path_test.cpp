@@ -1,3 +1,5 @@
+// tests/host/graphics/path_test.cpp: outlines to fill, stroke and clip by.
+
 #include "host/graphics/path.hpp"
 
 #include <gtest/gtest.h>

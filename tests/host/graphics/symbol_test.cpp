@@ -1,3 +1,5 @@
+// tests/host/graphics/symbol_test.cpp: symbols by the platform's names, in drawings of our own.
+
 #include "host/graphics/symbol.hpp"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// tests/host/graphics/text_layout_test.cpp: text set in lines, measured, and asked what lies where.
+
 #include "host/graphics/text_layout.hpp"
 
 #include <gtest/gtest.h>

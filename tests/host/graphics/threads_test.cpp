@@ -1,3 +1,5 @@
+// tests/host/graphics/threads_test.cpp: drawing and reading images from several threads at once.
+
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,3 +1,5 @@
+// tests/host/graphics/true_colour_png_test.cpp: the kind of PNG that icons are, read fast.
+
 #include "host/graphics/true_colour_png.hpp"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/host/layout/autoresizing_test.cpp
+// tests/host/layout/autoresizing_test.cpp: frames that follow their superview's size without constraints.
 
 #include "host/layout/autoresizing.hpp"
 

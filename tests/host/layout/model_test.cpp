@@ -1,4 +1,5 @@
-// tests/host/layout/model_test.cpp
+// tests/host/layout/model_test.cpp: items with attributes, the constraints between them, and the frames
+// that follow.
 
 #include "host/layout/model.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/layout/solver_test.cpp
+// tests/host/layout/solver_test.cpp: an incremental solver of linear constraints with priorities.
 
 #include "host/layout/solver.hpp"
 

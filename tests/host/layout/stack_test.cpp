@@ -1,4 +1,4 @@
-// tests/host/layout/stack_test.cpp
+// tests/host/layout/stack_test.cpp: views in a row or a column, arranged by constraints.
 
 #include "host/layout/stack.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/plist/binary_document_test.cpp
+// tests/host/plist/binary_document_test.cpp: binary property lists, good ones and damaged ones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

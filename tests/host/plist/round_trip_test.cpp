@@ -1,4 +1,4 @@
-// tests/host/plist/round_trip_test.cpp
+// tests/host/plist/round_trip_test.cpp: random lists, written in each format and read again.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

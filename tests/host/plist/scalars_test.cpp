@@ -1,4 +1,4 @@
-// tests/host/plist/scalars_test.cpp
+// tests/host/plist/scalars_test.cpp: numbers, dates and data as the text that XML property lists hold.
 #include "host/plist/scalars.hpp"
 
 #include <gtest/gtest.h>

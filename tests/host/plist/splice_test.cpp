@@ -1,4 +1,4 @@
-// tests/host/plist/splice_test.cpp
+// tests/host/plist/splice_test.cpp: changed keys in a list that otherwise stays as it was written.
 #include "host/plist/splice.hpp"
 
 #include <gmock/gmock.h>

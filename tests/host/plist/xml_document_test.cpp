@@ -1,4 +1,4 @@
-// tests/host/plist/xml_document_test.cpp
+// tests/host/plist/xml_document_test.cpp: XML property lists, good ones and damaged ones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -151,7 +151,7 @@ TEST(XmlDocument, RefusesOtherEncodings) {
 
 TEST(XmlDocument, NamesTheLineOfAMistake) {
   EXPECT_EQ(error_of(xml("<dict>\n<key>a</key>\n<true/>\n<key>b</key>\n<integer>zz</integer>\n</dict>")),
-            "line 7: \"zz\" is no whole number from -2^63 to 2^64-1");
+            "line 7: \"zz\" is not a whole number from -2^63 to 2^64-1");
   EXPECT_EQ(error_of(xml("<dict>\n<key>a</key>\n</dict>")), "line 5: the key before </dict> has no value");
   EXPECT_EQ(error_of(xml("<string>\n\xE4</string>")), "line 4: the byte 0xE4 is not UTF-8");
 }

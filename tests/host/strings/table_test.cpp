@@ -1,4 +1,4 @@
-// tests/host/strings/table_test.cpp
+// tests/host/strings/table_test.cpp: the strings of one language, read from a .strings file.
 #include "host/strings/table.hpp"
 
 #include <gmock/gmock.h>

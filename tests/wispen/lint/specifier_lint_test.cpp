@@ -36,6 +36,15 @@ class KnownClasses : public Classes {
   }
 };
 
+BundleFacts own_facts() {
+  BundleFacts facts;
+  facts.row_keys = {{"depends", "string"}, {"dependsNot", "string"}, {"labelDependant", "any"}};
+  facts.hiding_row_keys = {"depends", "dependsNot", "labelDependant"};
+  facts.hideable_rows = {"notificationColor"};
+  facts.picture_cells = {"PictureCell"};
+  return facts;
+}
+
 class SpecifierLintTest : public ::testing::Test {
  protected:
   /// The findings for a list with these items: "error row: message" each.
@@ -46,7 +55,7 @@ class SpecifierLintTest : public ::testing::Test {
   }
   std::vector<std::string> check_folder() const {
     std::vector<std::string> found;
-    for (const Finding& finding : check_bundle(folder_.path(), KnownClasses())) {
+    for (const Finding& finding : check_bundle(folder_.path(), own_facts(), KnownClasses())) {
       found.push_back(std::string(finding.severity == Severity::Error ? "error " : "warning ") +
                       finding.file + " " + (finding.item ? std::to_string(*finding.item) : "-") + " " +
                       finding.row + ": " + finding.message);
@@ -102,7 +111,7 @@ TEST_F(SpecifierLintTest, FindsMoreRowsAndLongerTextsThanAreShown) {
 
 TEST_F(SpecifierLintTest, FindsClassesAndSelectorsThatDoNotExist) {
   EXPECT_THAT(check(row(text("cellClass", "Nothing"))), ElementsAre(HasSubstr("no class Nothing")));
-  EXPECT_THAT(check(row(text("detail", "SomeCell"))), ElementsAre(HasSubstr("SomeCell is no page")));
+  EXPECT_THAT(check(row(text("detail", "SomeCell"))), ElementsAre(HasSubstr("SomeCell is not a page")));
   EXPECT_THAT(check(row(text("action", "dont"))),
               ElementsAre(AllOf(HasSubstr("SomePage"), HasSubstr("dont"))));
 }
@@ -143,6 +152,28 @@ TEST_F(SpecifierLintTest, FindsAFirstRowThatCouldBeHidden) {
     EXPECT_THAT(check(row("") + row(text(property, "x"))), IsEmpty()) << property;
   }
   EXPECT_THAT(check(row(text("key", "notificationColor"))), ElementsAre(HasSubstr("first row")));
+}
+
+TEST_F(SpecifierLintTest, KnowsTheKeysThatTheBundleSaysAreItsOwn) {
+  EXPECT_THAT(check(row("") + row("<key>depends</key><integer>1</integer>")),
+              ElementsAre(HasSubstr("\"depends\" holds a number, and should hold a string")));
+  EXPECT_THAT(check(row(text("dependsOn", "x"))),
+              ElementsAre(HasSubstr("nobody knows the key \"dependsOn\"")));
+}
+
+TEST_F(SpecifierLintTest, SaysWhichKeysTheStandInsIgnore) {
+  EXPECT_THAT(check(row("<key>alternateColors</key><true/>")),
+              ElementsAre(AllOf(HasSubstr("warning"), HasSubstr("\"alternateColors\" works on phones"))));
+}
+
+TEST_F(SpecifierLintTest, TakesATitleForAnImageWhereTheCellDrawsOne) {
+  folder_.write("dots.png", "");
+  folder_.write("en.lproj/Root.strings", "\"Label\" = \"Label\";");
+  const std::string choices =
+      "<key>validValues</key><array><integer>1</integer></array>"
+      "<key>validTitles</key><array><string>dots</string></array>";
+  EXPECT_THAT(check(row(choices)), ElementsAre(HasSubstr("not translated into en: dots")));
+  EXPECT_THAT(check(row(choices + text("cellClass", "PictureCell"))), ElementsAre(HasSubstr("no class")));
 }
 
 TEST_F(SpecifierLintTest, FindsChoicesThatDoNotFitTogether) {

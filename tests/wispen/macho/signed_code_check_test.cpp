@@ -185,7 +185,7 @@ TEST(SignedImage, EveryWayToLoadAWordIsFollowed) {
     for (std::size_t k = 0; k < ways[i].size(); ++k) put(bytes, text.offset + 4 * k, ways[i][k]);
     EXPECT_THAT(fault_of(bytes), HasSubstr("loads the signed word")) << i;
   }
-  // What was written over meanwhile, or lost in a call, is no address any more.
+  // What was written over meanwhile, or lost in a call, is not an address any more.
   for (const std::uint32_t between :
        {0xAA0203E1U /* mov x1, x2 */, 0xF9400041U /* ldr x1, [x2] */, 0x94000000U /* bl */,
         0xD63F0040U /* blr x2 */, 0xA9400441U /* ldp x1, x1 */}) {

@@ -13,6 +13,7 @@
 
 #include "tests/support/temporary_folder.hpp"
 #include "tests/wispen/package/deb_maker.hpp"
+#include "tests/wispen/package/shipped_package.hpp"
 #include "wispen/package/verify.hpp"
 
 namespace wispen::testing {
@@ -45,13 +46,13 @@ class InstallerTest : public ::testing::TestWithParam<Layout> {
     ASSERT_TRUE(root.ok()) << root.error().message;
     root_.emplace(*root);
     prefix_ = std::string(root_->device_jbroot());
-    bundle_ = root_->jbroot_prefix() + std::string(package::kBundleFolder);
+    bundle_ = root_->jbroot_prefix() + shipped_facts().folder();
   }
 
   /// A small package that is clean, of that version, with these further files in the bundle.
   DebFile made(const std::string& version, const std::vector<std::string>& files) const {
     DebFile deb;
-    deb.control = {{"Package", "com.brightmoss.wispen"},
+    deb.control = {{"Package", shipped_facts().package},
                    {"Name", "Wispen"},
                    {"Version", version},
                    {"Architecture", GetParam() == Layout::Rootless ? "iphoneos-arm64" : "iphoneos-arm"},
@@ -60,8 +61,8 @@ class InstallerTest : public ::testing::TestWithParam<Layout> {
                    {"Depends", "firmware (>= 15.0), preferenceloader"},
                    {"Description", "a test"}};
     deb.control_files.push_back({"./control", EntryType::File, 0644, 0, 0, "", "x"});
-    const std::string bundle = prefix_ + std::string(package::kBundleFolder);
-    const std::string entry = prefix_ + std::string(package::kEntryFile);
+    const std::string bundle = prefix_ + shipped_facts().folder();
+    const std::string entry = prefix_ + shipped_facts().entry_file();
     for (const std::string& path : {bundle, fs::path(entry).parent_path().string()}) {
       std::string place = ".";
       for (const auto& part : fs::path(path).relative_path()) {
@@ -87,11 +88,11 @@ class InstallerTest : public ::testing::TestWithParam<Layout> {
     return path;
   }
   void install(const DebFile& deb) {
-    const auto done = package::install(*root_, file_of(deb));
+    const auto done = package::install(*root_, file_of(deb), shipped_facts());
     ASSERT_TRUE(done.ok()) << done.error().message;
   }
   std::string why_not(const DebFile& deb) {
-    const auto done = package::install(*root_, file_of(deb));
+    const auto done = package::install(*root_, file_of(deb), shipped_facts());
     return done ? "" : done.error().message;
   }
 
@@ -106,11 +107,11 @@ INSTANTIATE_TEST_SUITE_P(Layouts, InstallerTest, ::testing::Values(Layout::Rootl
                          [](const auto& test) { return std::string(layout_name(test.param)); });
 
 TEST_P(InstallerTest, PutsTheFilesBelowTheRootAndItsVersionIntoTheRootsDatabase) {
-  EXPECT_EQ(*package::installed_version(*root_), "");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "");
   install(made("1.2", {"Root.plist"}));
   EXPECT_EQ(contents_of(bundle_ + "/3dvitrelleprefs"), code_of("1.2"));
   EXPECT_EQ(contents_of(bundle_ + "/Root.plist"), "Root.plist");
-  EXPECT_EQ(*package::installed_version(*root_), "1.2");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "1.2");
   EXPECT_THAT(contents_of(root_->jbroot_prefix() + "/var/lib/dpkg/status"),
               HasSubstr("com.brightmoss.wispen"));
 }
@@ -124,10 +125,10 @@ TEST_P(InstallerTest, ForeignFilesSurviveInstallationUpgradeAndRemoval) {
   install(made("1.1", {"new.png", "Root.plist"}));
   EXPECT_FALSE(fs::exists(bundle_ + "/old.png")) << "the upgrade left a file of its own behind";
   EXPECT_TRUE(fs::exists(bundle_ + "/new.png"));
-  const auto removed = package::remove(*root_);
+  const auto removed = package::remove(*root_, shipped_facts());
   ASSERT_TRUE(removed.ok()) << removed.error().message;
   EXPECT_FALSE(fs::exists(bundle_ + "/3dvitrelleprefs"));
-  EXPECT_EQ(*package::installed_version(*root_), "");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "");
   for (const std::string& path : foreign) EXPECT_EQ(contents_of(path), path);
 }
 
@@ -146,7 +147,7 @@ TEST_P(InstallerTest, NoPackageWritesOutsideTheRoot) {
   EXPECT_NE(why_not(climbing), "");
 
   DebFile through_link = made("1.0", {});
-  const std::string bundle = "." + prefix_ + std::string(package::kBundleFolder);
+  const std::string bundle = "." + prefix_ + shipped_facts().folder();
   through_link.entries.push_back({bundle + "/away", EntryType::Link, 0777, 0, 0, outside, ""});
   through_link.entries.push_back({bundle + "/away/x", EntryType::File, 0644, 0, 0, "", "x"});
   EXPECT_NE(why_not(through_link), "");
@@ -162,18 +163,18 @@ TEST_P(InstallerTest, NoPackageWritesOutsideTheRoot) {
 }
 
 TEST_P(InstallerTest, InstallsWhenNewerAndOnlyThen) {
-  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.9", {}))));
-  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.9", {}))));
-  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.8", {}))));
-  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.10", {}))));
-  EXPECT_EQ(*package::installed_version(*root_), "1.10");
+  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.9", {})), shipped_facts()));
+  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.9", {})), shipped_facts()));
+  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.8", {})), shipped_facts()));
+  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.10", {})), shipped_facts()));
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "1.10");
 }
 
 TEST_P(InstallerTest, RefusesThePackageOfTheOtherLayout) {
   DebFile deb = made("1.0", {});
   deb.control["Architecture"] = GetParam() == Layout::Rootless ? "iphoneos-arm" : "iphoneos-arm64";
   EXPECT_NE(why_not(deb), "");
-  EXPECT_EQ(*package::installed_version(*root_), "");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "");
 }
 
 TEST_P(InstallerTest, CodeThatIsNeitherThePhonesNorThisMachinesIsRefused) {
@@ -188,7 +189,7 @@ TEST_P(InstallerTest, CodeThatIsNeitherThePhonesNorThisMachinesIsRefused) {
   EXPECT_THAT(why_not(deb), HasSubstr("for another machine"));
   code->bytes = code_of("1.2").substr(0, 40);
   EXPECT_THAT(why_not(deb), HasSubstr("ends in its header"));
-  EXPECT_EQ(*package::installed_version(*root_), "");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "");
 }
 
 TEST_P(InstallerTest, AFileThatChangesBetweenCheckAndInstallationIsInstalledAsItWasChecked) {
@@ -210,13 +211,13 @@ TEST_P(InstallerTest, AFileThatChangesBetweenCheckAndInstallationIsInstalledAsIt
   int installed = 0;
   // On a busy machine the bad file may lie there for a while.
   for (int i = 0; i < 40 || (installed == 0 && i < 100'000); ++i) {
-    if (package::install(*root_, file)) ++installed;
+    if (package::install(*root_, file, shipped_facts())) ++installed;
     std::this_thread::yield();
   }
   ended = true;
   swapping.join();
   EXPECT_GT(installed, 0);
-  EXPECT_EQ(*package::installed_version(*root_), "1.2");
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "1.2");
   EXPECT_FALSE(fs::exists(root_->path() + "/usr/bin/planted"));
 }
 

@@ -17,6 +17,12 @@
 
 namespace wispen::testing {
 
+/// What the package must be like.
+inline const BundleFacts& shipped_facts() {
+  static const BundleFacts facts = *read_facts(WISPEN_TEST_FACTS);
+  return facts;
+}
+
 inline const std::string kBundle = "./var/jb/Library/PreferenceBundles/3dvitrelleprefs.bundle/";
 
 inline package::DebFile package_at(const std::string& path) {
@@ -76,7 +82,7 @@ struct Breakage {
 /// Breaks the package and looks for the fault under the right name.
 inline void expect_named(const Breakage& breakage, package::DebFile deb) {
   breakage.breaks(deb);
-  const auto found = faults(package::verify_package(make_deb(deb)));
+  const auto found = faults(package::verify_package(make_deb(deb), shipped_facts()));
   const auto named = std::ranges::find_if(found, [&](const package::Check& fault) {
     return fault.name == breakage.check && fault.detail.find(breakage.detail) != std::string::npos;
   });

@@ -161,11 +161,11 @@ TEST(NewerSlice, JoinedAnewIsClean) {
   const std::string before = code_of(deb).bytes;
   in_arm64e([](std::string&) {})(deb);
   EXPECT_EQ(code_of(deb).bytes, before);
-  EXPECT_TRUE(package::verify_package(make_deb(deb)).clean());
+  EXPECT_TRUE(package::verify_package(make_deb(deb), shipped_facts()).clean());
 }
 
 TEST(NewerSlice, IsNamedBesideTheOlderOne) {
-  const auto report = package::verify_package(make_deb(shipped()));
+  const auto report = package::verify_package(make_deb(shipped()), shipped_facts());
   const auto slices = std::ranges::find(report.checks, "slices", &package::Check::name);
   ASSERT_NE(slices, report.checks.end());
   EXPECT_EQ(slices->detail, "arm64 and arm64e");

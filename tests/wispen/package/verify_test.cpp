@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, ShippedPackage,
                          });
 
 TEST_P(ShippedPackage, IsClean) {
-  const package::Report report = package::verify_package(contents_of(GetParam()));
+  const package::Report report = package::verify_package(contents_of(GetParam()), shipped_facts());
   EXPECT_GT(report.checks.size(), 15U);
   for (const package::Check& fault : faults(report)) {
     ADD_FAILURE() << fault.subject << ", " << fault.name << ": " << fault.detail;
@@ -219,12 +219,13 @@ TEST_P(BrokenPackage, IsNamedByTheRightCheck) { expect_named(breakages()[GetPara
 
 TEST(Package, OneThatIsMadeAnewIsAsCleanAsTheShippedOne) {
   // Otherwise the broken ones above could be broken by their maker.
-  EXPECT_EQ(faults(package::verify_package(make_deb(shipped()))).size(),
-            faults(package::verify_package(contents_of(WISPEN_TEST_ROOTLESS_PACKAGE))).size());
+  EXPECT_EQ(
+      faults(package::verify_package(make_deb(shipped()), shipped_facts())).size(),
+      faults(package::verify_package(contents_of(WISPEN_TEST_ROOTLESS_PACKAGE), shipped_facts())).size());
 }
 
 TEST(Package, WithoutTheSliceForNewerPhonesIsCleanAndSaysSo) {
-  const auto report = package::verify_package(make_deb(shipped()));
+  const auto report = package::verify_package(make_deb(shipped()), shipped_facts());
   EXPECT_TRUE(report.clean());
   const auto slices = std::ranges::find(report.checks, "slices", &package::Check::name);
   ASSERT_NE(slices, report.checks.end());
@@ -234,7 +235,8 @@ TEST(Package, WithoutTheSliceForNewerPhonesIsCleanAndSaysSo) {
 TEST(Package, CutAnywhereIsAFaultAndNoCrash) {
   const std::string whole = contents_of(WISPEN_TEST_ROOTLESS_PACKAGE);
   for (std::size_t size = 0; size < whole.size(); size += 1 + size / 20) {
-    EXPECT_FALSE(package::verify_package(std::string_view(whole).substr(0, size)).clean()) << size;
+    EXPECT_FALSE(package::verify_package(std::string_view(whole).substr(0, size), shipped_facts()).clean())
+        << size;
   }
 }
 
@@ -243,7 +245,7 @@ TEST(Package, TheShippedCodeCutAnywhereIsAFault) {
   const std::string whole = code_of(deb).bytes;
   for (std::size_t size = 0; size < whole.size(); size += 1 + size / 10) {
     package::Report report;
-    package::check_code(std::string_view(whole).substr(0, size), report);
+    package::check_code(std::string_view(whole).substr(0, size), shipped_facts(), report);
     EXPECT_FALSE(report.clean()) << size;
   }
 }

@@ -11,6 +11,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
@@ -19,19 +20,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kButtonPadding = 8;
-constexpr double kWidth = 270;
-constexpr double kRadius = 14;
-constexpr double kPadding = 16;
-constexpr double kTop = 20;
-constexpr double kTextGap = 3;
-constexpr double kButtonHeight = 44;
-constexpr double kSheetButtonHeight = 57;
-constexpr double kSheetGap = 8;  // between the answers and "Cancel"
-constexpr double kSheetMargin = 8;
-constexpr double kMostSheetWidth = 420;
-constexpr double kFieldHeight = 30;
-constexpr double kFieldGap = 8;
+using namespace metrics::alert;
 
 double hairline() { return 1 / static_cast<double>(display_settings().scale); }
 

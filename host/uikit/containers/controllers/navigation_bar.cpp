@@ -12,6 +12,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/painting/panes.hpp"
 #include "host/uikit/view/session.hpp"
@@ -21,11 +22,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kMargin = 16;
-constexpr double kBackMargin = 8;
-constexpr double kGap = 8;
-constexpr double kFadeDistance = 10;  // points of scrolling until the background is whole
-constexpr double kFadeSeconds = 0.3;
+using namespace metrics::bar;
 
 UIButton text_button(const NSString& title, bool bold) {
   const UIButton button = UIButton::buttonWithType(UIButtonType::System);

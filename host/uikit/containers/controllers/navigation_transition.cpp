@@ -11,16 +11,14 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/view/animation.hpp"
 #include "host/uikit/view/events/gesture_recognizer.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kTransitionSeconds = 0.35;
-constexpr double kParallax = 0.3;       // how far the page below moves, of the width
-constexpr double kDimming = 0.1;        // of the page below
-constexpr double kThrowVelocity = 300;  // points a second that finish a way back whatever its length
+using namespace metrics::transition;
 
 }  // namespace
 

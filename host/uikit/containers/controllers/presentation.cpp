@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/uikit/containers/controllers/alert_controller.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
 #include "host/uikit/view/window.hpp"
@@ -16,18 +17,7 @@ namespace {
 
 constexpr UIViewAutoresizing kFlexibleSize =
     UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight;
-constexpr double kSheetSeconds = 0.5;
-constexpr double kAlertSeconds = 0.25;
-constexpr double kCardRadius = 10;
-constexpr double kBoxRadius = 13;
-constexpr double kCardGap = 10;    // under the status bar
-constexpr double kBoxMargin = 20;  // a box keeps this from the edges of the screen
-constexpr Size kBoxSize{540, 620};
-constexpr double kPresenterScale = 0.92;
-constexpr double kDimming = 0.2;
-constexpr double kAlertScale = 1.1;  // an alert shrinks into place
-constexpr double kDragToDismiss = 0.35;
-constexpr double kThrowVelocity = 800;
+using namespace metrics::presentation;
 
 /// Outside of the platform's interface.
 class UIPresentationArea : public UIView {

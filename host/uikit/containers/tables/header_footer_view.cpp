@@ -57,23 +57,24 @@ class HeaderFooterView : public objc::Implementation<HeaderFooterView, UITableVi
   }
   double text_width(double width) {
     const EdgeInsets safe = self().safeAreaInsets();
-    return std::max(0.0, width - 2 * kCellMargin - safe.left - safe.right);
+    return std::max(0.0, width - 2 * metrics::kCellMargin - safe.left - safe.right);
   }
   Size sizeThatFits(const Size& size) {
     const double width = text_width(size.width);
     const double text = height_of(text_label_, width) + height_of(detail_label_, width);
-    return {size.width, text + kFooterTextTop + kSectionTextPadding};
+    return {size.width, text + metrics::kFooterTextTop + metrics::kSectionTextPadding};
   }
   void layoutSubviews() {
     super<"layoutSubviews">();
     const Rect bounds = self().bounds();
     content_.setFrame(bounds);
     background_view_.setFrame(bounds);
-    const double left = kCellMargin + self().safeAreaInsets().left;
+    const double left = metrics::kCellMargin + self().safeAreaInsets().left;
     const double width = text_width(bounds.width());
     const double text = height_of(text_label_, width);
     const double detail = height_of(detail_label_, width);
-    double y = is_header_ ? bounds.height() - kSectionTextPadding - text - detail + 1 : kFooterTextTop;
+    double y = is_header_ ? bounds.height() - metrics::kSectionTextPadding - text - detail + 1
+                          : metrics::kFooterTextTop;
     if (text_label_) text_label_.setFrame(Rect{{left, y}, {width, text}});
     y += text;
     if (detail_label_) detail_label_.setFrame(Rect{{left, y}, {width, detail}});

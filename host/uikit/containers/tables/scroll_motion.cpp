@@ -1,18 +1,19 @@
+// host/uikit/containers/tables/scroll_motion.cpp: how content follows a finger beyond its ends, and goes
+// on by itself when the finger has left it.
+
 #include "host/uikit/containers/tables/scroll_motion.hpp"
 
 #include <cmath>
 
 #include "host/animation/interpolation.hpp"
 #include "host/animation/timing_curve.hpp"
+#include "host/uikit/view/metrics.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-// The platform's normal deceleration keeps this part of the speed every millisecond.
-constexpr double kDeceleration = 0.998;
-constexpr double kRubber = 0.55;  // how much a finger still moves content beyond its ends
-constexpr double kSpringSeconds = 0.4;
+using namespace metrics::scrolling;
 
 }  // namespace
 

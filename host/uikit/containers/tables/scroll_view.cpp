@@ -9,6 +9,7 @@
 #include "host/uikit/view/application.hpp"
 #include "host/uikit/view/events/gesture_recognizer.hpp"
 #include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
@@ -17,10 +18,7 @@ namespace wispen::uikit {
 
 namespace {
 
-constexpr double kOffsetSeconds = 0.3;
-constexpr double kIndicatorWidth = 3;
-constexpr double kIndicatorMargin = 3;
-constexpr double kShortestIndicator = 36;
+using namespace metrics::scrolling;
 
 bool keeps_drags(const UIControl& control) {
   return objc::responds_to(control, objc::selector<hooks::kKeepsDrags>()) &&

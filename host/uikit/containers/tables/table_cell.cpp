@@ -33,7 +33,7 @@ graphics::Font detail_font(UITableViewCellStyle style) {
 UITableViewCell TableCell::initWithStyle(objc::Allocated<UITableViewCell> self, UITableViewCellStyle style,
                                          const NSString& identifier) {
   UITableViewCell cell =
-      super_init<"initWithFrame:">(std::move(self), Rect{{0, 0}, {320, kDefaultRowHeight}});
+      super_init<"initWithFrame:">(std::move(self), Rect{{0, 0}, {320, metrics::kDefaultRowHeight}});
   if (!cell) return cell;
   of(cell).style_ = style;
   of(cell).reuse_identifier_ = identifier;
@@ -56,7 +56,8 @@ void TableCell::layoutSubviews() {
   content_.setFrame(Rect{{turned ? room : 0, 0}, {bounds.width() - room, bounds.height()}});
   if (accessory_view_) {
     const Size size = accessory_view_.bounds().size;
-    const double x = turned ? kCellAccessoryMargin : bounds.width() - kCellAccessoryMargin - size.width;
+    const double x =
+        turned ? metrics::kCellAccessoryMargin : bounds.width() - metrics::kCellAccessoryMargin - size.width;
     accessory_view_.setFrame(
         {{x, round_to_pixel((bounds.height() - size.height) / 2, display_settings().scale)}, size});
   }
@@ -91,12 +92,12 @@ void TableCell::paint_accessory(graphics::Canvas& canvas, const Rect& bounds) {
     const auto symbol = graphics::symbol_image(name, configuration);
     if (symbol) canvas.draw(symbol->image, where, ContentMode::Centre, colour_of(tint));
   };
-  double edge = kCellAccessoryMargin;
+  double edge = metrics::kCellAccessoryMargin;
   if (accessory_ == UITableViewCellAccessoryType::DisclosureIndicator ||
       accessory_ == UITableViewCellAccessoryType::DetailDisclosureButton) {
-    draw("chevron.forward", 13.5, graphics::font_weight::kSemibold, box(edge, kCellAccessoryWidth),
+    draw("chevron.forward", 13.5, graphics::font_weight::kSemibold, box(edge, metrics::kCellAccessoryWidth),
          UIColor::tertiaryLabelColor());
-    edge += kCellAccessoryWidth + 6;
+    edge += metrics::kCellAccessoryWidth + 6;
   }
   if (accessory_ == UITableViewCellAccessoryType::Checkmark) {
     draw("checkmark", 15, graphics::font_weight::kSemibold, box(edge, 14), self().tintColor());
@@ -249,7 +250,8 @@ UIImageView TableCell::imageView() {
 double TableCell::separator_start() {
   if (separator_inset_ >= 0) return separator_inset_;
   const bool has_image = image_view_ && image_view_.image();
-  return has_image ? kCellMargin + kCellImageSize + kCellImageGap : kCellMargin;
+  return has_image ? metrics::kCellMargin + metrics::kCellImageSize + metrics::kCellImageGap
+                   : metrics::kCellMargin;
 }
 
 void TableCell::set_last_in_section(bool last) {

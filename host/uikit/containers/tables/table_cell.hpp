@@ -5,16 +5,10 @@
 #include "host/graphics/canvas.hpp"
 #include "host/uikit/view/events/key.hpp"
 #include "host/uikit/view/geometry.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "platform/UIKit.hpp"
 
 namespace wispen::uikit {
-
-inline constexpr double kCellMargin = 16;
-inline constexpr double kDefaultRowHeight = 44;
-inline constexpr double kCellImageSize = 29;  // of an icon, whatever its own size
-inline constexpr double kCellImageGap = 15;
-inline constexpr double kCellAccessoryWidth = 8;
-inline constexpr double kCellAccessoryMargin = 16;
 
 class TableCell : public objc::Implementation<TableCell, UITableViewCell> {
  public:

@@ -7,15 +7,14 @@
 #include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/image.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kLabelGap = 8;
-constexpr double kAccessoryGap = 8;
-constexpr double kVerticalPadding = 11;
+using namespace metrics::cell;
 constexpr UILayoutPriority kFittingSizeLevel = 50;
 
 /// At the accessibility sizes words wrap, and a value stands below its title.
@@ -37,16 +36,16 @@ bool TableCell::has_detail() const {
 }
 
 double TableCell::accessory_room() const {
-  if (accessory_view_) return accessory_view_.bounds().size.width + kCellAccessoryMargin;
+  if (accessory_view_) return accessory_view_.bounds().size.width + metrics::kCellAccessoryMargin;
   switch (accessory_) {
     case UITableViewCellAccessoryType::None:
       return 0;
     case UITableViewCellAccessoryType::DisclosureIndicator:
-      return kCellAccessoryWidth + kCellAccessoryMargin;
+      return metrics::kCellAccessoryWidth + metrics::kCellAccessoryMargin;
     case UITableViewCellAccessoryType::Checkmark:
-      return 14 + kCellAccessoryMargin;
+      return 14 + metrics::kCellAccessoryMargin;
     default:
-      return 22 + kCellAccessoryMargin;
+      return 22 + metrics::kCellAccessoryMargin;
   }
 }
 
@@ -57,14 +56,14 @@ void TableCell::place_content() {
     const double x = turned ? content.width() - leading - size.width : leading;
     view.setFrame(Rect{{x, y}, size});
   };
-  double leading = kCellMargin;
+  double leading = metrics::kCellMargin;
   if (image_view_ && image_view_.image()) {
     Size size = image_of(image_view_.image())->size();
-    size = {std::min(size.width, kCellImageSize), std::min(size.height, kCellImageSize)};
+    size = {std::min(size.width, metrics::kCellImageSize), std::min(size.height, metrics::kCellImageSize)};
     place(image_view_, leading, half(content.height() - size.height), size);
-    leading += size.width + kCellImageGap;
+    leading += size.width + metrics::kCellImageGap;
   }
-  const double trailing = accessory_room() > 0 ? kAccessoryGap : kCellMargin;
+  const double trailing = accessory_room() > 0 ? kAccessoryGap : metrics::kCellMargin;
   const double room = std::max(0.0, content.width() - leading - trailing);
   if (!text_label_) return;
   // Set here as well, since a page may have made the labels its own.
@@ -93,10 +92,10 @@ void TableCell::place_content() {
 }
 
 Size TableCell::sizeThatFits(const Size& size) {
-  double height = kDefaultRowHeight;
-  double leading = kCellMargin;
-  if (image_view_ && image_view_.image()) leading += kCellImageSize + kCellImageGap;
-  const double trailing = accessory_room() > 0 ? kAccessoryGap : kCellMargin;
+  double height = metrics::kDefaultRowHeight;
+  double leading = metrics::kCellMargin;
+  if (image_view_ && image_view_.image()) leading += metrics::kCellImageSize + metrics::kCellImageGap;
+  const double trailing = accessory_room() > 0 ? kAccessoryGap : metrics::kCellMargin;
   const double room = std::max(0.0, size.width - leading - trailing - accessory_room());
   let_wrap(text_label_);
   double text = 0;

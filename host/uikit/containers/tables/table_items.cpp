@@ -9,14 +9,13 @@
 #include "host/uikit/containers/tables/table_view.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
+#include "host/uikit/view/metrics.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-// The platform's inset-grouped metrics, in points.
-constexpr double kFirstHeader = 35;
-constexpr double kGap = 17.5;
+using namespace metrics::section;
 
 }  // namespace
 
@@ -39,7 +38,7 @@ void TableView::count_items() {
   std::vector<double> estimates;
   estimates.reserve(items_.size());
   for (const TableItem& item : items_) {
-    estimates.push_back(item.row >= 0 ? (row_height_ > 0 ? row_height_ : kDefaultRowHeight) : kGap);
+    estimates.push_back(item.row >= 0 ? (row_height_ > 0 ? row_height_ : metrics::kDefaultRowHeight) : kGap);
   }
   heights_.assign(std::move(estimates));
   loaded_ = true;
@@ -68,7 +67,7 @@ double TableView::measure(const TableItem& item) {
     if (height >= 0) return height;
     const UITableViewCell cell = cell_at({item.section, item.row});
     const double width = self().bounds().size.width - 2 * side_margin();
-    return cell ? cell.sizeThatFits(CGSize{width, 0}).height : kDefaultRowHeight;
+    return cell ? cell.sizeThatFits(CGSize{width, 0}).height : metrics::kDefaultRowHeight;
   }
   const bool header = item.row == TableItem::kHeader;
   double height = UITableViewAutomaticDimension;
@@ -84,10 +83,13 @@ double TableView::measure(const TableItem& item) {
     if (style_ == UITableViewStyle::Plain) return 0;
     return header && item.section == 0 && !header_ ? kFirstHeader : kGap;
   }
-  const double room = self().bounds().size.width - 2 * (side_margin() + kCellMargin);
+  const double room = self().bounds().size.width - 2 * (side_margin() + metrics::kCellMargin);
   const double text = section_label(title, header).sizeThatFits(CGSize{room, 0}).height;
-  if (!header) return kFooterTextTop + text + kSectionTextPadding + kGap - kSectionTextPadding;
-  return (item.section == 0 && !header_ ? kFirstHeader - kGap : 0) + kGap + text + kSectionTextPadding - 2;
+  if (!header)
+    return metrics::kFooterTextTop + text + metrics::kSectionTextPadding + kGap -
+           metrics::kSectionTextPadding;
+  return (item.section == 0 && !header_ ? kFirstHeader - kGap : 0) + kGap + text +
+         metrics::kSectionTextPadding - 2;
 }
 
 NSString TableView::title_of(const TableItem& item) {

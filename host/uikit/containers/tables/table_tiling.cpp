@@ -8,13 +8,14 @@
 #include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/containers/tables/table_view.hpp"
 #include "host/uikit/view/animation.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/responder.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kCornerRadius = 10;  // the platform's, in points
+using namespace metrics::section;
 // Longer tables than this are not measured row by row before they are seen.
 constexpr std::size_t kMeasuredAtOnce = 400;
 

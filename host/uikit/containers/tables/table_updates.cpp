@@ -6,12 +6,13 @@
 
 #include "host/uikit/containers/tables/table_view.hpp"
 #include "host/uikit/view/animation.hpp"
+#include "host/uikit/view/metrics.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kUpdateSeconds = 0.3;
+using namespace metrics::section;
 
 }  // namespace
 

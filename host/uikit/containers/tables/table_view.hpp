@@ -135,7 +135,7 @@ class TableView : public objc::Implementation<TableView, UITableView> {
   bool loaded_ = false;
   std::vector<std::size_t> section_starts_;  // of the header's item
   std::vector<TableItem> items_;
-  std::vector<bool> measured_;  // by item: its height is no estimate
+  std::vector<bool> measured_;  // by item: its height is not an estimate
   HeightIndex heights_;
   double laid_out_width_ = 0;
 

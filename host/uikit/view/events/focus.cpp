@@ -31,7 +31,8 @@ UIView remembered_view() {
 
 void show_change(const UIView& changed) {
   if (const UIWindow window = changed.window()) {
-    const Rect around = View::of(changed).bounds().inset(-kFocusRingReach, -kFocusRingReach);
+    const Rect around =
+        View::of(changed).bounds().inset(-metrics::kFocusRingReach, -metrics::kFocusRingReach);
     Window::of(window).add_damage(changed.convertRectToView(around, window));
   }
 }

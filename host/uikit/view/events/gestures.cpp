@@ -6,6 +6,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/view/events/gesture_recognizer.hpp"
 #include "host/uikit/view/events/touch.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/session.hpp"
 
 namespace wispen::uikit {
@@ -14,12 +15,7 @@ using enum UIGestureRecognizerState;
 
 namespace {
 
-// The platform's distances and times, as far as they are known from use.
-constexpr double kTapDistance = 45;    // a finger that moves further does not tap
-constexpr double kTapInterval = 0.35;  // seconds from one tap to the next of several
-constexpr double kPanDistance = 10;    // before a pan begins
-constexpr double kLongPressDistance = 10;
-constexpr double kEdgeWidth = 20;
+using namespace metrics::gesture;
 
 double distance(const Point& one, const Point& other) { return std::hypot(one.x - other.x, one.y - other.y); }
 

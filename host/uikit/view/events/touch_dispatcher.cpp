@@ -7,6 +7,7 @@
 
 #include "host/uikit/view/application.hpp"
 #include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
 #include "host/uikit/view/window.hpp"
@@ -15,9 +16,7 @@ namespace wispen::uikit {
 
 namespace {
 
-// The platform's, roughly: a second tap counts when it comes soon and close enough.
-constexpr double kMultipleTapInterval = 0.35;
-constexpr double kMultipleTapDistance = 40;
+using namespace metrics::gesture;
 
 double now_in_seconds() { return static_cast<double>(main_loop().clock().now().count()) / 1e9; }
 

@@ -8,23 +8,22 @@
 #include "host/uikit/view/events/focus.hpp"
 #include "host/uikit/view/hooks.hpp"
 #include "host/uikit/view/layer.hpp"
+#include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 
 namespace {
 
-constexpr double kWidth = 3;
-constexpr double kGap = 1;  // between the view and its ring
-constexpr double kPlainRadius = 6;
+using namespace metrics::focus;
 
 /// What can be seen of the view: a row that is half under the bar has half a ring.
 Rect visible_part(const UIView& view, const UIWindow& window) {
   Rect seen = window.bounds();
   for (UIView above = View::of(view).superview(); above; above = View::of(above).superview()) {
     if (!above.clipsToBounds()) continue;
-    seen = seen.intersection(
-        Rect(above.convertRectToView(above.bounds(), window)).inset(-kFocusRingReach, -kFocusRingReach));
+    seen = seen.intersection(Rect(above.convertRectToView(above.bounds(), window))
+                                 .inset(-metrics::kFocusRingReach, -metrics::kFocusRingReach));
   }
   return seen;
 }
@@ -38,7 +37,7 @@ Rect focus_ring_place() {
   if (!window || window.isHidden()) return {};
   const Rect frame = window.frame();
   return Rect(focused.convertRectToView(focused.bounds(), window))
-      .inset(-kFocusRingReach, -kFocusRingReach)
+      .inset(-metrics::kFocusRingReach, -metrics::kFocusRingReach)
       .intersection(visible_part(focused, window))
       .offset(frame.min_x(), frame.min_y());
 }

@@ -1,3 +1,6 @@
+// tests/host/uikit/containers/tables/scroll_motion_test.cpp: how content follows a finger beyond its ends,
+// and goes on by itself when the finger has left it.
+
 #include "host/uikit/containers/tables/scroll_motion.hpp"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,77 @@
+// tests/host/uikit/containers/controllers/navigation_bar_test.cpp: the bar above the pages, and alerts.
+
+#include "tests/host/uikit/screen_fixture.hpp"
+#include "tests/support/kept.hpp"
+
+namespace wispen::uikit {
+namespace {
+
+using wispen::testing::expect_kept;
+
+class NavigationBarTest : public ScreenTest {
+ protected:
+  void SetUp() override {
+    ScreenTest::SetUp();
+    for (UIViewController* const page : {&root_, &middle_, &top_}) *page = objc::make<UIViewController>();
+    navigation_ = UINavigationController::alloc().initWithRootViewController(root_);
+    window_.setRootViewController(navigation_);
+    navigation_.pushViewController(middle_, false);
+    navigation_.pushViewController(top_, false);
+    window_.layoutIfNeeded();
+  }
+  void TearDown() override {
+    window_.setRootViewController(UIViewController());
+    navigation_ = UINavigationController();
+    ScreenTest::TearDown();
+  }
+  UIViewController root_, middle_, top_;
+  UINavigationController navigation_;
+};
+
+TEST_F(NavigationBarTest, KnowsItsItems) {
+  const UINavigationBar bar = navigation_.navigationBar();
+  EXPECT_EQ((objc::send<"backItem", NSObject>(bar)), middle_.navigationItem());
+  expect_kept<"isTranslucent", "setTranslucent:">(bar, false);
+  NSMutableDictionary attributes = NSMutableDictionary::dictionary();
+  attributes.setObject(UIColor::redColor(), NSForegroundColorAttributeName);
+  objc::send<"setTitleTextAttributes:">(bar, attributes);
+  EXPECT_TRUE((objc::send<"titleTextAttributes", NSDictionary>(bar)).isEqual(attributes));
+}
+
+TEST_F(NavigationBarTest, IsHiddenWithTheRoomThatItTook) {
+  const double below = navigation_.navigationBar().frame().size.height;
+  EXPECT_GT(below, 0);
+  objc::send<"setNavigationBarHidden:">(navigation_, true);
+  EXPECT_TRUE((objc::send<"isNavigationBarHidden", bool>(navigation_)));
+  EXPECT_TRUE(navigation_.navigationBar().isHidden());
+  objc::send<"setNavigationBarHidden:animated:">(navigation_, false, true);
+  EXPECT_FALSE((objc::send<"isNavigationBarHidden", bool>(navigation_)));
+}
+
+TEST_F(NavigationBarTest, GoesBackSeveralPagesAtOnce) {
+  EXPECT_EQ((objc::send<"visibleViewController", UIViewController>(navigation_)), top_);
+  EXPECT_TRUE((objc::send<"interactivePopGestureRecognizer", NSObject>(navigation_)));
+  const auto gone = objc::send<"popToViewController:animated:", NSArray>(navigation_, root_, false);
+  EXPECT_EQ(gone.count(), 2U);
+  EXPECT_EQ(navigation_.topViewController(), root_);
+  NSMutableArray all = NSMutableArray::array();
+  all.addObject(root_);
+  all.addObject(top_);
+  objc::send<"setViewControllers:animated:">(navigation_, all, false);
+  EXPECT_EQ(navigation_.topViewController(), top_);
+  EXPECT_EQ((objc::send<"popToRootViewControllerAnimated:", NSArray>(navigation_, false)).count(), 1U);
+  EXPECT_EQ(navigation_.topViewController(), root_);
+}
+
+TEST_F(NavigationBarTest, AnAlertKeepsWhatItSays) {
+  constexpr NSInteger kAlert = 1;
+  const auto alert = objc::send<"alertControllerWithTitle:message:preferredStyle:", UIAlertController>(
+      objc::class_for<UIAlertController>(), "Title"_ns, "Old"_ns, kAlert);
+  const NSString message = "New"_ns;
+  expect_kept<"message", "setMessage:">(alert, message);
+  EXPECT_EQ((objc::send<"preferredStyle", NSInteger>(alert)), kAlert);
+  EXPECT_FALSE((objc::send<"preferredAction", NSObject>(alert)));
+}
+
+}  // namespace
+}  // namespace wispen::uikit
