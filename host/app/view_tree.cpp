@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <string>
 
+#include "host/graphics/text_layout.hpp"
 #include "host/preferences/cell_types.hpp"
+#include "host/uikit/controls/label.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/view/application.hpp"
@@ -116,6 +118,7 @@ Json describe(const UIView& view, const UIView& focused) {
   if (const auto label = objc::cast_or_nil<UILabel>(view)) {
     add_text(json, "text", label.text());
     json["colour"] = hex_of(label.textColor());
+    if (uikit::text_of_label(label, label.bounds().size)->truncated()) json["truncated"] = true;
   }
   describe_control(view, json);
   describe_row(view, json);

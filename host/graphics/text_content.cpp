@@ -24,13 +24,17 @@ void add(PangoAttrList* list, PangoAttribute* attribute, std::size_t start, std:
   pango_attr_list_insert(list, attribute);
 }
 
+/// Points after each character.
+double letter_spacing(const TextAttributes& attributes) {
+  return attributes.kern + TextEngine::adjustment(attributes.font).tracking * attributes.font.size();
+}
+
 void add_run(PangoAttrList* list, const TextAttributes& attributes, std::size_t run, std::size_t start,
              std::size_t end) {
-  const FaceAdjustment adjustment = TextEngine::adjustment(attributes.font);
   const PangoDescription description = TextEngine::description(attributes.font);
   add(list, pango_attr_font_desc_new(description.get()), start, end);
   add(list, run_mark(run), start, end);
-  const double spacing = attributes.kern + adjustment.tracking * attributes.font.size();
+  const double spacing = letter_spacing(attributes);
   if (spacing != 0) {
     add(list, pango_attr_letter_spacing_new(static_cast<int>(std::lround(spacing * PANGO_SCALE))), start,
         end);
@@ -39,6 +43,12 @@ void add_run(PangoAttrList* list, const TextAttributes& attributes, std::size_t 
 }
 
 }  // namespace
+
+double break_slack(const AttributedText& text) {
+  double slack = 0;
+  for (const auto& run : text.runs()) slack = std::max(slack, letter_spacing(run.attributes));
+  return slack;
+}
 
 std::size_t run_of_item(const PangoItem* item) {
   for (const GSList* each = item->analysis.extra_attrs; each != nullptr; each = each->next) {

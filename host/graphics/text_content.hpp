@@ -32,6 +32,10 @@ struct TextLayout::Content {
   double font_scale = 1;
 };
 
+/// How much wider than it turns out to be the text library takes a line for where it breaks lines, in points:
+/// the room after each character counts there also for the last one.
+double break_slack(const AttributedText& text);
+
 /// The number of the text's run that a piece of a line belongs to.
 std::size_t run_of_item(const PangoItem* item);
 

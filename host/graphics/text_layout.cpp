@@ -135,7 +135,7 @@ class Setter {
   bool append_lines(std::size_t piece, bool wrapping, std::size_t* next) {
     PangoLayout* layout = content_.pieces[piece].layout.get();
     if (wrapping) {
-      pango_layout_set_width(layout, pango_width(constraints_.width));
+      pango_layout_set_width(layout, pango_width(constraints_.width + break_slack(content_.text)));
       const bool by_character = constraints_.line_break == LineBreak::CharacterWrap;
       pango_layout_set_wrap(layout, by_character ? PANGO_WRAP_CHAR : PANGO_WRAP_WORD_CHAR);
       pango_layout_set_justify(layout, constraints_.alignment == TextAlignment::Justified);

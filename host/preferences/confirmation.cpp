@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "host/foundation/system_texts.hpp"
 #include "host/preferences/cells/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
 
@@ -44,7 +45,7 @@ void confirm(const PSSpecifier& specifier, std::function<void()> accepted, std::
   const auto style =
       is_set(specifier, "isDestructive"_ns) ? UIAlertActionStyle::Destructive : UIAlertActionStyle::Default;
   add_action(alert, text(confirmation, "okTitle"_ns, title ? title : "OK"_ns), style, std::move(accepted));
-  add_action(alert, text(confirmation, "cancelTitle"_ns, "Cancel"_ns), UIAlertActionStyle::Cancel,
+  add_action(alert, text(confirmation, "cancelTitle"_ns, system_text("Cancel")), UIAlertActionStyle::Cancel,
              std::move(cancelled));
   page.presentViewController(alert, true);
 }

@@ -5,15 +5,19 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "host/foundation/arrays.hpp"
+#include "host/foundation/system_texts.hpp"
 #include "host/preferences/list_controller.hpp"
 #include "host/preferences/specifier.hpp"
 
 namespace wispen {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string folder_of(const PSSpecifier& row) {
   const auto folder = objc::cast_or_nil<NSString>(row.propertyForKey("bundleFolder"_ns));
@@ -25,6 +29,7 @@ std::string folder_of(const PSSpecifier& row) {
 class FrontPage : public objc::Implementation<FrontPage, SettingsFrontPage> {
  public:
   NSMutableArray specifiers() {
+    self().setTitle(system_text("Settings"));  // as often as the page is made anew, in another language too
     NSMutableArray& shown = preferences::ListController::of(self()).list();
     if (shown) return shown;
     NSMutableArray rows = NSMutableArray::array();
@@ -35,7 +40,6 @@ class FrontPage : public objc::Implementation<FrontPage, SettingsFrontPage> {
   }
   void viewDidLoad() {
     super<"viewDidLoad">();
-    self().setTitle("Settings"_ns);
     self().navigationItem().setLargeTitleDisplayMode(UINavigationItemLargeTitleDisplayMode::Always);
   }
   UIViewController controllerForSpecifier(const PSSpecifier& row) {
@@ -92,8 +96,18 @@ const std::vector<BundleEntry>& SettingsFrontPage::entries() const { return Fron
 
 void SettingsFrontPage::add(const BundleEntry& entry) const {
   auto& entries = FrontPage::of(*this).entries();
-  if (std::ranges::find(entries, entry.folder, &BundleEntry::folder) != entries.end()) return;
-  entries.push_back(entry);
+  // A bundle that is being written takes the place of the installed one of its name.
+  const auto same_name = [&](const BundleEntry& other) {
+    return fs::path(other.folder).filename() == fs::path(entry.folder).filename();
+  };
+  const auto found = std::ranges::find_if(entries, same_name);
+  if (found == entries.end()) {
+    entries.push_back(entry);
+  } else if (found->folder != entry.folder) {
+    found->folder = entry.folder;
+  } else {
+    return;
+  }
   reloadSpecifiers();
 }
 

@@ -142,7 +142,11 @@ Result<void> SettingsApp::show(const std::string& page) {
   auto path = path_to(page);
   if (path.empty()) return Error{"there is no page \"" + page + "\" that a row leads to"};
   join(path, navigation_);
-  navigation_.setViewControllers(array_of(path));
+  // As a user would come there: each page on the way appears, and may dress the bar for those after it.
+  for (std::size_t length = 1; length <= path.size(); ++length) {
+    const auto end = path.begin() + static_cast<std::ptrdiff_t>(length);
+    navigation_.setViewControllers(array_of(std::vector<UIViewController>(path.begin(), end)));
+  }
   return {};
 }
 
@@ -211,6 +215,11 @@ Result<graphics::Image> SettingsApp::picture(double scale, bool whole_page) {
     uikit::Application::shared().lay_out_windows();
     rest_at(scroll, {0, -kHighest});
     uikit::Application::shared().lay_out_windows();
+  }
+  // Rows that came into sight just now may fade in.
+  constexpr double kLongestFade = 2;
+  if (auto quiet = host_.loop().clock().driven() ? settle(kLongestFade) : Result<void>(); !quiet) {
+    return quiet.error();
   }
   auto picture = uikit::take_picture(session, scale);
   session.set_device(device);

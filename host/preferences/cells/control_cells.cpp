@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include "host/preferences/cells/table_cell.hpp"
 #include "host/preferences/confirmation.hpp"
 #include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/view/hooks.hpp"
 #include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -18,6 +20,7 @@ namespace {
 
 constexpr double kMargin = uikit::metrics::kCellMargin;
 using namespace uikit::metrics::row;
+constexpr double kMostSteps = 1000;  // a list may say any number
 
 double number(const NSObject& value, double fallback) {
   if (!value || !objc::responds_to(value, objc::selector<"doubleValue">())) return fallback;
@@ -150,12 +153,10 @@ class SliderCell : public objc::Implementation<SliderCell, PSSliderTableCell> {
     slider.setMinimumValue(static_cast<float>(low));
     slider.setMaximumValue(static_cast<float>(high));
     slider.setContinuous(is_set(specifier, "isContinuous"_ns));
-    if (const UIImage left = image_named_by(specifier, "leftImage"_ns)) {
-      slider.setMinimumValueImage(left);
-    }
-    if (const UIImage right = image_named_by(specifier, "rightImage"_ns)) {
-      slider.setMaximumValueImage(right);
-    }
+    // Also where there are none: the cell may have been another row's.
+    slider.setMinimumValueImage(image_named_by(specifier, "leftImage"_ns));
+    slider.setMaximumValueImage(image_named_by(specifier, "rightImage"_ns));
+    objc::send<uikit::hooks::kSetTicks>(slider, static_cast<NSInteger>(steps_of(specifier)));
     show_value_label(is_set(specifier, "showValue"_ns), slider);
   }
   void show_value_label(bool shown, const UISlider& slider) {
@@ -176,26 +177,27 @@ class SliderCell : public objc::Implementation<SliderCell, PSSliderTableCell> {
   void showSliderValue(const NSObject&) {
     if (!value_label_) return;
     char text[32];
-    std::snprintf(text, sizeof text, "%.2f", double{slider().value()});
+    std::snprintf(text, sizeof text, "%.2f", resting_value());
     value_label_.setText(text);
   }
-  /// With steps, a slider rests only on one of them.
-  void snap() {
-    const PSSpecifier specifier = self().specifier();
+  /// How many steps the row has; 0 for one that takes every value.
+  static double steps_of(const PSSpecifier& specifier) {
     const double steps = number(specifier.propertyForKey("segmentCount"_ns), 0);
-    if (!is_set(specifier, "isSegmented"_ns) || steps < 1) return;
+    return is_set(specifier, "isSegmented"_ns) && steps >= 1 ? std::min(steps, kMostSteps) : 0;
+  }
+  /// The value that is stored when the finger lifts: with steps, the nearest of them.
+  double resting_value() {
     const UISlider slider = this->slider();
+    const double steps = steps_of(self().specifier());
     const double low = slider.minimumValue();
     const double high = slider.maximumValue();
-    const double value = slider.value();
-    if (high <= low) return;
+    if (steps == 0 || high <= low) return slider.value();
     const double step = (high - low) / steps;
-    const auto rested = static_cast<float>(low + std::round((value - low) / step) * step);
-    slider.setValue(rested);
+    return low + std::round((slider.value() - low) / step) * step;
   }
   NSObject controlValue() { return NSNumber::numberWithFloat(slider().value()); }
   void controlChanged(const NSObject& sender) {
-    snap();
+    slider().setValue(static_cast<float>(resting_value()));
     super<"controlChanged:">(sender);
   }
   void setValue(const NSObject& value) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "host/uikit/controls/control.hpp"
 #include "host/uikit/controls/controls.hpp"
@@ -49,6 +50,30 @@ class Slider : public objc::Implementation<Slider, UISlider> {
     metrics::cast_thumb_shadow(thumb_.layer(), metrics::kSliderThumbShadow);
     apply_colours();
   }
+  void setTicks(NSInteger steps) {
+    const std::size_t wanted = steps > 0 ? static_cast<std::size_t>(steps) + 1 : 0;
+    if (ticks_.size() == wanted) return;
+    for (const UIView& tick : ticks_) tick.removeFromSuperview();
+    ticks_.assign(wanted, UIView());
+    for (UIView& tick : ticks_) {
+      tick = objc::make<UIView>();
+      tick.setBackgroundColor(UIColor::systemGray3Color());
+      tick.layer().setCornerRadius(kTickWidth / 2);
+      body_.insertSubview(tick, 0);  // behind the track and the thumb
+    }
+    self().setNeedsLayout();
+  }
+  /// Each where the middle of the thumb rests on its step.
+  void place_ticks(const Rect& bounds, const Rect& track) {
+    const double last = static_cast<double>(ticks_.size()) - 1;
+    for (std::size_t i = 0; i < ticks_.size(); ++i) {
+      const double part = static_cast<double>(i) / last;
+      const auto value = static_cast<float>(minimum_ + part * (double{maximum_} - double{minimum_}));
+      const double x = Rect(self().thumbRectForBounds(bounds, track, value)).mid_x() - kTickWidth / 2;
+      const double y = bounds.mid_y() - kTickHeight / 2;
+      ticks_[i].setFrame(Rect{{round_to_pixel(x, display_settings().scale), y}, {kTickWidth, kTickHeight}});
+    }
+  }
   void apply_colours() {
     const auto or_else = [](const UIColor& own, const UIColor& other) { return own ? own : other; };
     minimum_track_.setBackgroundColor(or_else(minimum_tint_, self().tintColor()));
@@ -95,6 +120,7 @@ class Slider : public objc::Implementation<Slider, UISlider> {
     body_.setFrame(bounds);
     thumb_.setFrame(thumb);
     maximum_track_.setFrame(track);
+    place_ticks(bounds, track);
     Rect passed = track;
     if (is_right_to_left(self())) passed.origin.x = thumb.mid_x();
     passed.size.width = is_right_to_left(self()) ? std::max(0.0, track.max_x() - thumb.mid_x())
@@ -246,7 +272,8 @@ class Slider : public objc::Implementation<Slider, UISlider> {
   UIColor minimum_tint_;
   UIColor maximum_tint_;
   UIColor thumb_tint_;
-  UIView body_;  // around the parts: they fade as one
+  UIView body_;                // around the parts: they fade as one
+  std::vector<UIView> ticks_;  // one for each step, and one for the end
   UIView minimum_track_;
   UIView maximum_track_;
   UIView thumb_;
@@ -290,6 +317,7 @@ void define_slider() {
       .method<"tintColorDidChange", &Slider::tintColorDidChange>()
       .method<"accessibilityValue", &Slider::accessibilityValue>()
       .method<hooks::kControlStateChanged, &Slider::stateChanged>()
+      .method<hooks::kSetTicks, &Slider::setTicks>()
       .method<hooks::kKeepsDrags, &Slider::keepsDrags>()
       .method<hooks::kHandleKey, &Slider::handleKey>()
       .register_class();

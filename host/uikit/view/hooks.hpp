@@ -30,6 +30,8 @@ inline constexpr objc::FixedString kLastBaseline{"_baselineOffsetFromBottom"};
 inline constexpr objc::FixedString kSafeAreaForContent{"_safeAreaInsetsForContent"};
 
 // Controllers.
+/// A slider shows where its steps are; 0 for one without.
+inline constexpr objc::FixedString kSetTicks{"_setTicks:"};
 /// (UIViewController, UIScrollView): a page's content was scrolled under the bar.
 inline constexpr objc::FixedString kContentScrolled{"_contentOf:scrolled:"};
 /// One page back, as the bar's button does.

@@ -75,6 +75,8 @@ inline constexpr double kTrack = 4;
 inline constexpr double kTrackMargin = 2;
 inline constexpr double kThumb = 28;
 inline constexpr double kImageGap = 10;
+inline constexpr double kTickWidth = 2;
+inline constexpr double kTickHeight = 10;
 inline constexpr double kTouchReach = 10;  // around the thumb
 inline constexpr double kSlideSeconds = 0.25;
 // Of the range, for one press of a key, and with the shift key.

@@ -13,6 +13,7 @@
 #include "host/uikit/view/hooks.hpp"
 #include "host/uikit/view/metrics.hpp"
 #include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/painting/panes.hpp"
 #include "host/uikit/view/session.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -87,9 +88,8 @@ class AlertButton : public objc::Implementation<AlertButton, UIAlertButton> {
 
 /// The rounded pane behind, with hairlines between the answers.
 void paint_panel(const UIView& panel, graphics::Canvas& canvas, const Rect& bounds) {
-  const graphics::Colour pane =
-      graphics::Colour::dynamic(graphics::Colour::hex(0xF2F2F2, 0.94), graphics::Colour::hex(0x262626, 0.94));
-  canvas.fill(graphics::Path::rounded_rect(bounds, kRadius), pane);
+  paint_pane(panel, canvas, bounds,
+             graphics::blur_effect_material(static_cast<int>(UIBlurEffectStyle::SystemMaterial)));
   const double line = hairline();
   for (const UIView& subview : View::of(panel).subviews()) {
     if (!objc::cast_or_nil<UIAlertButton>(subview)) continue;
@@ -318,7 +318,7 @@ void define_alert_controller() {
       .method<"currentTitle", &AlertButton::title>()
       .register_class();
   set_painter<&AlertButton::paint>();
-  objc::Class<UIAlertPanel>().register_class();
+  objc::Class<UIAlertPanel>().method<"didMoveToWindow", &note_pane>().register_class();
   set_painter(objc::class_for<UIAlertPanel>(), &paint_panel);
   objc::Class<UIAlertController>::implemented_by<AlertController>()
       .class_method<"alertControllerWithTitle:message:preferredStyle:", &AlertController::with>()

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "host/foundation/arrays.hpp"
+#include "host/foundation/system_texts.hpp"
 #include "host/graphics/canvas.hpp"
 #include "host/uikit/containers/controllers/navigation_item.hpp"
 #include "host/uikit/values/color.hpp"
@@ -79,7 +80,7 @@ void NavigationBar::fill(const UIView& content) {
   if (items_.size() > 1 && !item.hidesBackButton() && item.left().empty()) {
     const NavigationItem& before = NavigationItem::of(items_[items_.size() - 2]);
     NSString title = before.backButtonTitle() ? before.backButtonTitle() : before.title();
-    if (!title || title.length() == 0) title = "Back"_ns;
+    if (!title || title.length() == 0) title = system_text("Back");
     back_ = text_button(title, false);
     const char* const chevron = is_right_to_left(self()) ? "chevron.right" : "chevron.left";
     back_.setImage(UIImage::systemImageNamed(NSString(chevron)), UIControlStateNormal);
@@ -195,7 +196,7 @@ double NavigationBar::title_alpha() {
 }
 
 double NavigationBar::background_alpha() {
-  return std::clamp((scrolled_ - extra()) / kFadeDistance, 0.0, 1.0);
+  return std::clamp((furthest_ - extra()) / kFadeDistance, 0.0, 1.0);
 }
 
 void NavigationBar::paint(graphics::Canvas& canvas, const Rect& bounds) {
@@ -261,7 +262,6 @@ void NavigationBar::set_items(std::vector<UINavigationItem> items, bool animated
   for (const UINavigationItem& item : items_) NavigationItem::of(item).set_bar(UINavigationBar());
   items_ = std::move(items);
   for (const UINavigationItem& item : items_) NavigationItem::of(item).set_bar(self());
-  scrolled_ = 0;
   build(animated);
 }
 
@@ -269,9 +269,10 @@ void NavigationBar::item_changed(const UINavigationItem& item) {
   if (topItem() == item || (items_.size() > 1 && backItem() == item)) build(false);
 }
 
-void NavigationBar::set_content_scrolled(double distance) {
-  if (scrolled_ == distance) return;
+void NavigationBar::set_content_scrolled(double distance, double furthest) {
+  if (scrolled_ == distance && furthest_ == furthest) return;
   scrolled_ = distance;
+  furthest_ = furthest;
   self().setNeedsLayout();
   self().setNeedsDisplay();
 }

@@ -42,9 +42,10 @@ class NavigationBar : public objc::Implementation<NavigationBar, UINavigationBar
   void item_changed(const UINavigationItem& item);
   /// Who is told of a tap on the way back: it answers `_goBack`.
   void set_back_target(const NSObject& target) { back_target_ = target; }
-  /// How far the content has gone up under the bar: 0 at the top. A large title gives way, and then the
-  /// bar's background comes in.
-  void set_content_scrolled(double distance);
+  /// How far the content has gone up under the bar, which is 0 at the top: that of the page whose title it
+  /// shows, before which a large title gives way, and the furthest of all that is seen below it, which brings
+  /// the background.
+  void set_content_scrolled(double distance, double furthest);
 
  private:
   friend void define_navigation_bar();
@@ -64,6 +65,7 @@ class NavigationBar : public objc::Implementation<NavigationBar, UINavigationBar
   UIColor bar_tint_;
   NSDictionary title_attributes_;
   double scrolled_ = 0;
+  double furthest_ = 0;
 };
 
 void define_navigation_bar();

@@ -151,8 +151,25 @@ void NavigationController::set_bar_hidden_animated(bool hidden, bool) {
 }
 
 void NavigationController::content_scrolled(const UIView& scroll, double distance) {
-  if (!stack_.empty() && scroll.isDescendantOfView(top().view()))
-    NavigationBar::of(bar_).set_content_scrolled(distance);
+  const auto note = [&](const UIViewController& page) {
+    if (!page || !scroll.isDescendantOfView(page.viewIfLoaded())) return;
+    NavigationItem::of(page.navigationItem()).set_scrolled(distance);
+  };
+  for (const UIViewController& page : stack_) note(page);
+  if (const SharedTransition running = transition_) note(running->from);
+  follow_content();
+}
+
+void NavigationController::follow_content() {
+  if (stack_.empty()) return;
+  const auto scrolled = [](const UIViewController& page) {
+    return page ? NavigationItem::of(page.navigationItem()).scrolled() : 0;
+  };
+  double furthest = scrolled(top());
+  if (const SharedTransition running = transition_) {
+    furthest = std::max({furthest, scrolled(running->from), scrolled(running->to)});
+  }
+  NavigationBar::of(bar_).set_content_scrolled(scrolled(top()), furthest);
 }
 
 bool NavigationController::handleKey(const UIKey& key) {

@@ -42,6 +42,8 @@ class NavigationController : public objc::Implementation<NavigationController, U
   void setDelegate(const NSObject& delegate) { delegate_ = delegate; }
   void go_back();
   void content_scrolled(const UIView& scroll, double distance);
+  /// The bar follows the pages that are seen below it: two of them while one slides over the other.
+  void follow_content();
   bool handleKey(const UIKey& key);
   /// The way back under a finger that came from the edge.
   void follow_way_back(const UIScreenEdgePanGestureRecognizer& pan);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/foundation/arrays.hpp"
+#include "host/foundation/system_texts.hpp"
 #include "host/uikit/containers/controllers/navigation_bar.hpp"
 
 namespace wispen::uikit {
@@ -51,7 +52,7 @@ class BarButtonItem : public objc::Implementation<BarButtonItem, UIBarButtonItem
     UIBarButtonItem item = with(
         std::move(self), done ? UIBarButtonItemStyle::Done : UIBarButtonItemStyle::Plain, target, action);
     const auto number = static_cast<std::size_t>(system);
-    if (item && number < std::size(kWords)) of(item).title_ = NSString(kWords[number]);
+    if (item && number < std::size(kWords)) of(item).title_ = system_text(kWords[number]);
     return item;
   }
   NSObject target() { return target_.lock(); }

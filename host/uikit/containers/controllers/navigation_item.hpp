@@ -20,6 +20,9 @@ class NavigationItem : public objc::Implementation<NavigationItem, UINavigationI
   const UIView& titleView() const { return title_view_; }
   const NSString& backButtonTitle() const { return back_title_; }
   bool hidesBackButton() const { return hides_back_button_; }
+  /// How far the page's content has gone up under the bar: 0 at the top.
+  double scrolled() const { return scrolled_; }
+  void set_scrolled(double distance) { scrolled_ = distance; }
   UINavigationItemLargeTitleDisplayMode large_title_mode() const { return large_title_mode_; }
   /// Outermost first.
   const Items& left() const { return left_; }
@@ -50,6 +53,7 @@ class NavigationItem : public objc::Implementation<NavigationItem, UINavigationI
   Items left_;
   Items right_;
   bool hides_back_button_ = false;
+  double scrolled_ = 0;
   UINavigationItemLargeTitleDisplayMode large_title_mode_ = UINavigationItemLargeTitleDisplayMode::Automatic;
   objc::Unowned<UINavigationBar> bar_;  // while the item is in one
 };

@@ -47,6 +47,7 @@ NavigationController::SharedTransition NavigationController::begin_transition(co
   container_.addSubview(transition->dim);
   container_.addSubview(back ? from.view() : to.view());
   transition_ = transition;
+  follow_content();
   return transition;
 }
 
@@ -63,6 +64,7 @@ void NavigationController::complete(const SharedTransition& transition) {
     from.view().setTransform(AffineTransform());
   }
   to.view().setTransform(AffineTransform());
+  follow_content();
   if (from) from.endAppearanceTransition();
   to.endAppearanceTransition();
   objc::send<"didMoveToParentViewController:">(to, kept);
@@ -101,6 +103,7 @@ void NavigationController::show_items(bool animated) {
   std::vector<UINavigationItem> items;
   for (const UIViewController& controller : stack_) items.push_back(controller.navigationItem());
   NavigationBar::of(bar_).set_items(std::move(items), animated);
+  follow_content();
   self().viewIfLoaded().setNeedsLayout();
 }
 

@@ -44,7 +44,7 @@ class HeaderFooterView : public objc::Implementation<HeaderFooterView, UITableVi
     if (!slot) {
       slot = objc::make<UILabel>();
       slot.setNumberOfLines(0);
-      slot.setFont(font_from(footnote_font()));
+      slot.setFont(font_from(font_));
       slot.setTextColor(UIColor::secondaryLabelColor());
       content_.addSubview(slot);
     }
@@ -87,9 +87,12 @@ class HeaderFooterView : public objc::Implementation<HeaderFooterView, UITableVi
   }
   void prepareForReuse() {}
   void traitCollectionDidChange(const NSObject&) {
+    const graphics::Font before = font_;
     for (const UILabel& label : {text_label_, detail_label_}) {
-      if (label) label.setFont(font_from(font_of(label.font()).with_size(footnote_font().size())));
+      font_ = before;
+      follow_text_size(label, font_, footnote_font());
     }
+    font_ = footnote_font();
     self().setNeedsLayout();
   }
   /// A header's words stand at its lower edge, a footer's at its upper.
@@ -107,6 +110,7 @@ class HeaderFooterView : public objc::Implementation<HeaderFooterView, UITableVi
   UIView background_view_;
   UILabel text_label_;
   UILabel detail_label_;
+  graphics::Font font_ = footnote_font();  // as the labels were given it
   bool is_header_ = true;
 };
 

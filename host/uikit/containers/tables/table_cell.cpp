@@ -30,6 +30,12 @@ graphics::Font detail_font(UITableViewCellStyle style) {
 
 }  // namespace
 
+void follow_text_size(const UILabel& label, graphics::Font& set, const graphics::Font& wanted) {
+  if (!label || font_of(label.font()) != set) return;
+  set = wanted;
+  label.setFont(font_from(wanted));
+}
+
 UITableViewCell TableCell::initWithStyle(objc::Allocated<UITableViewCell> self, UITableViewCellStyle style,
                                          const NSString& identifier) {
   UITableViewCell cell =
@@ -204,11 +210,8 @@ void TableCell::setSeparatorInset(const EdgeInsets& inset) {
 }
 
 void TableCell::traitCollectionDidChange(const NSObject&) {
-  // The user's text size is followed by labels that have the cell's own fonts.
-  if (text_label_) text_label_.setFont(font_from(font_of(text_label_.font()).with_size(body_font().size())));
-  if (detail_label_) {
-    detail_label_.setFont(font_from(font_of(detail_label_.font()).with_size(detail_font(style_).size())));
-  }
+  follow_text_size(text_label_, text_font_, body_font());
+  follow_text_size(detail_label_, detail_font_, detail_font(style_));
   self().setNeedsLayout();
 }
 
@@ -221,7 +224,8 @@ NSString TableCell::accessibilityLabel() {
 UILabel TableCell::textLabel() {
   if (!text_label_) {
     text_label_ = objc::make<UILabel>();
-    text_label_.setFont(font_from(body_font()));
+    text_font_ = body_font();
+    text_label_.setFont(font_from(text_font_));
     content_.addSubview(text_label_);
   }
   return text_label_;
@@ -231,7 +235,8 @@ UILabel TableCell::detailTextLabel() {
   UILabel& label = detail_label_;
   if (!label && style_ != UITableViewCellStyle::Default) {
     label = objc::make<UILabel>();
-    label.setFont(font_from(detail_font(style_)));
+    detail_font_ = detail_font(style_);
+    label.setFont(font_from(detail_font_));
     label.setTextColor(style_ == UITableViewCellStyle::Subtitle ? UIColor::labelColor()
                                                                 : UIColor::secondaryLabelColor());
     content_.addSubview(label);

@@ -3,6 +3,7 @@
 
 #include "host/geometry/geometry.hpp"
 #include "host/graphics/canvas.hpp"
+#include "host/graphics/font.hpp"
 #include "host/uikit/view/events/key.hpp"
 #include "host/uikit/view/geometry.hpp"
 #include "host/uikit/view/metrics.hpp"
@@ -78,6 +79,9 @@ class TableCell : public objc::Implementation<TableCell, UITableViewCell> {
   UIView content_;
   UILabel text_label_;
   UILabel detail_label_;
+  // As the cell set them: a label that was given another keeps it at every text size.
+  graphics::Font text_font_;
+  graphics::Font detail_font_;
   UIImageView image_view_;
   UITableViewCellAccessoryType accessory_ = UITableViewCellAccessoryType::None;
   UIView accessory_view_;  // in place of the accessory
@@ -90,6 +94,9 @@ class TableCell : public objc::Implementation<TableCell, UITableViewCell> {
   double separator_inset_ = -1;  // none of its own
   objc::Unowned<UITableView> table_;
 };
+
+/// Gives the label the font for the user's text size, if it still has the one that was `set`.
+void follow_text_size(const UILabel& label, graphics::Font& set, const graphics::Font& wanted);
 
 void define_table_cell();
 

@@ -63,6 +63,30 @@ TEST_F(NavigationBarTest, GoesBackSeveralPagesAtOnce) {
   EXPECT_EQ(navigation_.topViewController(), root_);
 }
 
+TEST_F(NavigationBarTest, CoversContentThatHasScrolledUnderItAlsoWhenItsPageComesBack) {
+  objc::send<"popToRootViewControllerAnimated:">(navigation_, false);
+  const UIScrollView scroll = objc::make<UIScrollView>();
+  scroll.setBackgroundColor(UIColor::redColor());
+  scroll.setFrame(root_.view().bounds());
+  scroll.setContentSize({scroll.bounds().size.width, 3000});
+  root_.view().addSubview(scroll);
+  window_.layoutIfNeeded();
+  constexpr std::uint32_t kRed = 0xFFFF0000;
+  const Point in_bar{2, navigation_.navigationBar().frame().size.height - 4};
+  EXPECT_EQ(pixel(in_bar), kRed);
+  scroll.setContentOffset({0, 300});
+  EXPECT_NE(pixel(in_bar), kRed);
+  middle_.view().setBackgroundColor(UIColor::greenColor());
+  navigation_.pushViewController(middle_, true);
+  wait(100);
+  EXPECT_NE(pixel(in_bar), kRed) << "while the page leaves";
+  wait(1000);
+  EXPECT_EQ(pixel(in_bar), 0xFF00FF00U) << "nothing has scrolled here";
+  navigation_.popViewController(true);
+  wait(1000);
+  EXPECT_NE(pixel(in_bar), kRed) << "back again";
+}
+
 TEST_F(NavigationBarTest, AnAlertKeepsWhatItSays) {
   constexpr NSInteger kAlert = 1;
   const auto alert = objc::send<"alertControllerWithTitle:message:preferredStyle:", UIAlertController>(
