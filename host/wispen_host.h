@@ -96,6 +96,10 @@ wispen_host_object wispen_host_open_page(const char* class_name);
  * given back already, is left alone, and the last error says so. */
 void wispen_host_release(wispen_host_object object);
 
+/** The class of the page that a row leads to; "" for a row (a PSSpecifier) that leads to none, as one with a
+ * key does: its own page offers its choices. Null on failure. Valid until the next call of this library. */
+const char* wispen_host_page_of_row(wispen_host_object row);
+
 /** The user's languages from now on, as in the options. */
 int wispen_host_set_languages(const char* languages);
 

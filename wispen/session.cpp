@@ -41,6 +41,11 @@ std::string bundle_folder(const CommonOptions& options) {
   return options.bundle.empty() ? program_folder() + "/3dvitrelleprefs.bundle" : options.bundle;
 }
 
+std::string page_of_row(const PSSpecifier& row) {
+  const char* const cls = wispen_host_page_of_row(reinterpret_cast<wispen_host_object>(objc::borrow(row)));
+  return cls != nullptr ? cls : "";
+}
+
 NSArray Page::all_specifiers() const {
   const NSArray shown = controller.specifiers();  // builds the list, where that is still to be done
   if (objc::responds_to(controller, objc::selector<"savedSpecifiers">())) {
@@ -115,13 +120,10 @@ std::vector<Page> Session::pages() const {
     const NSArray specifiers = pages[at].all_specifiers();
     for (NSUInteger i = 0; i < specifiers.count(); ++i) {
       const auto specifier = specifiers.objectAtIndex<PSSpecifier>(i);
-      const auto detail = objc::cast_or_nil<NSString>(specifier.propertyForKey("detail"_ns)).utf8();
-      const objc::ClassRef cls = objc::ClassRef::named(detail.c_str());
-      // A row without a key leads to a page; one with a key to its choices.
-      if (!cls || specifier.propertyForKey("key"_ns)) continue;
-      if (!cls.is_subclass_of(objc::class_for<PSListController>())) continue;
-      if (std::ranges::find(pages, detail, &Page::cls) != pages.end()) continue;
-      pages.push_back(page_of(open(detail.c_str()), specifier.name().utf8()));
+      const std::string cls = page_of_row(specifier);
+      if (cls.empty() || std::ranges::find(pages, cls, &Page::cls) != pages.end()) continue;
+      if (!objc::ClassRef::named(cls.c_str()).is_subclass_of(objc::class_for<PSListController>())) continue;
+      pages.push_back(page_of(open(cls.c_str()), specifier.name().utf8()));
     }
   }
   return pages;

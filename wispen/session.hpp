@@ -40,6 +40,9 @@ struct Page {
   bool shows(const PSSpecifier& specifier) const;
 };
 
+/// The class of the page that a row leads to; "" for none.
+std::string page_of_row(const PSSpecifier& row);
+
 /// The folder of this program.
 std::string program_folder();
 /// The bundle that the options name, or the one beside the program.

@@ -17,6 +17,7 @@
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/preferences/specifier.hpp"
 #include "host/wispen_host.h"
 
 namespace wispen::c_interface {
@@ -247,6 +248,22 @@ extern "C" {
   guarded(0, [&] {
     objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(object));
     return done();
+  });
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_page_of_row(wispen_host_object row) {
+  if (!is_running()) return nullptr;
+  const objc::AutoreleasePool pool;
+  return guarded<const char*>(nullptr, [&]() -> const char* {
+    const auto specifier =
+        objc::cast_or_nil<PSSpecifier>(objc::retain<NSObject>(reinterpret_cast<objc::abi::id>(row)));
+    if (!specifier) {
+      failed("the object is not a row");
+      return nullptr;
+    }
+    const objc::ClassRef page = wispen::preferences::page_of(specifier);
+    done();
+    return give(page ? page.name() : "");
   });
 }
 
