@@ -2,6 +2,7 @@
 """Checks the sources themselves: python3 source_test.py PROJECT_FOLDER. What they check no compiler does."""
 
 import re
+import subprocess
 import sys
 import unittest
 from collections import defaultdict
@@ -148,6 +149,13 @@ class FloorsTest(unittest.TestCase):
 
         for floor in self.allowed:
             walk(floor, [])
+
+    def test_the_guide_shows_every_floor(self):
+        drawn = subprocess.run([PROJECT / "tools/floors-picture", "--check"], capture_output=True, text=True)
+        self.assertEqual((drawn.returncode, drawn.stderr), (0, ""))
+        guide = (PROJECT / "docs/architecture.md").read_text()
+        told = re.findall(r"^\| `([^`]+)` \| .+ \|$", guide, re.M)
+        self.assertEqual(sorted(told), sorted(self.allowed))
 
 
 if __name__ == "__main__":
