@@ -30,7 +30,7 @@ int watch_notifications(const CommonOptions& options, const WatchOptions& what);
 int post_notification(const CommonOptions& options, const std::string& name);
 
 struct RunOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;      // empty: the root page
   std::string pictures;  // where a tour leaves its pictures
   bool without_window = false;
@@ -47,7 +47,7 @@ int tour(const CommonOptions& options, const RunOptions& what);
 int lint(const CommonOptions& options);
 
 struct SnapshotOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;    // empty: the root page
   std::string output;  // a file, or a folder for all pages
   double scale = 0;    // 0: the device's
@@ -59,14 +59,14 @@ struct SnapshotOptions {
 int snapshot(const CommonOptions& options, const SnapshotOptions& what);
 
 struct InspectOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;  // empty: the root page
 };
 /// What is on a page's screen: the tree of views, and the row beside each cell.
 int inspect(const CommonOptions& options, const InspectOptions& what);
 
 struct DriveOptions {
-  LookOptions look;
+  Traits traits;
   std::string script;   // a file, or "-"
   bool follow = false;  // the bundle's files; and steps are done as they come
   std::string failure_picture = "failure.png";

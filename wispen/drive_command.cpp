@@ -81,7 +81,7 @@ int drive(const CommonOptions& options, const DriveOptions& what) {
     return kWrongUse;
   }
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look);
+  const auto session = Session::start_with_screen(options, what.traits);
   if (!session) return kFailed;
   Driver driver(*session);
   if (what.follow) {

@@ -41,7 +41,7 @@ Result<CommonOptions> with_installed_bundle(CommonOptions options) {
 
 int open_window(const CommonOptions& options, const RunOptions& what) {
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look, true);
+  const auto session = Session::start_with_screen(options, what.traits, true);
   if (!session || !show_page(*session, what.page)) return kFailed;
   const std::string bundle = bundle_folder(options);
   if (wispen_host_follow_files(bundle.c_str()) == 0) return fail(wispen_host_last_error());
@@ -50,7 +50,7 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
   std::fflush(stdout);
   bool beside = !what.without_home_screen;
   if (beside) {
-    const auto home = start_home_screen(options, what.look, "");
+    const auto home = start_home_screen(options, what.traits, "");
     if (!home) tell_without_home_screen(home.error().message);
     beside = home.ok();
   }

@@ -88,17 +88,12 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
   return session;
 }
 
-std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look,
+std::optional<Session> Session::start_with_screen(const CommonOptions& options, const Traits& traits,
                                                   bool wall_clock) {
   auto session = start_on_clock(options, wall_clock);
   if (!session) return session;
-  const std::pair<const char*, const std::string*> looks[] = {{"device", &look.device},
-                                                              {"orientation", &look.orientation},
-                                                              {"appearance", &look.appearance},
-                                                              {"text-size", &look.text_size},
-                                                              {"direction", &look.direction}};
-  for (const auto& [name, value] : looks) {
-    if (value->empty() || wispen_host_set_look(name, value->c_str()) != 0) continue;
+  for (const auto& [name, value] : traits) {
+    if (value.empty() || wispen_host_set_look(name.c_str(), value.c_str()) != 0) continue;
     fail(wispen_host_last_error());
     return std::nullopt;
   }
