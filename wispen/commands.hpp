@@ -9,8 +9,12 @@
 
 namespace wispen::program {
 
+struct PagesOptions {
+  std::string page;  // empty: all of them
+  bool why = false;  // for each hidden row the rules that hide it, and what would show it
+};
 /// Every page's rows, or one page's.
-int list_pages(const CommonOptions& options, const std::string& page);
+int list_pages(const CommonOptions& options, const PagesOptions& what);
 
 struct DefaultsOptions {
   std::string page;

@@ -99,12 +99,14 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   add_common(*running, options);
   on(running, [&] { return run(options, run_options); });
 
-  std::string page;
+  PagesOptions pages_options;
   auto* pages = app.add_subcommand("pages", "List every page's rows: key, type, value, shown or hidden");
-  pages->add_option("PAGE", page, "One page only, by its class or list");
+  pages->add_option("PAGE", pages_options.page, "One page only, by its class or list");
+  pages->add_flag("--why", pages_options.why,
+                  "For each hidden row: which rule hides it, and what would show it");
   add_common(*pages, options);
   add_json(*pages, options);
-  on(pages, [&] { return list_pages(options, page); });
+  on(pages, [&] { return list_pages(options, pages_options); });
 
   SnapshotOptions snapshot_options;
   auto* pictures = app.add_subcommand("snapshot", "Write a picture of a page, or of all pages, as PNG");
