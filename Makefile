@@ -55,6 +55,10 @@ pictures: configure ## make the pictures in docs/pictures by the program itself
 	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot desktop_packages
 	@tools/pictures build/out docs/pictures
 
+docs: ## make the reference of the public headers, in build/docs/html
+	@tools/setup doxygen
+	@mkdir -p build/docs && doxygen docs/Doxyfile
+
 lint: build ## formatting, clang-tidy, headers that compile alone, specifier lists
 	@tools/lint
 
