@@ -75,6 +75,8 @@ bool start(const Options& options) {
   host.own_windows = 1;
   if (wispen_host_start(&host) == 0) return false;
   for (const auto& [name, value] : options.traits) {
+    // Its words are English, and stand as English is read.
+    if (name == "language" || name == "direction") continue;
     // The home screen of a phone does not turn with it.
     if (name == "orientation" && !options.traits.at("device").starts_with("pad")) continue;
     if (!value.empty() && wispen_host_set_look(name.c_str(), value.c_str()) == 0) return false;

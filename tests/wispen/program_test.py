@@ -169,6 +169,16 @@ class ProgramTest(unittest.TestCase):
         self.assertIn("SepSettingsLS.plist", self.succeed("pages", "SepSettingsCell"))
         self.assertIn("there is no page", self.run_program("pages", "Nothing").stderr)
 
+    def test_the_home_screen_takes_every_trait_and_stands_as_english_is_read(self):
+        def picture(*options):
+            self.succeed("snapshot", "--home", "--scale", "0.5", "-o", "home.png", *options)
+            return pathlib.Path(self.folder.name, "home.png").read_bytes()
+
+        first = picture()
+        self.assertEqual(picture("--direction", "rtl", "--text-size", "XXXL"), first)
+        self.assertNotEqual(picture("--appearance", "dark"), first)
+        self.assertNotEqual(picture("--device", "pad", "--orientation", "landscape"), first)
+
     def test_pages_say_why_a_row_is_hidden_and_what_would_show_it(self):
         pages = json.loads(self.succeed("pages", "--why", "--json"))
         rows = [row for page in pages for row in page["rows"]]
