@@ -6,7 +6,7 @@ FUZZ_SECONDS ?= 300
 export ARM64E ?= ON
 CONFIGURE = cmake -DWISPEN_ARM64E=$(ARM64E) --preset
 
-.PHONY: help setup configure build run test lint format asan tsan clang bench fuzz clean device packages test-device
+.PHONY: help setup configure build run test pictures docs lint format asan tsan clang bench fuzz clean device packages test-device
 
 help: ## list the commands
 	@grep -hE '^[a-z-]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## (.*)/  make \1\t\2/' | expand -t 20
@@ -50,6 +50,14 @@ device: configure ## build the phone's bundle (Mach-O, arm64 and arm64e)
 
 packages: configure ## build the phone's packages, rootful and rootless, into build/out/packages
 	@cmake --build build/default -j $(JOBS) --target packages
+
+pictures: configure ## make the pictures in docs/pictures by the program itself
+	@cmake --build build/default -j $(JOBS) --target wispen wispen_bundle wispen_libroot desktop_packages
+	@tools/pictures build/out docs/pictures
+
+docs: ## make the reference of the public headers, in build/docs/html
+	@tools/setup doxygen
+	@mkdir -p build/docs && doxygen docs/Doxyfile
 
 lint: build ## formatting, clang-tidy, headers that compile alone, specifier lists
 	@tools/lint

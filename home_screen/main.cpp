@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -31,9 +32,7 @@ struct Options {
   std::string picture;  // empty: a window
   double scale = 0;     // 0: the device's
   bool once = false;
-  std::string appearance;
-  std::string device;
-  std::string orientation;
+  std::map<std::string, std::string> traits;  // by name; empty: the host's default
 };
 
 int fail(const std::string& why) {
@@ -74,13 +73,12 @@ bool start(const Options& options) {
   host.wall_clock = 1;
   host.own_windows = 1;
   if (wispen_host_start(&host) == 0) return false;
-  const std::pair<const char*, const std::string*> looks[] = {{"appearance", &options.appearance},
-                                                              {"device", &options.device},
-                                                              {"orientation", &options.orientation}};
-  for (const auto& [name, value] : looks) {
+  for (const auto& [name, value] : options.traits) {
+    // Its words are English, and stand as English is read.
+    if (name == "language" || name == "direction") continue;
     // The home screen of a phone does not turn with it.
-    if (std::string_view(name) == "orientation" && !options.device.starts_with("pad")) continue;
-    if (!value->empty() && wispen_host_set_look(name, value->c_str()) == 0) return false;
+    if (name == "orientation" && !options.traits.at("device").starts_with("pad")) continue;
+    if (!value.empty() && wispen_host_set_look(name.c_str(), value.c_str()) == 0) return false;
   }
   return true;
 }
@@ -136,9 +134,11 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
                  "Paint into this file, anew after each change, and open no window");
   app.add_option("--scale", options.scale, "Pixels a point of the picture, 0.5 to 4 (the device's)");
   app.add_flag("--once", options.once, "Paint once and end");
-  app.add_option("--appearance", options.appearance, "light or dark");
-  app.add_option("--device", options.device, "phone, phone-small, pad, ...");
-  app.add_option("--orientation", options.orientation, "portrait or landscape");
+  for (std::size_t i = 0; i < wispen_host_trait_count(); ++i) {
+    const wispen_host_trait trait = wispen_host_trait_at(i);
+    const std::string name = trait.name;
+    app.add_option("--" + name, options.traits[name], trait.description);
+  }
   CLI11_PARSE(app, argc, argv);
   try {
     return run(options);

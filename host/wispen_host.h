@@ -96,6 +96,10 @@ wispen_host_object wispen_host_open_page(const char* class_name);
  * given back already, is left alone, and the last error says so. */
 void wispen_host_release(wispen_host_object object);
 
+/** The class of the page that a row leads to; "" for a row (a PSSpecifier) that leads to none, as one with a
+ * key does: its own page offers its choices. Null on failure. Valid until the next call of this library. */
+const char* wispen_host_page_of_row(wispen_host_object row);
+
 /** The user's languages from now on, as in the options. */
 int wispen_host_set_languages(const char* languages);
 
@@ -145,12 +149,22 @@ int wispen_host_process(const char* name);
 /* The screen. Places and sizes are in points from the top left corner, as the device is held. The Settings
  * application comes up with the first of these calls. */
 
-/** Changes how the screen looks, in place: "appearance" (light, dark), "device" (phone, phone-small, pad,
- * ...), "orientation" (portrait, landscape), "text-size" (XS to XXXL, AccessibilityM to AccessibilityXXXL),
- *  "language" (de,en) or "direction" (ltr, rtl, natural). Fails, and changes nothing, for a word that is
- * none; the error names those there are. */
+/** A trait of the screen: how its user wants it, what device it is, how that is held. */
+typedef struct wispen_host_trait {
+  const char* name;
+  const char* description; /**< for people */
+  /** All values there are, comma separated; "" where any list goes ("de,en"). Valid until the next call. */
+  const char* values;
+} wispen_host_trait;
+/** The traits there are: appearance, language, direction, text size, device and orientation. Whether or not a
+ * host runs. */
+size_t wispen_host_trait_count(void);
+/** All null out of range. */
+wispen_host_trait wispen_host_trait_at(size_t index);
+/** Changes a trait in place. Fails, changing nothing, if the trait or the value is unknown; the error names
+ * those that are known. */
 int wispen_host_set_look(const char* name, const char* value);
-/** The present value of a look; null for a name that is none. Valid until the next call of this library. */
+/** The present value of a trait; null for an unknown name. Valid until the next call of this library. */
 const char* wispen_host_look(const char* name);
 /** The devices there are, comma separated. Valid until the next call of this library. */
 const char* wispen_host_devices(void);
@@ -219,7 +233,7 @@ int wispen_host_set_frame_scale(double scale);
 /** Whether the next frame differs from the last: something was changed, or moves. */
 int wispen_host_frame_stale(void);
 /** Opens a window of the desktop on the screen, and runs the host until it is closed. Mouse and keyboard do
- * what touches and keys do; a strip of buttons, and F2 to F7, switch the looks in place. `languages` are
+ * what touches and keys do; a strip of buttons, and F2 to F7, switch the traits in place. `languages` are
  * those that the strip offers, comma separated; null for none. Needs a wall clock; fails where there is no
  * display. */
 int wispen_host_run_window(const char* title, const char* languages);

@@ -9,8 +9,12 @@
 
 namespace wispen::program {
 
+struct PagesOptions {
+  std::string page;  // empty: all of them
+  bool why = false;  // for each hidden row the rules that hide it, and what would show it
+};
 /// Every page's rows, or one page's.
-int list_pages(const CommonOptions& options, const std::string& page);
+int list_pages(const CommonOptions& options, const PagesOptions& what);
 
 struct DefaultsOptions {
   std::string page;
@@ -30,7 +34,7 @@ int watch_notifications(const CommonOptions& options, const WatchOptions& what);
 int post_notification(const CommonOptions& options, const std::string& name);
 
 struct RunOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;      // empty: the root page
   std::string pictures;  // where a tour leaves its pictures
   bool without_window = false;
@@ -47,7 +51,7 @@ int tour(const CommonOptions& options, const RunOptions& what);
 int lint(const CommonOptions& options);
 
 struct SnapshotOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;    // empty: the root page
   std::string output;  // a file, or a folder for all pages
   double scale = 0;    // 0: the device's
@@ -59,14 +63,14 @@ struct SnapshotOptions {
 int snapshot(const CommonOptions& options, const SnapshotOptions& what);
 
 struct InspectOptions {
-  LookOptions look;
+  Traits traits;
   std::string page;  // empty: the root page
 };
 /// What is on a page's screen: the tree of views, and the row beside each cell.
 int inspect(const CommonOptions& options, const InspectOptions& what);
 
 struct DriveOptions {
-  LookOptions look;
+  Traits traits;
   std::string script;   // a file, or "-"
   bool follow = false;  // the bundle's files; and steps are done as they come
   std::string failure_picture = "failure.png";

@@ -8,6 +8,7 @@
 #include "host/wispen_host.h"
 #include "wispen/commands.hpp"
 #include "wispen/drive/driver.hpp"
+#include "wispen/drive/script.hpp"
 #include "wispen/output.hpp"
 
 namespace wispen::program {
@@ -27,7 +28,8 @@ namespace {
 
 /// Does one step and prints its answer. Gives kFailed, with the picture of the moment, where it fails.
 int do_step(Driver& driver, const Step& step, const DriveOptions& what) {
-  const auto answer = driver.run(step);
+  const objc::AutoreleasePool pool;
+  const auto answer = step.form->run(driver, step.arguments);
   Json line{{"line", step.line}, {"step", step.source}, {"ok", static_cast<bool>(answer)}};
   if (answer) {
     line.update(*answer);
@@ -79,7 +81,7 @@ int drive(const CommonOptions& options, const DriveOptions& what) {
     return kWrongUse;
   }
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look);
+  const auto session = Session::start_with_screen(options, what.traits);
   if (!session) return kFailed;
   Driver driver(*session);
   if (what.follow) {

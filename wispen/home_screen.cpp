@@ -31,12 +31,10 @@ void tell_of_loss(const char* why, void*) { std::fprintf(stderr, "wispen: %s\n",
 void note_painted(const char*, unsigned long long, void* context) { *static_cast<bool*>(context) = true; }
 
 std::vector<std::string> words_for(const std::string& root, const CommonOptions& options,
-                                   const LookOptions& look) {
+                                   const Traits& traits) {
   std::vector<std::string> words{"--root", root, "--bundle", *bundle_folder(options)};
-  const std::pair<const char*, const std::string*> looks[] = {
-      {"--appearance", &look.appearance}, {"--device", &look.device}, {"--orientation", &look.orientation}};
-  for (const auto& [name, value] : looks) {
-    if (!value->empty()) words.insert(words.end(), {name, *value});
+  for (const auto& [name, value] : traits) {
+    if (!value.empty()) words.insert(words.end(), {"--" + name, value});
   }
   return words;
 }
@@ -72,9 +70,9 @@ Result<void> await_painted_after(Cause cause) {
 
 }  // namespace
 
-Result<void> start_home_screen(const CommonOptions& options, const LookOptions& look,
+Result<void> start_home_screen(const CommonOptions& options, const Traits& traits,
                                const std::string& picture) {
-  std::vector<std::string> words = words_for(wispen_host_root(), options, look);
+  std::vector<std::string> words = words_for(wispen_host_root(), options, traits);
   if (!picture.empty()) words.insert(words.end(), {"--picture", std::filesystem::absolute(picture).string()});
   const auto start = [&words] {
     return wispen_host_start_processes(nullptr, pointers<const char>(words).data(), tell_of_loss, nullptr) !=
@@ -106,7 +104,7 @@ int snapshot_home_screen(const CommonOptions& options, const SnapshotOptions& wh
   if (!facts) return fail(facts.error().message);
   if (facts->companion.empty()) return fail(facts->name + " has no home screen: its facts name no companion");
   const std::string program = program_folder() + "/stand-ins/" + facts->companion;
-  std::vector<std::string> words = words_for(root->path(), options, what.look);
+  std::vector<std::string> words = words_for(root->path(), options, what.traits);
   words.insert(words.begin(), facts->companion);
   words.insert(words.end(), {"--picture", file, "--once"});
   if (what.scale != 0) words.insert(words.end(), {"--scale", std::to_string(what.scale)});

@@ -11,7 +11,7 @@ namespace wispen::program {
 
 /// Starts the home screen on the running session: in a window beside its own, or with `picture` painting into
 /// that file, which is there when this returns. Who runs the program is told at once when it cannot live.
-Result<void> start_home_screen(const CommonOptions& options, const LookOptions& look,
+Result<void> start_home_screen(const CommonOptions& options, const Traits& traits,
                                const std::string& picture);
 
 /// Says why there is none, for whoever can do without.

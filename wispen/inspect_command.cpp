@@ -44,7 +44,7 @@ void print_view(const Json& view, int depth) {
 
 int inspect(const CommonOptions& options, const InspectOptions& what) {
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look);
+  const auto session = Session::start_with_screen(options, what.traits);
   if (!session || !show_page(*session, what.page)) return kFailed;
   const char* const tree = wispen_host_view_tree();
   if (tree == nullptr) return fail(wispen_host_last_error());

@@ -1,11 +1,13 @@
 // wispen/main.cpp: the wispen program: its commands and their options.
 
 #include <CLI/CLI.hpp>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <utility>
 
 #include "host/plist/utf.hpp"
+#include "host/wispen_host.h"
 #include "wispen/commands.hpp"
 #include "wispen/drive/script.hpp"
 #include "wispen/output.hpp"
@@ -40,18 +42,28 @@ void add_json(CLI::App& command, CommonOptions& options) {
   command.add_flag("--json", options.json, "Answer in JSON");
 }
 
-void add_look(CLI::App& command, LookOptions& look) {
-  command.add_option("--device", look.device, "phone, phone-small, phone-large, pad, pad-13, ...")
-      ->type_name("DEVICE");
-  command.add_option("--orientation", look.orientation, "How the device is held")
-      ->type_name("portrait|landscape");
-  command.add_option("--appearance", look.appearance, "The system's appearance")->type_name("light|dark");
-  command
-      .add_option("--text-size", look.text_size,
-                  "The user's text size: XS to XXXL, AccessibilityM to ...XXXL")
-      ->type_name("SIZE");
-  command.add_option("--direction", look.direction, "The way the language is read")
-      ->type_name("ltr|rtl|natural");
+std::string replaced(std::string text, char from, const char* to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += std::strlen(to)) {
+    text.replace(at, 1, to);
+  }
+  return text;
+}
+
+void add_traits(CLI::App& command, Traits& traits) {
+  constexpr std::size_t kShort = 20;
+  for (std::size_t i = 0; i < wispen_host_trait_count(); ++i) {
+    const wispen_host_trait trait = wispen_host_trait_at(i);
+    const std::string name = trait.name;
+    if (name == "language") continue;  // every command with a bundle takes it
+    const std::string values = trait.values;
+    const std::string description = trait.description;
+    auto* const option = command.add_option("--" + name, traits[name]);
+    if (values.size() <= kShort) {
+      option->description(description)->type_name(replaced(values, ',', "|"));
+    } else {
+      option->description(description + ": " + replaced(values, ',', ", "))->type_name("NAME");
+    }
+  }
 }
 
 constexpr const char* kPageHelp = R"(A class, a list, "root" (default) or "settings")";
@@ -83,16 +95,18 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   running->footer(
       "In the window: F2 appearance, F3 language, F4 direction, F5 text size, F6 device, F7 orientation,\n"
       "with shift backwards; control with A, C, X and V as everywhere; control and Q closes.");
-  add_look(*running, run_options.look);
+  add_traits(*running, run_options.traits);
   add_common(*running, options);
   on(running, [&] { return run(options, run_options); });
 
-  std::string page;
+  PagesOptions pages_options;
   auto* pages = app.add_subcommand("pages", "List every page's rows: key, type, value, shown or hidden");
-  pages->add_option("PAGE", page, "One page only, by its class or list");
+  pages->add_option("PAGE", pages_options.page, "One page only, by its class or list");
+  pages->add_flag("--why", pages_options.why,
+                  "For each hidden row: which rule hides it, and what would show it");
   add_common(*pages, options);
   add_json(*pages, options);
-  on(pages, [&] { return list_pages(options, page); });
+  on(pages, [&] { return list_pages(options, pages_options); });
 
   SnapshotOptions snapshot_options;
   auto* pictures = app.add_subcommand("snapshot", "Write a picture of a page, or of all pages, as PNG");
@@ -105,7 +119,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   pictures->add_flag("--full-length", snapshot_options.whole_page, "As high as the page is long");
   pictures->add_option("--scale", snapshot_options.scale, "Pixels a point, 0.5 to 4 (the device's)")
       ->type_name("SCALE");
-  add_look(*pictures, snapshot_options.look);
+  add_traits(*pictures, snapshot_options.traits);
   add_common(*pictures, options);
   add_json(*pictures, options);
   on(pictures, [&] { return snapshot(options, snapshot_options); });
@@ -113,7 +127,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   InspectOptions inspect_options;
   auto* look_at = app.add_subcommand("inspect", "Print a page's tree of views, and the row beside each cell");
   look_at->add_option("PAGE", inspect_options.page, kPageHelp);
-  add_look(*look_at, inspect_options.look);
+  add_traits(*look_at, inspect_options.traits);
   add_common(*look_at, options);
   add_json(*look_at, options);
   on(look_at, [&] { return inspect(options, inspect_options); });
@@ -131,7 +145,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
   driving->footer("\n" + script_help() +
                   "Each step answers one line of JSON. Exit status: 0 all done, 1 a step "
                   "failed, 2 the script has an error.");
-  add_look(*driving, drive_options.look);
+  add_traits(*driving, drive_options.traits);
   add_common(*driving, options);
   on(driving, [&] { return drive(options, drive_options); });
 

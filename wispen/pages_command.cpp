@@ -18,7 +18,39 @@ std::string text_property(const PSSpecifier& specifier, const NSString& name) {
   return objc::cast_or_nil<NSString>(specifier.propertyForKey(name)).utf8();
 }
 
-Json row_json(const Page& page, const PSSpecifier& specifier) {
+struct HidingRule {
+  std::string rule;
+  std::string remedy;  // what would show the row
+};
+
+/// As the page itself says: the rules are the bundle's. Empty for a row that no rule hides, and where the
+/// page cannot say.
+std::vector<HidingRule> rules_hiding(const Page& page, const PSSpecifier& specifier) {
+  std::vector<HidingRule> rules;
+  if (!objc::responds_to(page.controller, objc::selector<"rulesHidingSpecifier:">())) return rules;
+  const auto told = objc::send<"rulesHidingSpecifier:", NSArray>(page.controller, specifier);
+  for (NSUInteger i = 0; i < told.count(); ++i) {
+    const auto rule = told.objectAtIndex<NSDictionary>(i);
+    const auto text = [&](const NSString& key) {
+      return objc::cast_or_nil<NSString>(rule.objectForKey(key)).utf8();
+    };
+    rules.push_back({text("rule"_ns), text("remedy"_ns)});
+  }
+  return rules;
+}
+
+/// Lines for below a hidden row.
+std::string why_text(const Page& page, const PSSpecifier& specifier) {
+  const auto rules = rules_hiding(page, specifier);
+  if (rules.empty()) return "        hidden: the page does not say by which rule\n";
+  std::string lines;
+  for (const HidingRule& rule : rules) {
+    lines += "        hidden: " + rule.rule + "\n        shown by: " + rule.remedy + "\n";
+  }
+  return lines;
+}
+
+Json row_json(const Page& page, const PSSpecifier& specifier, bool why) {
   Json row;
   row["cell"] = cell_of(specifier);
   row["id"] = specifier.identifier().utf8();
@@ -34,6 +66,12 @@ Json row_json(const Page& page, const PSSpecifier& specifier) {
   add("notification", "PostNotification"_ns);
   if (specifier.propertyForKey("key"_ns)) row["value"] = json_of(specifier.performGetter());
   row["shown"] = page.shows(specifier);
+  if (why && !page.shows(specifier)) {
+    row["hiddenBy"] = Json::array();
+    for (const HidingRule& rule : rules_hiding(page, specifier)) {
+      row["hiddenBy"].push_back({{"rule", rule.rule}, {"remedy", rule.remedy}});
+    }
+  }
   return row;
 }
 
@@ -58,15 +96,15 @@ std::string row_text(const Page& page, const PSSpecifier& specifier) {
 
 }  // namespace
 
-int list_pages(const CommonOptions& options, const std::string& name) {
+int list_pages(const CommonOptions& options, const PagesOptions& what) {
   const objc::AutoreleasePool pool;
   const auto session = Session::start_with_bundle(options);
   if (!session) return kFailed;
   std::vector<Page> pages;
-  if (name.empty()) {
+  if (what.page.empty()) {
     pages = session->pages();
   } else {
-    auto page = session->page(name);
+    auto page = session->page(what.page);
     if (!page) return kFailed;
     pages.push_back(*std::move(page));
   }
@@ -79,9 +117,12 @@ int list_pages(const CommonOptions& options, const std::string& name) {
     for (NSUInteger i = 0; i < specifiers.count(); ++i) {
       const auto specifier = specifiers.objectAtIndex<PSSpecifier>(i);
       if (options.json) {
-        rows.push_back(row_json(page, specifier));
+        rows.push_back(row_json(page, specifier, what.why));
       } else {
         std::printf("%s\n", shown(row_text(page, specifier)).c_str());
+        if (what.why && !page.shows(specifier)) {
+          std::printf("%s", shown(why_text(page, specifier)).c_str());
+        }
       }
     }
     if (options.json) {

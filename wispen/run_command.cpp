@@ -42,7 +42,7 @@ Result<CommonOptions> with_installed_bundle(CommonOptions options) {
 
 int open_window(const CommonOptions& options, const RunOptions& what) {
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look, true);
+  const auto session = Session::start_with_screen(options, what.traits, true);
   if (!session || !show_page(*session, what.page)) return kFailed;
   const auto facts = bundle_facts(options);
   if (!facts) return fail(facts.error().message);
@@ -53,7 +53,7 @@ int open_window(const CommonOptions& options, const RunOptions& what) {
   std::fflush(stdout);
   bool beside = !what.without_home_screen && !facts->companion.empty();
   if (beside) {
-    const auto home = start_home_screen(options, what.look, "");
+    const auto home = start_home_screen(options, what.traits, "");
     if (!home) tell_without_home_screen(home.error().message);
     beside = home.ok();
   }

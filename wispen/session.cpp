@@ -49,6 +49,11 @@ Result<std::string> bundle_folder(const CommonOptions& options) {
   return program_folder() + "/" + facts->bundle + ".bundle";
 }
 
+std::string page_of_row(const PSSpecifier& row) {
+  const char* const cls = wispen_host_page_of_row(reinterpret_cast<wispen_host_object>(objc::borrow(row)));
+  return cls != nullptr ? cls : "";
+}
+
 NSArray Page::all_specifiers() const {
   const NSArray shown = controller.specifiers();  // builds the list, where that is still to be done
   if (objc::responds_to(controller, objc::selector<"savedSpecifiers">())) {
@@ -96,7 +101,7 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
   return session;
 }
 
-std::optional<Session> Session::start_with_screen(const CommonOptions& options, const LookOptions& look,
+std::optional<Session> Session::start_with_screen(const CommonOptions& options, const Traits& traits,
                                                   bool wall_clock) {
   const auto folder = bundle_folder(options);
   if (!folder) {
@@ -105,13 +110,8 @@ std::optional<Session> Session::start_with_screen(const CommonOptions& options, 
   }
   auto session = start_on_clock(options, wall_clock);
   if (!session) return session;
-  const std::pair<const char*, const std::string*> looks[] = {{"device", &look.device},
-                                                              {"orientation", &look.orientation},
-                                                              {"appearance", &look.appearance},
-                                                              {"text-size", &look.text_size},
-                                                              {"direction", &look.direction}};
-  for (const auto& [name, value] : looks) {
-    if (value->empty() || wispen_host_set_look(name, value->c_str()) != 0) continue;
+  for (const auto& [name, value] : traits) {
+    if (value.empty() || wispen_host_set_look(name.c_str(), value.c_str()) != 0) continue;
     fail(wispen_host_last_error());
     return std::nullopt;
   }
@@ -133,13 +133,10 @@ std::vector<Page> Session::pages() const {
     const NSArray specifiers = pages[at].all_specifiers();
     for (NSUInteger i = 0; i < specifiers.count(); ++i) {
       const auto specifier = specifiers.objectAtIndex<PSSpecifier>(i);
-      const auto detail = objc::cast_or_nil<NSString>(specifier.propertyForKey("detail"_ns)).utf8();
-      const objc::ClassRef cls = objc::ClassRef::named(detail.c_str());
-      // A row without a key leads to a page; one with a key to its choices.
-      if (!cls || specifier.propertyForKey("key"_ns)) continue;
-      if (!cls.is_subclass_of(objc::class_for<PSListController>())) continue;
-      if (std::ranges::find(pages, detail, &Page::cls) != pages.end()) continue;
-      pages.push_back(page_of(open(detail.c_str()), specifier.name().utf8()));
+      const std::string cls = page_of_row(specifier);
+      if (cls.empty() || std::ranges::find(pages, cls, &Page::cls) != pages.end()) continue;
+      if (!objc::ClassRef::named(cls.c_str()).is_subclass_of(objc::class_for<PSListController>())) continue;
+      pages.push_back(page_of(open(cls.c_str()), specifier.name().utf8()));
     }
   }
   return pages;

@@ -1,6 +1,7 @@
 // wispen/session.hpp: a host with the bundle loaded, for the length of one command.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,14 +22,8 @@ struct CommonOptions {
   bool lists_as_data = false;  // nothing that lists name is performed
 };
 
-/// How a screen looks; empty words are the host's defaults.
-struct LookOptions {
-  std::string device;
-  std::string orientation;
-  std::string appearance;
-  std::string text_size;
-  std::string direction;
-};
+/// The traits that a screen is to have, by name; those that are empty or missing are the host's defaults.
+using Traits = std::map<std::string, std::string>;
 
 /// A page of the bundle, open.
 struct Page {
@@ -41,6 +36,9 @@ struct Page {
   NSArray all_specifiers() const;
   bool shows(const PSSpecifier& specifier) const;
 };
+
+/// The class of the page that a row leads to; "" for none.
+std::string page_of_row(const PSSpecifier& row);
 
 /// The folder of this program.
 std::string program_folder();
@@ -55,9 +53,9 @@ class Session {
   /// Prints why and gives nothing where the host cannot start (or the bundle cannot be loaded).
   static std::optional<Session> start(const CommonOptions& options);
   static std::optional<Session> start_with_bundle(const CommonOptions& options);
-  /// With a screen that looks so, the bundle offered on the list of Settings, and a clock that is driven
+  /// With a screen of these traits, the bundle offered on the list of Settings, and a clock that is driven
   /// unless it is to be the wall's.
-  static std::optional<Session> start_with_screen(const CommonOptions& options, const LookOptions& look,
+  static std::optional<Session> start_with_screen(const CommonOptions& options, const Traits& traits,
                                                   bool wall_clock = false);
   Session(Session&& other) noexcept
       : running_(std::exchange(other.running_, false)), wall_clock_(other.wall_clock_) {}

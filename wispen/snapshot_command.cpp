@@ -44,7 +44,7 @@ int take_all(const CommonOptions& options, const SnapshotOptions& what, const Se
 int snapshot(const CommonOptions& options, const SnapshotOptions& what) {
   if (what.home) return snapshot_home_screen(options, what);
   const objc::AutoreleasePool pool;
-  const auto session = Session::start_with_screen(options, what.look);
+  const auto session = Session::start_with_screen(options, what.traits);
   if (!session) return kFailed;
   int status = kFailed;
   if (what.all) {

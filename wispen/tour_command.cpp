@@ -103,13 +103,13 @@ Result<std::string> domain_file_of(BundleFacts facts, const std::vector<Step>& s
 }
 
 /// Starts the home screen with a picture in the folder, and keeps how it looks before anything is set.
-Result<void> show_home_screen(const CommonOptions& options, const LookOptions& look,
+Result<void> show_home_screen(const CommonOptions& options, const Traits& traits,
                               const std::string& companion, const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error) return Error{"the folder " + folder.string() + " cannot be made: " + error.message()};
   const auto picture = folder / "home-screen.png";
-  if (auto started = start_home_screen(options, look, picture); !started) return started;
+  if (auto started = start_home_screen(options, traits, picture); !started) return started;
   const auto before = folder / "home-screen-before.png";
   std::filesystem::copy_file(picture, before, std::filesystem::copy_options::overwrite_existing, error);
   if (error) return Error{"the picture " + before.string() + " cannot be written: " + error.message()};
@@ -136,7 +136,7 @@ int set_values(const CommonOptions& options, const RunOptions& what, const std::
 
   bool with_home_screen = !what.without_home_screen && !facts->companion.empty();
   if (with_home_screen) {
-    const auto shown = show_home_screen(options, what.look, facts->companion, folder);
+    const auto shown = show_home_screen(options, what.traits, facts->companion, folder);
     if (!shown) tell_without_home_screen(shown.error().message);
     with_home_screen = shown.ok();
   }
@@ -185,8 +185,8 @@ int tour(const CommonOptions& options, const RunOptions& what) {
   std::fflush(stdout);
   for (const char* const appearance : {"light", "dark"}) {
     SnapshotOptions pictures;
-    pictures.look = what.look;
-    pictures.look.appearance = appearance;
+    pictures.traits = what.traits;
+    pictures.traits["appearance"] = appearance;
     pictures.output = folder + "/" + appearance;
     pictures.all = true;
     if (const int status = snapshot(options, pictures); status != kDone) return status;

@@ -14,9 +14,11 @@
 
 #include "host/app/host.hpp"
 #include "host/core/system_sounds.hpp"
+#include "host/core/text_list.hpp"
 #include "host/foundation/bundle.hpp"
 #include "host/foundation/notification_center.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/preferences/specifier.hpp"
 #include "host/wispen_host.h"
 
 namespace wispen::c_interface {
@@ -115,9 +117,12 @@ Result<wispen::HostOptions> options_from(const wispen_host_options& given) {
                            "\": rootless and rootful are known"};
     }
   }
-  if (given.languages != nullptr) options.languages = wispen::split_list(given.languages, ',');
-  if (given.appearance != nullptr) options.appearance = given.appearance;
-  if (given.device != nullptr) options.device = given.device;
+  const std::pair<const char*, const char*> traits[] = {
+      {"language", given.languages}, {"appearance", given.appearance}, {"device", given.device}};
+  for (const auto& [name, value] : traits) {
+    if (value == nullptr) continue;
+    if (auto set = wispen::uikit::set_trait(options.traits, name, value); !set) return set.error();
+  }
   if (given.rpath != nullptr) options.library_search_path = wispen::split_list(given.rpath, ':');
   options.lists_as_data = given.lists_as_data != 0;
   options.own_windows = given.own_windows != 0;
@@ -250,12 +255,33 @@ extern "C" {
   });
 }
 
+[[gnu::visibility("default")]] const char* wispen_host_page_of_row(wispen_host_object row) {
+  if (!is_running()) return nullptr;
+  const objc::AutoreleasePool pool;
+  return guarded<const char*>(nullptr, [&]() -> const char* {
+    const auto specifier =
+        objc::cast_or_nil<PSSpecifier>(objc::retain<NSObject>(reinterpret_cast<objc::abi::id>(row)));
+    if (!specifier) {
+      failed("the object is not a row");
+      return nullptr;
+    }
+    const objc::ClassRef page = wispen::preferences::page_of(specifier);
+    done();
+    return give(page ? page.name() : "");
+  });
+}
+
 [[gnu::visibility("default")]] int wispen_host_set_languages(const char* languages) {
   if (is_elsewhere()) return 0;
-  auto list = wispen::split_list(languages != nullptr ? languages : "", ',');
-  if (list.empty()) return failed("at least one language is needed");
-  wispen::set_preferred_languages(std::move(list));
-  return done();
+  const std::string list = languages != nullptr ? languages : "";
+  const objc::AutoreleasePool pool;
+  return guarded(0, [&] {
+    if (host != nullptr) return done_or_failed(host->set_trait("language", list));
+    wispen::uikit::Traits traits;
+    if (const auto set = wispen::uikit::set_trait(traits, "language", list); !set) return done_or_failed(set);
+    wispen::set_preferred_languages(traits.languages);
+    return done();
+  });
 }
 
 [[gnu::visibility("default")]] int wispen_host_run_until_idle(void) {

@@ -11,6 +11,7 @@
 #include "host/app/c_interface.hpp"
 #include "host/app/settings/settings_app.hpp"
 #include "host/app/view_tree.hpp"
+#include "host/core/text_list.hpp"
 #include "host/graphics/image_file.hpp"
 #include "host/uikit/containers/tables/scroll_view.hpp"
 #include "host/uikit/view/application.hpp"
@@ -31,24 +32,6 @@ using c_interface::is_running;
 Host& host() { return *c_interface::running_host(); }
 
 std::string text(const char* given) { return given != nullptr ? given : ""; }
-
-std::optional<std::string> look(std::string_view name) {
-  const HostOptions& options = host().options();
-  if (name == "appearance") return options.appearance;
-  if (name == "device") return options.device;
-  if (name == "orientation") return options.landscape ? "landscape" : "portrait";
-  if (name == "text-size") return options.text_size;
-  if (name == "language") {
-    std::string all;
-    for (const std::string& language : options.languages) all += (all.empty() ? "" : ",") + language;
-    return all;
-  }
-  if (name == "direction") {
-    if (!options.right_to_left) return "natural";
-    return *options.right_to_left ? "rtl" : "ltr";
-  }
-  return std::nullopt;
-}
 
 struct KeyName {
   std::string_view name;
@@ -128,16 +111,26 @@ extern "C" {
 [[gnu::visibility("default")]] int wispen_host_set_look(const char* name, const char* value) {
   if (!is_running()) return 0;
   const objc::AutoreleasePool pool;
-  return guarded(0, [&] { return done_or_failed(host().set_look(text(name), text(value))); });
+  return guarded(0, [&] { return done_or_failed(host().set_trait(text(name), text(value))); });
 }
 
 [[gnu::visibility("default")]] const char* wispen_host_look(const char* name) {
   if (!is_running()) return nullptr;
-  auto value = look(text(name));
-  return value ? give(*std::move(value)) : nullptr;
+  const uikit::TraitField* const trait = uikit::find_trait(text(name));
+  return trait != nullptr ? give(trait->get(host().traits())) : nullptr;
 }
 
-[[gnu::visibility("default")]] const char* wispen_host_devices(void) { return give(uikit::device_names()); }
+[[gnu::visibility("default")]] size_t wispen_host_trait_count(void) { return uikit::trait_fields().size(); }
+
+[[gnu::visibility("default")]] wispen_host_trait wispen_host_trait_at(size_t index) {
+  if (index >= uikit::trait_fields().size()) return {};
+  const uikit::TraitField& trait = uikit::trait_fields()[index];
+  return {trait.name.data(), trait.description.data(), give(joined(trait.values(), ","))};
+}
+
+[[gnu::visibility("default")]] const char* wispen_host_devices(void) {
+  return give(joined(uikit::find_trait("device")->values(), ", "));
+}
 
 [[gnu::visibility("default")]] wispen_host_screen_size wispen_host_screen(void) {
   if (!is_running()) return {};

@@ -4,8 +4,6 @@
 
 #include <poll.h>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 #include "host/app/settings/live_reload.hpp"
@@ -20,7 +18,6 @@
 #include "host/onboarding/welcome_controller.hpp"
 #include "host/preferences/named_method.hpp"
 #include "host/preferences/preferences.hpp"
-#include "host/uikit/values/display_settings.hpp"
 
 namespace wispen {
 
@@ -37,63 +34,7 @@ void run_in_pool(void (*body)(void*), void* context) {
   body(context);
 }
 
-Result<void> check(const HostOptions& options) {
-  if (options.root.empty()) return Error{"the host needs a folder for its device root"};
-  if (options.languages.empty()) return Error{"the host needs at least one language"};
-  constexpr std::array kAppearances{"light", "dark"};
-  if (std::ranges::find(kAppearances, options.appearance) == kAppearances.end()) {
-    return Error{"there is no appearance \"" + options.appearance + "\": light and dark are known"};
-  }
-  if (uikit::find_device(options.device) == nullptr) {
-    return Error{"there is no device \"" + options.device + "\": " + uikit::device_names() + " are known"};
-  }
-  if (!graphics::content_size_from_name(options.text_size)) {
-    return Error{"there is no text size \"" + options.text_size +
-                 "\": XS, S, M, L, XL, XXL, XXXL and AccessibilityM to AccessibilityXXXL are known"};
-  }
-  return {};
-}
-
-bool reads_right_to_left(const HostOptions& options) {
-  if (options.right_to_left) return *options.right_to_left;
-  const std::string language = options.languages.front().substr(0, options.languages.front().find('-'));
-  constexpr std::array kRightToLeft{"ar", "fa", "he", "ur", "yi", "ps", "ug"};
-  return std::ranges::find(kRightToLeft, language) != kRightToLeft.end();
-}
-
-uikit::DeviceModel device_of(const HostOptions& options) {
-  uikit::DeviceModel device = *uikit::find_device(options.device);
-  device.orientation = options.landscape ? uikit::Orientation::Landscape : uikit::Orientation::Portrait;
-  return device;
-}
-
-uikit::DisplaySettings display_of(const HostOptions& options) {
-  uikit::DisplaySettings display;
-  const uikit::DeviceModel device = device_of(options);
-  display.scale = static_cast<float>(device.scale);
-  display.idiom = device.idiom;
-  if (options.appearance == "dark") display.appearance = graphics::Appearance::Dark;
-  display.content_size = *graphics::content_size_from_name(options.text_size);
-  display.right_to_left = reads_right_to_left(options);
-  return display;
-}
-
 }  // namespace
-
-std::vector<std::string> split_list(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::size_t start = 0;
-  while (start <= text.size()) {
-    const std::size_t end = std::min(text.find(separator, start), text.size());
-    const auto first = text.find_first_not_of(' ', start);
-    if (first < end) {
-      const auto last = text.find_last_not_of(' ', end - 1);
-      parts.push_back(text.substr(first, last - first + 1));
-    }
-    start = end + 1;
-  }
-  return parts;
-}
 
 struct Host::Listening {
   NotificationListener source;
@@ -101,17 +42,15 @@ struct Host::Listening {
 };
 
 Result<std::unique_ptr<Host>> Host::start(HostOptions options) {
-  if (auto usable = check(options); !usable) return usable.error();
+  if (options.root.empty()) return Error{"the host needs a folder for its device root"};
   auto root = DeviceRoot::open(options.root, options.layout);
   if (!root) return root.error();
   if (auto started = start_foundation(); !started) return started.error();
   uikit::define_uikit();
-  uikit::set_display_settings(display_of(options));
   preferences::define_preferences();
   preferences::set_lists_as_data(options.lists_as_data);
   onboarding::define_welcome_controller();
 
-  set_preferred_languages(options.languages);
   if (!options.library_search_path.empty()) {
     set_library_search_path(options.library_search_path);
   } else {
@@ -131,7 +70,7 @@ Host::Host(HostOptions options, std::shared_ptr<const DeviceRoot> root)
                                            .thread_ending = [] { GSUnregisterCurrentThread(); },
                                            .job_scope = run_in_pool});
   Queues::shared().attach(*loop_);
-  session_ = std::make_unique<uikit::Session>(*loop_, device_of(options_));
+  session_ = std::make_unique<uikit::Session>(*loop_, options_.traits);
   frame_buffer_ = std::make_unique<uikit::FrameBuffer>(*session_);
   clear_posted_notifications();
   clear_played_sounds();
@@ -155,35 +94,11 @@ bool Host::stop() {
   return ended;
 }
 
-Result<void> Host::set_look(const std::string& name, const std::string& value) {
-  HostOptions changed = options_;
-  if (name == "appearance") {
-    changed.appearance = value;
-  } else if (name == "device") {
-    changed.device = value;
-  } else if (name == "orientation") {
-    if (value != "portrait" && value != "landscape") {
-      return Error{"there is no orientation \"" + value + "\": portrait and landscape are known"};
-    }
-    changed.landscape = value == "landscape";
-  } else if (name == "text-size") {
-    changed.text_size = value;
-  } else if (name == "language") {
-    changed.languages = split_list(value, ',');
-  } else if (name == "direction") {
-    if (value != "ltr" && value != "rtl" && value != "natural") {
-      return Error{"there is no direction \"" + value + "\": ltr, rtl and natural are known"};
-    }
-    changed.right_to_left = value == "natural" ? std::nullopt : std::optional<bool>(value == "rtl");
-  } else {
-    return Error{"there is no look \"" + name +
-                 "\": appearance, device, orientation, text-size, language and direction are known"};
-  }
-  if (auto usable = check(changed); !usable) return usable.error();
-  options_ = std::move(changed);
-  set_preferred_languages(options_.languages);
-  uikit::set_display_settings(display_of(options_));
-  session_->set_device(device_of(options_));
+Result<void> Host::set_trait(const std::string& name, const std::string& value) {
+  uikit::Traits changed = traits();
+  if (auto set = uikit::set_trait(changed, name, value); !set) return set;
+  session_->set_traits(std::move(changed));
+  // Its texts are translated where its lists are read.
   if (settings_ != nullptr && name == "language") settings_->reload();
   return {};
 }

@@ -26,20 +26,12 @@ class SettingsApp;
 struct HostOptions {
   std::string root;
   std::optional<Layout> layout;
-  std::vector<std::string> languages{"en"};
-  std::string appearance = "light";
-  std::string device = "phone";  // a name of uikit::device_models()
-  bool landscape = false;
-  std::string text_size = "L";                   // of graphics::content_size_name()
-  std::optional<bool> right_to_left;             // as the first language is read, where it is not said
+  uikit::Traits traits;
   std::vector<std::string> library_search_path;  // empty: the folder of the host library
   ClockKind clock = ClockKind::Driven;
   bool lists_as_data = false;  // nothing that lists name is performed
   bool own_windows = false;    // of the program that runs the host: Settings is not to come up
 };
-
-/// Splits "de,en" at commas; blanks around the parts and empty parts are dropped.
-std::vector<std::string> split_list(const std::string& text, char separator);
 
 /// One runs in a process at a time. All functions are for the main thread, which is the one that started it.
 class Host {
@@ -56,10 +48,11 @@ class Host {
   const DeviceRoot& root() const { return *root_; }
   const HostOptions& options() const { return options_; }
   uikit::Session& session() { return *session_; }
+  const uikit::Traits& traits() const { return session_->traits(); }
 
-  /// Changes how the screen looks, in place: pages and what is typed in them stay. Fails for a word that is
-  /// none, and changes nothing then.
-  Result<void> set_look(const std::string& name, const std::string& value);
+  /// Changes a trait in place: pages and what is typed in them stay. Fails, changing nothing, if the trait or
+  /// the value is unknown.
+  Result<void> set_trait(const std::string& name, const std::string& value);
 
   Result<NSBundle> load_bundle(const std::string& path);
   /// Of the bundle loaded last; nil before.

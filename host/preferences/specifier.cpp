@@ -108,6 +108,10 @@ void set_accessors(const PSSpecifier& specifier, objc::Selector getter, objc::Se
 
 CellType type_of(const PSSpecifier& specifier) { return static_cast<CellType>(specifier.cellType()); }
 
+objc::ClassRef page_of(const PSSpecifier& specifier) {
+  return specifier.propertyForKey("key"_ns) ? objc::ClassRef() : specifier.detailControllerClass();
+}
+
 // Class methods, which need linkage for the runtime's table.
 namespace {
 

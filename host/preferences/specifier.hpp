@@ -13,5 +13,7 @@ PSSpecifier make_specifier(const NSString& name, CellType type);
 /// The target's methods by which the row's value is read and written; null for none.
 void set_accessors(const PSSpecifier& specifier, objc::Selector getter, objc::Selector setter);
 CellType type_of(const PSSpecifier& specifier);
+/// The page that the row leads to; null for none. With a key a row leads to its choices.
+objc::ClassRef page_of(const PSSpecifier& specifier);
 
 }  // namespace wispen::preferences

@@ -71,12 +71,27 @@ class SpecifierVisibilityTest : public HostTest, public ::testing::WithParamInte
     *prefs_ = objc::Unowned<Settings>(settings_);
   }
 
-  bool shown(std::initializer_list<std::pair<const char*, NSObject>> properties) const {
+  using Properties = std::initializer_list<std::pair<const char*, NSObject>>;
+  static PSSpecifier row(Properties properties) {
     NSMutableDictionary all = NSMutableDictionary::dictionary();
     for (const auto& [key, value] : properties) all.setObject(value, NSString(key));
     const PSSpecifier specifier = objc::make<PSSpecifier>();
     objc::send<"setProperties:">(specifier, all);
-    return objc::send<"isSpecifierVisible:", bool>(page_, specifier);
+    return specifier;
+  }
+  bool shown(Properties properties) const {
+    return objc::send<"isSpecifierVisible:", bool>(page_, row(properties));
+  }
+  /// "rule -> remedy" for each.
+  std::vector<std::string> hiding(Properties properties) const {
+    const auto rules = objc::send<"rulesHidingSpecifier:", NSArray>(page_, row(properties));
+    std::vector<std::string> words;
+    for (NSUInteger i = 0; i < rules.count(); ++i) {
+      const auto rule = rules.objectAtIndex<NSDictionary>(i);
+      words.push_back(rule.objectForKey<NSString>("rule"_ns).utf8() + " -> " +
+                      rule.objectForKey<NSString>("remedy"_ns).utf8());
+    }
+    return words;
   }
   static NSObject yes() { return NSNumber::numberWithBool(true); }
   static NSObject no() { return NSNumber::numberWithBool(false); }
@@ -206,6 +221,31 @@ TEST_P(SpecifierVisibilityTest, ARowIsNotChangedByTheQuestion) {
   objc::send<"setProperties:">(specifier, properties);
   objc::send<"isSpecifierVisible:", bool>(page_, specifier);
   EXPECT_TRUE(specifier.properties().isEqual(properties));
+}
+
+TEST_P(SpecifierVisibilityTest, EveryRuleThatHidesARowIsSaidWithWhatWouldShowIt) {
+  using Rules = std::vector<std::string>;
+  use_settings({{"off", no()}, {"on", yes()}, {"hideLabels", yes()}, {"dockHideLabels", yes()}});
+  EXPECT_EQ(hiding({{"depends", "on"_ns}, {"dependsNot", "off"_ns}, {"key", "notificationColor"_ns}}),
+            Rules());
+  EXPECT_EQ(hiding({{"depends", "off"_ns}, {"dependsNot", "on"_ns}, {"labelDependant", no()}}),
+            (Rules{R"("depends": the setting "off" is off -> "off" on)",
+                   R"("dependsNot": the setting "on" is on -> "on" off)",
+                   R"("labelDependant": the settings "hideLabels" and "dockHideLabels" are both on -> )"
+                   R"("hideLabels" or "dockHideLabels" off)"}));
+  EXPECT_EQ(hiding({{"key", "regularAutoColor"_ns}}),
+            Rules{R"(the setting "regularMode" is missing or "none" -> another "regularMode" than "none")"});
+  use_settings({{"notificationMode", "none"_ns}});
+  EXPECT_EQ(hiding({{"key", "notificationAutoColor"_ns}}),
+            Rules{R"(the setting "notificationMode" is "none" -> another "notificationMode" than "none")"});
+}
+
+TEST_P(SpecifierVisibilityTest, TheReasonSaysWhereTheRulesHaveNoSettings) {
+  EXPECT_EQ(
+      hiding({{"depends", "x"_ns}}),
+      std::vector<std::string>{
+          R"("depends": the setting "x" is off (the rules have no settings to ask: all read as off and )"
+          R"(missing) -> "x" on, in settings that the rules are given to ask (the variable prefs))"});
 }
 
 }  // namespace

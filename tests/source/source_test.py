@@ -3,6 +3,7 @@
 
 import json
 import re
+import subprocess
 import sys
 import unittest
 from collections import Counter, defaultdict
@@ -206,6 +207,27 @@ class FloorsTest(unittest.TestCase):
 
         for floor in self.allowed:
             walk(floor, [])
+
+    def test_the_guide_shows_every_floor(self):
+        drawn = subprocess.run([PROJECT / "tools/floors-picture", "--check"], capture_output=True, text=True)
+        self.assertEqual((drawn.returncode, drawn.stderr), (0, ""))
+        guide = (PROJECT / "docs/architecture.md").read_text()
+        told = re.findall(r"^\| `([^`]+)` \| .+ \|$", guide, re.M)
+        self.assertEqual(sorted(told), sorted(self.allowed))
+
+class PicturesTest(unittest.TestCase):
+    """What `make pictures` leaves in docs/pictures."""
+
+    def test_the_readme_shows_every_picture_in_full_colour(self):
+        shown = set(re.findall(r"docs/pictures/[\w-]+\.png", (PROJECT / "README.md").read_text()))
+        there = {path.relative_to(PROJECT).as_posix() for path in (PROJECT / "docs/pictures").iterdir()}
+        self.assertEqual(shown, there)
+        for name in shown:
+            header = (PROJECT / name).read_bytes()[:26]
+            self.assertEqual(header[:8], b"\x89PNG\r\n\x1a\n", name)
+            self.assertEqual(header[24], 8, "bits a channel: " + name)
+            self.assertIn(header[25], (2, 6), "no palette: " + name)
+            self.assertLess((PROJECT / name).stat().st_size, 200_000, name)
 
 
 if __name__ == "__main__":

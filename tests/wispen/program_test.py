@@ -169,6 +169,36 @@ class ProgramTest(unittest.TestCase):
         self.assertIn("SepSettingsLS.plist", self.succeed("pages", "SepSettingsCell"))
         self.assertIn("there is no page", self.run_program("pages", "Nothing").stderr)
 
+    def test_the_home_screen_takes_every_trait_and_stands_as_english_is_read(self):
+        def picture(*options):
+            self.succeed("snapshot", "--home", "--scale", "0.5", "-o", "home.png", *options)
+            return pathlib.Path(self.folder.name, "home.png").read_bytes()
+
+        first = picture()
+        self.assertEqual(picture("--direction", "rtl", "--text-size", "XXXL"), first)
+        self.assertNotEqual(picture("--appearance", "dark"), first)
+        self.assertNotEqual(picture("--device", "pad", "--orientation", "landscape"), first)
+
+    def test_pages_say_why_a_row_is_hidden_and_what_would_show_it(self):
+        pages = json.loads(self.succeed("pages", "--why", "--json"))
+        rows = [row for page in pages for row in page["rows"]]
+        hidden = [row for row in rows if not row["shown"]]
+        self.assertTrue(hidden)
+        for row in rows:
+            self.assertEqual("hiddenBy" in row, not row["shown"], row)
+        for row in hidden:
+            self.assertTrue(row["hiddenBy"], row)
+            for rule in row["hiddenBy"]:
+                self.assertEqual(set(rule), {"rule", "remedy"})
+        colour = next(row for row in hidden if row.get("key") == "regularColor")
+        self.assertIn('"regularMode" is missing or "none"', colour["hiddenBy"][0]["rule"])
+        self.assertIn('another "regularMode" than "none"', colour["hiddenBy"][0]["remedy"])
+        lines = self.succeed("pages", "WispRootListController", "--why").splitlines()
+        at = next(i for i, line in enumerate(lines) if "regularColor" in line)
+        self.assertIn("hidden: ", lines[at + 1])
+        self.assertIn("shown by: ", lines[at + 2])
+        self.assertNotIn("hidden: ", self.succeed("pages"))
+
     def test_pages_follow_the_language(self):
         self.assertIn("Farbquelle", self.succeed("pages", "--language", "de"))
         self.assertIn("Color Source", self.succeed("pages"))

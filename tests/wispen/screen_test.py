@@ -104,6 +104,17 @@ class ScreenTest(unittest.TestCase):
         self.assertAlmostEqual(self.stored()["plain"], 2.5, delta=0.03)
         self.assertEqual(self.stored()["stepped"], 6)
 
+    def test_a_slider_is_dragged_by_its_thumb_between_end_images(self):
+        for variant in ("", "@2x", "@3x"):
+            shutil.copy(SHIPPED / f"icon{variant}.png", self.bundle)
+        self.page(row("PSSliderCell", "Left", key="left", leftImage="icon.png", default=0.3),
+                  row("PSSliderCell", "Both", key="both", leftImage="icon.png", rightImage="icon.png", min=-5, max=5, default=0))
+        for direction in ("ltr", "rtl"):
+            self.drive(f"look direction {direction}\ndrag left to 0.8\ndrag both to -4\ndrag both to 3\ndrag left to 0.1\n"
+                       "drag left to 0.75")
+            self.assertAlmostEqual(self.stored()["left"], 0.75, delta=0.01)
+            self.assertAlmostEqual(self.stored()["both"], 3, delta=0.1)
+
     def test_a_slider_stores_while_it_is_dragged_only_where_it_is_to(self):
         for continuous in (False, True):
             self.page(row("PSSliderCell", "Slider", key="slider", isContinuous=continuous))
@@ -360,6 +371,28 @@ class ScreenTest(unittest.TestCase):
         self.assertEqual([answer["ok"] for answer in answers], [True, False])
         self.assertIn("off", answers[-1]["error"])
         self.assertEqual(self.picture_size("moment.png"), (1170, 2532))
+        self.assertEqual(self.stored(), {})
+
+    def last_error(self, script):
+        answer = self.drive(script, fails=True)[-1]
+        self.assertFalse(answer["ok"])
+        return answer["error"]
+
+    def test_a_step_that_ends_elsewhere_has_failed(self):
+        self.page(row("PSSliderCell", "Slider", key="slider", enabled=False, default=0.5),
+                  row("PSSegmentCell", "Size", key="size", enabled=False, default=1, validValues=[1, 2], validTitles=["S", "L"]),
+                  row("PSLinkCell", "Nowhere", detail="NSObject"))
+        self.assertEqual(self.last_error("drag slider to 0.9"), 'the slider of the row "slider" ended at 0.5')
+        self.assertEqual(self.last_error("choose size L"), 'the row "size" shows "S" after the choice')
+        self.assertEqual(self.last_error("tap Nowhere"), f'the row "Nowhere" leads to NSObject, and the page is {PAGE}')
+        self.assertEqual(self.stored(), {})
+
+    def test_what_lies_under_an_alert_cannot_be_touched(self):
+        self.page(row("PSButtonCell", "Ask", action="reloadSpecifiers", confirmation={"prompt": "Sure?"}),
+                  row("PSSwitchCell", "Switch", key="switch"), row("PSSliderCell", "Slider", key="slider"),
+                  row("PSSegmentCell", "Size", key="size", validValues=[1, 2], validTitles=["S", "L"]))
+        for step in ("tap switch", "hold switch 1", "drag slider to 1", "choose size L"):
+            self.assertIn(" cannot be touched: ", self.last_error("tap Ask\n" + step))
         self.assertEqual(self.stored(), {})
 
 

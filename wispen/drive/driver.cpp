@@ -1,154 +1,130 @@
-// wispen/drive/driver.cpp: does a script's steps on the running host.
+// wispen/drive/driver.cpp: the steps that use rows and texts.
 
 #include "wispen/drive/driver.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <functional>
 
 #include "host/wispen_host.h"
+#include "wispen/drive/touches.hpp"
+#include "wispen/drive/views.hpp"
 #include "wispen/screen.hpp"
 
 namespace wispen::program {
 
 namespace {
 
-constexpr double kLongestSettling = 20;
-constexpr double kFrame = 1.0 / 60;
+std::string quoted(const std::string& name) { return "\"" + name + "\""; }
 
-double number(const std::string& word) { return std::strtod(word.c_str(), nullptr); }
+bool is_row(const UIView& view, const std::string& name) {
+  const PSSpecifier row = row_of(view);
+  return row && (row.identifier().utf8() == name || row.name().utf8() == name ||
+                 objc::cast_or_nil<NSString>(row.propertyForKey("key"_ns)).utf8() == name);
+}
 
-Result<Json> done_or_why(int status) {
-  if (status == 0) return Error{wispen_host_last_error()};
+UIView find_now(const std::string& name) {
+  if (UIView row = find_view([&](const UIView& view) { return is_row(view, name); })) return row;
+  return find_view(
+      [&](const UIView& view) { return text_in(view) == name || view.accessibilityLabel().utf8() == name; });
+}
+
+/// What the user means in a row: its control; the view itself where it has none.
+UIView target_in(const UIView& view) {
+  if (!row_of(view)) return view;
+  if (UIView control = find_in<UISwitch>(view)) return control;
+  if (UIView field = find_in<UITextField>(view)) return field;
+  return view;
+}
+
+/// Fails where something else lies over the point of the view, so that it would take the touch.
+Result<void> check_reach(const UIView& view, CGPoint point, const std::string& name) {
+  const UIView hit = view_at(point);
+  // What takes no touches lets what it stands in have them.
+  if (hit && (hit.isDescendantOfView(view) || view.isDescendantOfView(hit))) return {};
+  if (!hit) return Error{quoted(name) + " cannot be touched: nothing takes touches where it is"};
+  return Error{quoted(name) + " cannot be touched: a " + objc::class_of(hit).name() + " lies over it"};
+}
+
+Result<void> touch(const UIView& view, double seconds, const std::string& name) {
+  const CGPoint point = centre_on_screen(view);
+  if (auto free = check_reach(view, point, name); !free) return free;
+  return touch_at(point, seconds);
+}
+
+/// What a tap leaves where a control or a page is to answer it.
+class TapCheck {
+ public:
+  TapCheck(const std::string& name, const UIView& view, const UIView& target) : name_(name) {
+    const auto control = objc::cast_or_nil<UIControl>(target);
+    const auto cell = objc::cast_or_nil<PSTableCell>(view);
+    if (control && !control.isEnabled()) return;  // takes no touch, and is not to
+    if (const auto toggle = objc::cast_or_nil<UISwitch>(target)) {
+      kind_ = Kind::Switch;
+      was_on_ = toggle.isOn();
+    } else if (objc::cast_or_nil<UITextField>(target)) {
+      kind_ = Kind::Field;
+    } else if (cell && cell.cellEnabled()) {
+      page_ = page_of_row(row_of(cell));
+      if (!page_.empty()) kind_ = Kind::Link;
+    }
+  }
+  Result<void> passed() const {
+    if (kind_ == Kind::None) return {};
+    if (kind_ == Kind::Link) {
+      const std::string shown = wispen_host_shown_page();
+      if (shown == page_) return {};
+      return Error{"the row " + quoted(name_) + " leads to " + page_ + ", and the page is " + shown};
+    }
+    const UIView view = find_now(name_);  // its page may have been built anew
+    if (!view) return {};
+    if (kind_ == Kind::Field) {
+      const auto field = objc::cast_or_nil<UITextField>(target_in(view));
+      if (!field || field.isEditing()) return {};
+      return Error{"the field " + quoted(name_) + " does not take text after the tap"};
+    }
+    const auto toggle = objc::cast_or_nil<UISwitch>(target_in(view));
+    if (!toggle || toggle.isOn() != was_on_) return {};
+    return Error{"the switch " + quoted(name_) + " is " + (was_on_ ? "on" : "off") +
+                 " after the tap as before"};
+  }
+
+ private:
+  enum class Kind { None, Switch, Field, Link };
+  const std::string& name_;
+  Kind kind_ = Kind::None;
+  bool was_on_ = false;
+  std::string page_;
+};
+
+/// The place of the slider's thumb at a value, as the slider itself says.
+CGPoint thumb_at(const UISlider& slider, double value) {
+  const CGRect bounds = slider.bounds();
+  const CGRect thumb =
+      slider.thumbRectForBounds(bounds, slider.trackRectForBounds(bounds), static_cast<float>(value));
+  return slider.convertPointToView({CGRectGetMidX(thumb), CGRectGetMidY(thumb)}, UIView());
+}
+
+/// How far from the wanted value a drag may end: one point of the way, or half of a step of the row.
+double drag_tolerance(const UISlider& slider, const PSSpecifier& row) {
+  const double range = double{slider.maximumValue()} - double{slider.minimumValue()};
+  const double way =
+      std::abs(thumb_at(slider, slider.maximumValue()).x - thumb_at(slider, slider.minimumValue()).x);
+  const auto number = [&](const NSString& key) {
+    return objc::cast_or_nil<NSNumber>(row.propertyForKey(key)).doubleValue();
+  };
+  const double steps = number("isSegmented"_ns) != 0 ? number("segmentCount"_ns) : 0;
+  return std::max(way > 0 ? range / way : 0, steps >= 1 ? range / steps / 2 : 0) * 1.001;
+}
+
+}  // namespace
+
+Result<Json> answer(const Result<void>& result) {
+  if (!result) return result.error();
   return Json::object();
 }
 
-Result<Json> settle() { return done_or_why(wispen_host_settle(kLongestSettling)); }
-
-Json tree() {
-  const char* const text = wispen_host_view_tree();
-  return text != nullptr ? Json::parse(text) : Json::array();
-}
-
-/// The first view, the uppermost first, for which the test holds.
-std::optional<Json> search(const Json& views, const std::function<bool(const Json&)>& test) {
-  for (auto view = views.rbegin(); view != views.rend(); ++view) {
-    if (view->value("hidden", false)) continue;
-    if (view->contains("subviews")) {
-      if (auto found = search((*view)["subviews"], test)) return found;
-    }
-    if (test(*view)) return *view;
-  }
-  return std::nullopt;
-}
-
-bool is_row(const Json& view, const std::string& name) {
-  if (!view.contains("row")) return false;
-  const Json& row = view["row"];
-  return row.value("id", std::string()) == name || row.value("key", std::string()) == name ||
-         row.value("label", std::string()) == name;
-}
-
-bool says(const Json& view, const std::string& text) {
-  return view.value("text", std::string()) == text || view.value("label", std::string()) == text;
-}
-
-std::optional<Json> part_of(const Json& view, std::initializer_list<const char*> classes) {
-  const Json self = Json::array({view});
-  for (const char* const cls : classes) {
-    if (auto found = search(self, [&](const Json& part) { return part["class"] == cls; })) return found;
-  }
-  return std::nullopt;
-}
-
-struct Place {
-  double x = 0;
-  double y = 0;
-};
-
-Place centre(const Json& view) {
-  const Json& frame = view["frame"];
-  return {frame[0].get<double>() + frame[2].get<double>() / 2,
-          frame[1].get<double>() + frame[3].get<double>() / 2};
-}
-
-Result<Json> tap(Place place) {
-  if (wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, place.x, place.y) == 0 || wispen_host_advance(kFrame) == 0 ||
-      wispen_host_touch(WISPEN_HOST_TOUCH_ENDED, place.x, place.y) == 0) {
-    return Error{wispen_host_last_error()};
-  }
-  return settle();
-}
-
-Result<Json> drag(Place from, Place to) {
-  constexpr int kSteps = 12;
-  int status = wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, from.x, from.y);
-  for (int i = 1; i <= kSteps && status != 0; ++i) {
-    const double part = static_cast<double>(i) / kSteps;
-    status = wispen_host_advance(kFrame);
-    if (status != 0) {
-      status = wispen_host_touch(WISPEN_HOST_TOUCH_MOVED, from.x + (to.x - from.x) * part,
-                                 from.y + (to.y - from.y) * part);
-    }
-  }
-  if (status == 0 || wispen_host_touch(WISPEN_HOST_TOUCH_ENDED, to.x, to.y) == 0) {
-    return Error{wispen_host_last_error()};
-  }
-  return settle();
-}
-
-/// Where the page's rows can be seen: below the bar, above the edge.
-struct Sight {
-  double top = 0;
-  double bottom = 0;
-};
-
-Sight sight() {
-  const auto screen = wispen_host_screen();
-  Sight seen{0, screen.height};
-  if (const auto bar = search(tree(), [](const Json& view) { return view["class"] == "UINavigationBar"; })) {
-    seen.top = (*bar)["frame"][1].get<double>() + (*bar)["frame"][3].get<double>();
-  }
-  return seen;
-}
-
-void wheel(double points) {
-  const auto screen = wispen_host_screen();
-  wispen_host_wheel(screen.width / 2, screen.height * 0.6, points);
-  wispen_host_settle(kLongestSettling);
-}
-
-std::string displayed(const Json& view) {
-  if (const auto control = part_of(view, {"UISwitch", "UISlider", "UISegmentedControl", "UITextField"})) {
-    if ((*control)["class"] == "UITextField") return control->value("text", std::string());
-    const Json& value = (*control)["value"];
-    if (value.is_boolean()) return value.get<bool>() ? "on" : "off";
-    if ((*control)["class"] == "UISegmentedControl") {
-      const auto index = value.get<int>();
-      const Json titles = control->value("segments", Json::array());
-      const bool known = index >= 0 && static_cast<std::size_t>(index) < titles.size();
-      const auto title = known ? titles[static_cast<std::size_t>(index)].get<std::string>() : std::string();
-      return title.empty() ? std::to_string(index + 1) : title;
-    }
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", value.get<double>());
-    return text;
-  }
-  // The last text of a row is its value.
-  std::string last;
-  const std::function<void(const Json&)> walk = [&](const Json& part) {
-    if (part.value("hidden", false)) return;
-    if (part.contains("text") && part["text"] != view["row"].value("label", std::string()))
-      last = part["text"];
-    for (const Json& subview : part.value("subviews", Json::array())) walk(subview);
-  };
-  walk(view);
-  return last;
-}
-
-bool same(const std::string& actual, const std::string& wanted) {
+bool is_same_value(const std::string& actual, const std::string& wanted) {
   if (actual == wanted) return true;
   char* end = nullptr;
   const double a = std::strtod(actual.c_str(), &end);
@@ -158,246 +134,112 @@ bool same(const std::string& actual, const std::string& wanted) {
   return std::abs(a - b) <= 0.005 * std::max({1.0, std::abs(a), std::abs(b)});
 }
 
-}  // namespace
-
-std::optional<Json> Driver::find_now(const std::string& name) const {
-  const Json windows = tree();
-  if (auto row = search(windows, [&](const Json& view) { return is_row(view, name); })) return row;
-  return search(windows, [&](const Json& view) { return says(view, name); });
-}
-
-Result<Json> Driver::find(const std::string& name) {
-  if (auto found = find_now(name)) return *found;
+Result<UIView> Driver::find(const std::string& name) {
+  if (const UIView found = find_now(name)) return found;
   const double page = wispen_host_screen().height * 0.5;
-  wheel(1e6);
-  std::string before;
-  for (int i = 0; i < 2000; ++i) {
-    if (auto found = find_now(name)) return *found;
-    const std::string now = tree().dump();
-    if (now == before) break;
-    before = now;
-    wheel(-page);
+  turn_wheel(1e6);
+  bool moved = true;
+  while (moved) {
+    if (const UIView found = find_now(name)) return found;
+    moved = turn_wheel(-page);
   }
-  return Error{"there is no row and no text \"" + name + "\""};
+  return Error{"there is no row and no text " + quoted(name)};
 }
 
-Result<Json> Driver::bring_into_sight(const std::string& name) {
+Result<UIView> Driver::bring_into_sight(const std::string& name) {
   auto found = find(name);
-  if (!found || !found->contains("row")) return found;
-  const Sight seen = sight();
-  const Json& frame = (*found)["frame"];
-  const double top = frame[1].get<double>();
-  const double bottom = top + frame[3].get<double>();
-  if (top < seen.top) wheel(seen.top - top + 8);
-  if (bottom > seen.bottom) wheel(seen.bottom - bottom - 40);
+  if (!found || !row_of(*found)) return found;
+  // Rows are seen below the bar and above the screen's edge.
+  const UIView bar = find_view(
+      [](const UIView& view) { return static_cast<bool>(objc::cast_or_nil<UINavigationBar>(view)); });
+  const double top = bar ? CGRectGetMaxY(frame_on_screen(bar)) : 0;
+  const double bottom = wispen_host_screen().height;
+  const CGRect frame = frame_on_screen(*found);
+  if (CGRectGetMinY(frame) < top) turn_wheel(top - CGRectGetMinY(frame) + 8);
+  if (CGRectGetMaxY(frame) > bottom) turn_wheel(bottom - CGRectGetMaxY(frame) - 40);
   return find(name);
 }
 
-Result<Json> Driver::touch(const Step& step) {
-  const Words& words = step.words;
-  if (words.size() == 3 && step.verb() == "tap") return tap({number(words[1]), number(words[2])});
-  auto found = bring_into_sight(words[1]);
-  if (!found) return found;
-  // What the user means in a row with a control is the control.
-  Json target = *found;
-  if (target.contains("row")) {
-    if (auto control = part_of(target, {"UISwitch", "UITextField"})) target = *control;
-  }
-  if (step.verb() == "tap") return tap(centre(target));
-  const Place place = centre(target);
-  if (wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, place.x, place.y) == 0 ||
-      wispen_host_advance(number(words[2])) == 0 ||
-      wispen_host_touch(WISPEN_HOST_TOUCH_ENDED, place.x, place.y) == 0) {
-    return Error{wispen_host_last_error()};
-  }
-  return settle();
+Result<Json> Driver::show(const std::string& page) {
+  if (!show_page(session_, page)) return Error{"there is no page " + quoted(page)};
+  return Json::object();
+}
+
+Result<Json> Driver::tap(const std::string& name) {
+  const auto found = bring_into_sight(name);
+  if (!found) return found.error();
+  const UIView target = target_in(*found);
+  const TapCheck check(name, *found, target);
+  if (const auto tapped = touch(target, kTapSeconds, name); !tapped) return tapped.error();
+  return answer(check.passed());
+}
+
+Result<Json> Driver::hold(const std::string& name, double seconds) {
+  const auto found = bring_into_sight(name);
+  if (!found) return found.error();
+  return answer(touch(target_in(*found), seconds, name));
 }
 
 Result<Json> Driver::drag_slider(const std::string& row, double value) {
   const auto found = bring_into_sight(row);
-  if (!found) return found;
-  const auto slider = part_of(*found, {"UISlider"});
-  if (!slider) return Error{"the row \"" + row + "\" has no slider"};
-  const double low = slider->value("minimum", 0.0);
-  const double high = slider->value("maximum", 1.0);
+  if (!found) return found.error();
+  const auto slider = find_in<UISlider>(*found);
+  if (!slider) return Error{"the row " + quoted(row) + " has no slider"};
+  const double low = slider.minimumValue();
+  const double high = slider.maximumValue();
   if (value < low || value > high || high <= low) {
     return Error{"the slider goes from " + std::to_string(low) + " to " + std::to_string(high)};
   }
-  constexpr double kThumb = 28;
-  const Json& frame = (*slider)["frame"];
-  const double way = frame[2].get<double>() - kThumb;
-  const bool turned = slider->value("reversed", false);
-  const auto place_of = [&](double at) {
-    const double part = (at - low) / (high - low);
-    return frame[0].get<double>() + kThumb / 2 + way * (turned ? 1 - part : part);
-  };
-  const double y = centre(*slider).y;
-  double x = place_of((*slider)["value"].get<double>());
-  int status = wispen_host_touch(WISPEN_HOST_TOUCH_BEGAN, x, y);
-  const double start = x;
-  const double end = place_of(value);
-  constexpr int kSteps = 10;
-  for (int i = 1; i <= kSteps && status != 0; ++i) {
-    x = start + (end - start) * i / kSteps;
-    status = wispen_host_advance(kFrame) != 0 ? wispen_host_touch(WISPEN_HOST_TOUCH_MOVED, x, y) : 0;
+  const double tolerance = drag_tolerance(slider, row_of(*found));
+  const CGPoint thumb = thumb_at(slider, slider.value());
+  if (const auto free = check_reach(slider, thumb, row); !free) return free.error();
+  if (const auto dragged = drag_between(thumb, thumb_at(slider, value)); !dragged) return dragged.error();
+  const UIView after = find_now(row);
+  if (!after) return Json{{"value", ""}};  // the value hides the row
+  const std::string shown = shown_value(after);
+  if (const auto moved = find_in<UISlider>(after); moved && std::abs(moved.value() - value) > tolerance) {
+    return Error{"the slider of the row " + quoted(row) + " ended at " + shown};
   }
-  if (status == 0 || wispen_host_touch(WISPEN_HOST_TOUCH_ENDED, x, y) == 0) {
-    return Error{wispen_host_last_error()};
-  }
-  if (auto quiet = settle(); !quiet) return quiet;
-  const auto after = find_now(row);
-  return Json{{"value", after ? displayed(*after) : ""}};
+  return Json{{"value", shown}};
 }
 
 Result<Json> Driver::choose(const std::string& row, const std::string& title) {
   const auto found = bring_into_sight(row);
-  if (!found) return found;
-  const auto segments = part_of(*found, {"UISegmentedControl"});
-  if (!segments) return Error{"the row \"" + row + "\" has no segments"};
-  const Json titles = segments->value("segments", Json::array());
+  if (!found) return found.error();
+  const auto segments = find_in<UISegmentedControl>(*found);
+  if (!segments) return Error{"the row " + quoted(row) + " has no segments"};
+  const NSUInteger count = segments.numberOfSegments();
+  Json titles = Json::array();
+  for (NSUInteger i = 0; i < count; ++i) titles.push_back(segments.titleForSegmentAtIndex(i).utf8());
   const auto named = std::ranges::find(titles, Json(title));
-  std::size_t index = static_cast<std::size_t>(named - titles.begin());
+  auto index = static_cast<NSUInteger>(named - titles.begin());
   if (named == titles.end()) {
-    const double position = number(title);
-    if (position < 1 || position > static_cast<double>(titles.size())) {
-      return Error{"the row \"" + row + "\" has no segment \"" + title + "\": " + titles.dump()};
+    const double position = std::strtod(title.c_str(), nullptr);
+    if (position < 1 || position > static_cast<double>(count)) {
+      return Error{"the row " + quoted(row) + " has no segment " + quoted(title) + ": " + titles.dump()};
     }
-    index = static_cast<std::size_t>(position) - 1;
+    index = static_cast<NSUInteger>(position) - 1;
   }
-  const Json& frame = (*segments)["frame"];
-  const double width = frame[2].get<double>() / static_cast<double>(titles.size());
-  const std::size_t place = segments->value("reversed", false) ? titles.size() - 1 - index : index;
-  return tap({frame[0].get<double>() + width * (static_cast<double>(place) + 0.5), centre(*segments).y});
-}
-
-Result<Json> Driver::scroll(const Words& words) {
-  if (words[1] == "to") {
-    const auto found = bring_into_sight(words[2]);
-    if (!found) return found;
-    return Json::object();
+  const bool reversed =
+      segments.effectiveUserInterfaceLayoutDirection() == UIUserInterfaceLayoutDirection::RightToLeft;
+  const CGRect frame = frame_on_screen(segments);
+  const double width = frame.size.width / static_cast<double>(count);
+  const NSUInteger from_left = reversed ? count - 1 - index : index;
+  const CGPoint point{frame.origin.x + width * (static_cast<double>(from_left) + 0.5), CGRectGetMidY(frame)};
+  if (const auto free = check_reach(segments, point, row); !free) return free.error();
+  if (const auto tapped = touch_at(point, kTapSeconds); !tapped) return tapped.error();
+  const UIView after = find_now(row);
+  const auto chosen = after ? find_in<UISegmentedControl>(after) : UISegmentedControl();
+  if (chosen && chosen.selectedSegmentIndex() != static_cast<NSInteger>(index)) {
+    return Error{"the row " + quoted(row) + " shows " + quoted(shown_value(after)) + " after the choice"};
   }
-  wheel(words[1] == "up" ? number(words[2]) : -number(words[2]));
   return Json::object();
 }
 
-Result<Json> Driver::expect_value(const std::string& row, const std::string& wanted) {
-  const auto found = find(row);
-  if (!found) return found;
-  const std::string actual = displayed(*found);
-  if (!same(actual, wanted)) return Error{"the row \"" + row + "\" shows \"" + actual + "\""};
-  return Json{{"value", actual}};
-}
-
-Result<Json> Driver::expect_stored(const std::string& key, const std::string& wanted) {
-  for (const Page& page : session_.pages()) {
-    const NSArray rows = page.all_specifiers();
-    for (NSUInteger i = 0; i < rows.count(); ++i) {
-      const auto row = rows.objectAtIndex<PSSpecifier>(i);
-      const auto own = objc::cast_or_nil<NSString>(row.propertyForKey("key"_ns));
-      if (!own || own.utf8() != key) continue;
-      const NSObject value = row.performGetter();
-      const auto text = objc::cast_or_nil<NSString>(value);
-      std::string actual = text ? text.utf8() : text_of(value);
-      if (actual == "yes" && (wanted == "on" || wanted == "true")) actual = wanted;
-      if (actual == "no" && (wanted == "off" || wanted == "false")) actual = wanted;
-      if (!same(actual, wanted)) return Error{"stored under \"" + key + "\" is " + text_of(value)};
-      return Json{{"value", json_of(value)}};
-    }
-  }
-  return Error{"no row has the key \"" + key + "\""};
-}
-
-Result<Json> Driver::expect_posted(const std::string& name) {
-  const std::size_t count = wispen_host_posted_count();
-  std::size_t times = 0;
-  for (std::size_t i = posts_seen_; i < count; ++i) times += wispen_host_posted_name(i) == name ? 1U : 0U;
-  posts_seen_ = count;
-  if (times == 0) return Error{"\"" + name + "\" was not posted"};
-  return Json{{"times", times}};
-}
-
-Result<Json> Driver::expect_colour(double x, double y, const std::string& wanted) {
-  wispen_host_frame_pixels frame{};
-  if (wispen_host_frame(&frame) == 0) return Error{wispen_host_last_error()};
-  const double scale = wispen_host_screen().scale;
-  const int column = static_cast<int>(x * scale);
-  const int row = static_cast<int>(y * scale);
-  if (column < 0 || row < 0 || column >= frame.width || row >= frame.height) {
-    return Error{"the place is outside the screen"};
-  }
-  std::uint32_t pixel = 0;
-  std::copy_n(
-      frame.pixels + static_cast<std::size_t>(row) * frame.stride + static_cast<std::size_t>(column) * 4, 4,
-      reinterpret_cast<unsigned char*>(&pixel));
-  char actual[8];
-  std::snprintf(actual, sizeof actual, "#%06X", pixel & 0xFFFFFFU);
-  char* end = nullptr;
-  const unsigned long colour = wanted.starts_with('#') ? std::strtoul(wanted.c_str() + 1, &end, 16) : 0;
-  if (end == nullptr || *end != '\0' || wanted.size() != 7) return Error{"a colour is written #RRGGBB"};
-  for (const unsigned shift : {0U, 8U, 16U}) {
-    const int difference =
-        static_cast<int>((pixel >> shift) & 0xFFU) - static_cast<int>((colour >> shift) & 0xFFU);
-    if (std::abs(difference) > 2) return Error{std::string("the pixel is ") + actual};
-  }
-  return Json{{"colour", actual}};
-}
-
-Result<Json> Driver::expect(const Words& words) {
-  const bool absent = words[1] == "no";
-  const std::string& what = absent ? words[2] : words[1];
-  const std::string& name = absent ? words[3] : words[2];
-  if (what == "page") {
-    const std::string shown = wispen_host_shown_page();
-    if (shown != name) return Error{"the page is " + shown};
-    return Json::object();
-  }
-  if (what == "value") return expect_value(name, words[3]);
-  if (what == "stored") return expect_stored(name, words[3]);
-  if (what == "posted") return expect_posted(name);
-  if (what == "colour") return expect_colour(number(words[2]), number(words[3]), words[4]);
-  if (what == "row") {
-    const auto found = find(name);
-    const bool there = found && found->contains("row");
-    if (there == absent)
-      return Error{std::string("there is ") + (absent ? "a" : "no") + " row \"" + name + "\""};
-    return Json::object();
-  }
-  const Json windows = tree();
-  const bool there = search(windows, [&](const Json& view) {
-                       return view.value("text", std::string()).find(name) != std::string::npos;
-                     }).has_value();
-  if (there == absent) return Error{std::string("the text is ") + (absent ? "" : "not ") + "on the screen"};
+Result<Json> Driver::scroll_to(const std::string& name) {
+  const auto found = bring_into_sight(name);
+  if (!found) return found.error();
   return Json::object();
-}
-
-Result<Json> Driver::run(const Step& step) {
-  const objc::AutoreleasePool pool;
-  const Words& words = step.words;
-  const std::string& verb = step.verb();
-  if (verb == "show") {
-    if (!show_page(session_, words[1])) return Error{"there is no page \"" + words[1] + "\""};
-    return Json::object();
-  }
-  if (verb == "tap" || verb == "hold") return touch(step);
-  if (verb == "drag") {
-    if (words.size() == 4) return drag_slider(words[1], number(words[3]));
-    return drag({number(words[1]), number(words[2])}, {number(words[4]), number(words[5])});
-  }
-  if (verb == "choose") return choose(words[1], words[2]);
-  if (verb == "scroll") return scroll(words);
-  if (verb == "wait") return done_or_why(wispen_host_run_for(number(words[1])));
-  if (verb == "settle") return settle();
-  if (verb == "expect") return expect(words);
-  if (verb == "snapshot") return done_or_why(wispen_host_snapshot(words[1].c_str(), 0, 0));
-  if (verb == "inspect") return Json{{"windows", tree()}};
-  int status = 0;
-  if (verb == "type") status = wispen_host_type(words[1].c_str());
-  if (verb == "key") status = wispen_host_key(words[1].c_str());
-  if (verb == "back") status = wispen_host_key("escape");
-  if (verb == "look") status = wispen_host_set_look(words[1].c_str(), words[2].c_str());
-  if (verb == "reload") status = wispen_host_reload_pages();
-  if (status == 0) return Error{wispen_host_last_error()};
-  return settle();
 }
 
 }  // namespace wispen::program

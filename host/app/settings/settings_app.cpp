@@ -12,6 +12,7 @@
 #include "host/app/settings/installed_bundles.hpp"
 #include "host/foundation/arrays.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/preferences/specifier.hpp"
 #include "host/uikit/containers/tables/scroll_view.hpp"
 #include "host/uikit/view/application.hpp"
 #include "host/uikit/view/painting/frame_buffer.hpp"
@@ -41,7 +42,7 @@ std::vector<PSSpecifier> rows_to_pages(const UIViewController& page) {
   const PSListController list = list_page(page);
   if (!list) return rows;
   for (const PSSpecifier& row : objects_of<PSSpecifier>(list.specifiers())) {
-    if (row.detailControllerClass() && !row.propertyForKey("key"_ns)) rows.push_back(row);
+    if (preferences::page_of(row)) rows.push_back(row);
   }
   return rows;
 }
@@ -55,7 +56,7 @@ bool reach(std::vector<UIViewController>& path, const std::string& wanted, std::
   if (objc::class_of(path.back()).name() == wanted) return true;
   if (path.size() > kDeepestPage) return false;
   for (const PSSpecifier& row : rows_to_pages(path.back())) {
-    const std::string cls = row.detailControllerClass().name();
+    const std::string cls = preferences::page_of(row).name();
     if (!seen.insert(cls).second) continue;
     const UIViewController page = page_for(path.back(), row);
     if (!page) continue;

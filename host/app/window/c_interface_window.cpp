@@ -3,6 +3,7 @@
 #include "host/app/c_interface.hpp"
 #include "host/app/settings/settings_app.hpp"
 #include "host/app/window/window.hpp"
+#include "host/core/text_list.hpp"
 #include "host/wispen_host.h"
 
 using namespace wispen;

@@ -34,7 +34,7 @@ std::shared_ptr<const graphics::TextLayout> set(const std::string& key, const st
   return graphics::layout_text(text, one_line);
 }
 
-std::string shown_value(const std::string& value) {
+std::string abbreviated(const std::string& value) {
   constexpr std::string_view kLong = "Accessibility";
   return value.starts_with(kLong) ? "A-" + value.substr(kLong.size()) : value;
 }
@@ -46,10 +46,10 @@ void Toolbar::paint(const Host& host, graphics::Canvas& canvas, const Rect& area
   buttons_.clear();
   std::vector<double> widths;
   double together = 0;
-  const auto label = [&](const LookSwitch& one, double width) {
-    return set("F" + std::to_string(one.key), shown_value(current_look(host, one.look)), density, width);
+  const auto label = [&](const TraitSwitch& one, double width) {
+    return set("F" + std::to_string(one.key), abbreviated(shown_value(host, one)), density, width);
   };
-  for (const LookSwitch& one : switches_) {
+  for (const TraitSwitch& one : switches_) {
     widths.push_back(label(one, graphics::kUnbounded)->size().width + 2 * kPadding * density);
     together += widths.back();
   }

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "host/app/window/look_switches.hpp"
+#include "host/app/window/trait_switches.hpp"
 #include "host/graphics/canvas.hpp"
 
 namespace wispen {
@@ -12,16 +12,16 @@ namespace wispen {
 /// Paints itself in pixels, at a density, and knows what lies where.
 class Toolbar {
  public:
-  explicit Toolbar(std::vector<LookSwitch> switches) : switches_(std::move(switches)) {}
+  explicit Toolbar(std::vector<TraitSwitch> switches) : switches_(std::move(switches)) {}
 
-  const std::vector<LookSwitch>& switches() const { return switches_; }
+  const std::vector<TraitSwitch>& switches() const { return switches_; }
   /// Over the area of the canvas, whose units are pixels.
   void paint(const Host& host, graphics::Canvas& canvas, const Rect& area, double density);
   /// Nothing between the buttons.
   std::optional<std::size_t> switch_at(Point pixel) const;
 
  private:
-  std::vector<LookSwitch> switches_;
+  std::vector<TraitSwitch> switches_;
   std::vector<Rect> buttons_;
 };
 

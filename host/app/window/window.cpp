@@ -47,7 +47,7 @@ Point place_of(int x, int y) { return {static_cast<double>(x), static_cast<doubl
 
 struct Window::State {
   State(Host& shown, const SdlLibrary& library, const std::vector<std::string>& languages)
-      : host(shown), sdl(library), toolbar(look_switches(languages)) {}
+      : host(shown), sdl(library), toolbar(trait_switches(languages)) {}
   ~State();
 
   Result<void> open(const WindowOptions& options);
@@ -58,7 +58,7 @@ struct Window::State {
   void copy_text(bool cut);
   void paste();
   void mouse_down(Point mouse, bool backwards);
-  void switch_look(std::size_t index, bool forward);
+  void switch_trait(std::size_t index, bool forward);
   Size desktop_size() const;
   SDL_Rect desktop_bounds() const;
 
@@ -287,7 +287,7 @@ void Window::State::handle(const SDL_Event& event) {
 void Window::State::mouse_down(Point mouse, bool backwards) {
   const Point pixel = placement.to_pixels(mouse);
   if (placement.toolbar.contains(pixel)) {
-    if (const auto index = toolbar.switch_at(pixel)) switch_look(*index, !backwards);
+    if (const auto index = toolbar.switch_at(pixel)) switch_trait(*index, !backwards);
     return;
   }
   if (backwards) return;
@@ -297,9 +297,9 @@ void Window::State::mouse_down(Point mouse, bool backwards) {
   host.session().touches().began(placement.to_screen(mouse));
 }
 
-void Window::State::switch_look(std::size_t index, bool forward) {
+void Window::State::switch_trait(std::size_t index, bool forward) {
   const Size before = host.session().device().size();
-  if (const auto done = step_look(host, toolbar.switches()[index], forward); !done) {
+  if (const auto done = step(host, toolbar.switches()[index], forward); !done) {
     sdl.SetWindowTitle(window, done.error().message.c_str());
     return;
   }
@@ -314,10 +314,10 @@ void Window::State::switch_look(std::size_t index, bool forward) {
 void Window::State::handle_key(const SDL_KeyboardEvent& event) {
   const int number = function_key(event);
   const auto& switches = toolbar.switches();
-  const auto wanted = std::ranges::find(switches, number, &LookSwitch::key);
+  const auto wanted = std::ranges::find(switches, number, &TraitSwitch::key);
   if (number > 0 && wanted != switches.end()) {
-    return switch_look(static_cast<std::size_t>(wanted - switches.begin()),
-                       (event.keysym.mod & KMOD_SHIFT) == 0);
+    return switch_trait(static_cast<std::size_t>(wanted - switches.begin()),
+                        (event.keysym.mod & KMOD_SHIFT) == 0);
   }
   const auto key = key_press(event);
   if (!key) return;

@@ -20,10 +20,4 @@ void set_display_settings(const DisplaySettings& settings) {
   current.store(settings, std::memory_order_relaxed);
 }
 
-void set_content_size(graphics::ContentSize content_size) {
-  DisplaySettings settings = display_settings();
-  settings.content_size = content_size;
-  set_display_settings(settings);
-}
-
 }  // namespace wispen::uikit

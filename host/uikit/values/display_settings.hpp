@@ -20,7 +20,5 @@ struct alignas(8) DisplaySettings {
 /// Of the process. From any thread.
 DisplaySettings display_settings();
 void set_display_settings(const DisplaySettings& settings);
-/// Changes only the text size.
-void set_content_size(graphics::ContentSize content_size);
 
 }  // namespace wispen::uikit

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "host/foundation/bundle.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/view/application.hpp"
 #include "host/uikit/view/view.hpp"
@@ -27,10 +28,10 @@ void tell_traits_changed(const UIView& view) {
 
 }  // namespace
 
-Session::Session(MainLoop& loop, DeviceModel device) : loop_(loop), animations_(loop) {
+Session::Session(MainLoop& loop, Traits traits) : loop_(loop), animations_(loop) {
   current_session = this;
   AnimationEngine::set_current(&animations_);
-  set_device(std::move(device));
+  set_traits(std::move(traits));
 }
 
 Session::~Session() {
@@ -43,20 +44,19 @@ Session* Session::current() { return current_session; }
 
 MainLoop& main_loop() { return current_session->loop(); }
 
+void Session::set_traits(Traits traits) {
+  traits_ = std::move(traits);
+  set_preferred_languages(traits_.languages);
+  set_display_settings(traits_.display_settings());
+  set_device(traits_.device_model());
+}
+
 void Session::set_device(DeviceModel device) {
   const Size old_size = device_.size();
   device_ = std::move(device);
-  DisplaySettings settings = display_settings();
-  settings.scale = static_cast<float>(device_.scale);
-  settings.idiom = device_.idiom;
-  set_display_settings(settings);
   for (const UIWindow& window : Application::shared().windows()) {
     if (View::of(window).bounds().size == old_size) window.setFrame(Rect{{0, 0}, device_.size()});
   }
-  traits_changed();
-}
-
-void Session::traits_changed() {
   touches_.cancel();
   for (const UIWindow& window : Application::shared().windows()) {
     tell_traits_changed(window);

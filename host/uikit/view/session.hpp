@@ -6,7 +6,7 @@
 
 #include "host/core/main_loop.hpp"
 #include "host/uikit/view/animation.hpp"
-#include "host/uikit/view/device/device_model.hpp"
+#include "host/uikit/view/device/traits.hpp"
 #include "host/uikit/view/events/touch_dispatcher.hpp"
 
 namespace wispen::uikit {
@@ -14,7 +14,7 @@ namespace wispen::uikit {
 /// One at a time, on the main thread, between the host's start and its stop. `loop` must outlive it.
 class Session {
  public:
-  Session(MainLoop& loop, DeviceModel device);
+  Session(MainLoop& loop, Traits traits);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session();
@@ -25,17 +25,19 @@ class Session {
   MainLoop& loop() { return loop_; }
   AnimationEngine& animations() { return animations_; }
   TouchDispatcher& touches() { return touches_; }
+  const Traits& traits() const { return traits_; }
+  /// Writes the display settings and the preferred languages, resizes every window that fills the screen, and
+  /// tells the views: they are laid out and painted again.
+  void set_traits(Traits traits);
   const DeviceModel& device() const { return device_; }
-  /// Resizes every window that fills the screen, and tells the views.
+  /// Another screen for the device of the traits, until these are set again.
   void set_device(DeviceModel device);
-  /// After appearance, text size, language or direction changed: every view is told, laid out and painted
-  /// again.
-  void traits_changed();
 
  private:
   MainLoop& loop_;
   AnimationEngine animations_;
   TouchDispatcher touches_;
+  Traits traits_;
   DeviceModel device_;
 };
 

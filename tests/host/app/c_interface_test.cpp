@@ -123,5 +123,21 @@ TEST_F(CInterfaceTest, AReferenceIsTakenBackAsOftenAsItWasGiven) {
   wispen_host_release(nullptr);
 }
 
+TEST_F(CInterfaceTest, ARowWithAPageAndNoKeyLeadsToIt) {
+  load_shipped_bundle();
+  const objc::AutoreleasePool pool;
+  const auto row = objc::make<PSSpecifier>();
+  const auto page_of = [&] {
+    return std::string(wispen_host_page_of_row(reinterpret_cast<wispen_host_object>(objc::borrow(row))));
+  };
+  EXPECT_EQ(page_of(), "");
+  row.setProperty("SepSettingsCell"_ns, "detail"_ns);
+  EXPECT_EQ(page_of(), "SepSettingsCell");
+  row.setProperty("key"_ns, "key"_ns);
+  EXPECT_EQ(page_of(), "");
+  EXPECT_EQ(wispen_host_page_of_row(nullptr), nullptr);
+  EXPECT_EQ(last_error(), "the object is not a row");
+}
+
 }  // namespace
 }  // namespace wispen::testing

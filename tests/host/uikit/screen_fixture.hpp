@@ -114,12 +114,10 @@ class ScreenTest : public wispen::testing::HostTest {
   static bool type(const std::string& text) {
     return press_key({.code = KeyCode::Text, .text = text, .shift = false, .command = false});
   }
-  static void set_right_to_left(bool turned) {
-    DisplaySettings settings = display_settings();
-    settings.right_to_left = turned;
-    set_display_settings(settings);
-    session().traits_changed();
+  static void set_trait(const char* name, const char* value) {
+    ASSERT_EQ(wispen_host_set_look(name, value), 1) << wispen_host_last_error();
   }
+  static void set_right_to_left(bool turned) { set_trait("direction", turned ? "rtl" : "ltr"); }
   /// Pixels as 0xAARRGGBB, at scale 1.
   static std::uint32_t pixel(Point place) {
     const auto picture = take_picture(session(), 1);

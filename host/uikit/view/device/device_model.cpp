@@ -44,13 +44,4 @@ const DeviceModel* find_device(std::string_view name) {
   return nullptr;
 }
 
-std::string device_names() {
-  std::string names;
-  for (const DeviceModel& model : device_models()) {
-    if (!names.empty()) names += ", ";
-    names += model.name;
-  }
-  return names;
-}
-
 }  // namespace wispen::uikit

@@ -42,7 +42,5 @@ struct DeviceModel {
 const std::vector<DeviceModel>& device_models();
 /// Null for a name that is none.
 const DeviceModel* find_device(std::string_view name);
-/// "phone, phone-small, ...", for messages.
-std::string device_names();
 
 }  // namespace wispen::uikit

@@ -34,8 +34,7 @@ class WindowTest : public ::testing::Test {
     HostOptions options;
     options.root = folder_ / "root";
     options.clock = ClockKind::Wall;
-    options.device = "phone-small";
-    options.languages = {"en"};
+    options.traits.device = "phone-small";
     auto host = Host::start(options);
     ASSERT_TRUE(host) << host.error().message;
     host_ = *std::move(host);
@@ -226,21 +225,24 @@ TEST_F(WindowTest, FollowsItsNewSize) {
   settle();
 }
 
-TEST_F(WindowTest, SwitchesLooksInPlace) {
+TEST_F(WindowTest, SwitchesTraitsInPlace) {
   screen_.setBackgroundColor(UIColor::systemBackgroundColor());
   open();
   hand_->press(XK_F2);
-  run_until([this] { return host_->options().appearance == "dark"; });
+  run_until([this] { return host_->traits().appearance == graphics::Appearance::Dark; });
   settle();
   EXPECT_EQ(shown({300, 50}), 0x000000U);
   hand_->press(XK_F4);
-  run_until([this] { return host_->options().right_to_left == true; });
+  run_until([this] { return host_->traits().is_right_to_left(); });
   hand_->press(XK_F5);
-  run_until([this] { return host_->options().text_size == "XL"; });
+  run_until([this] { return host_->traits().text_size == graphics::ContentSize::ExtraLarge; });
   hand_->click(20, 15);  // the strip's first button
-  run_until([this] { return host_->options().appearance == "light"; });
+  run_until([this] { return host_->traits().appearance == graphics::Appearance::Light; });
   hand_->press(XK_F7);
-  run_until([this] { return host_->options().landscape && hand_->size()[0] > hand_->size()[1]; });
+  run_until([this] {
+    return host_->session().device().orientation == uikit::Orientation::Landscape &&
+           hand_->size()[0] > hand_->size()[1];
+  });
   settle();
   EXPECT_EQ(screen_.bounds().size, (Size{667, 375}));
 }

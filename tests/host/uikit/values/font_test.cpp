@@ -43,7 +43,7 @@ TEST_F(FontTest, TellsItsMeasures) {
 
 TEST_F(FontTest, OfATextStyleFollowsTheUsersTextSize) {
   EXPECT_EQ(UIFont::preferredFontForTextStyle(UIFontTextStyleBody).pointSize(), 17);
-  uikit::set_content_size(graphics::ContentSize::ExtraExtraExtraLarge);
+  ASSERT_EQ(wispen_host_set_look("text-size", "XXXL"), 1);
   EXPECT_EQ(UIFont::preferredFontForTextStyle(UIFontTextStyleBody).pointSize(), 23);
   EXPECT_EQ(UIFont::preferredFontForTextStyle(UIFontTextStyleLargeTitle).pointSize(), 40);
 }

@@ -124,10 +124,7 @@ TEST_F(PresentationTest, ShowsAFormSheetAsACardOnAPhone) {
 }
 
 TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
-  const std::vector<DeviceModel>& models = device_models();
-  const auto pad = std::ranges::find(models, graphics::Idiom::Pad, &DeviceModel::idiom);
-  ASSERT_NE(pad, models.end());
-  session().set_device(*pad);
+  set_trait("device", "pad");
   const UIViewController sheet = objc::make<UIViewController>();
   sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   present(sheet);
@@ -137,9 +134,7 @@ TEST_F(PresentationTest, ShowsAFormSheetAsABoxOnATablet) {
 }
 
 TEST_F(PresentationTest, LiftsADarkSheetOffThePageByItsGround) {
-  DisplaySettings dark = display_settings();
-  dark.appearance = graphics::Appearance::Dark;
-  set_display_settings(dark);
+  set_trait("appearance", "dark");
   const UIViewController sheet = objc::make<UIViewController>();
   sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   sheet.view().setBackgroundColor(UIColor::systemBackgroundColor());
@@ -154,11 +149,11 @@ TEST_F(PresentationTest, TurnsACardIntoABoxWithItsScreen) {
   sheet.setModalPresentationStyle(UIModalPresentationStyle::FormSheet);
   present(sheet);
   EXPECT_FALSE(CGAffineTransformIsIdentity(page_.view().transform()));
-  session().set_device(*find_device("pad"));
+  set_trait("device", "pad");
   window_.layoutIfNeeded();
   EXPECT_EQ(sheet.view().bounds().size, (Size{540, 620}));
   EXPECT_TRUE(CGAffineTransformIsIdentity(page_.view().transform()));
-  session().set_device(*find_device("phone"));
+  set_trait("device", "phone");
   window_.layoutIfNeeded();
   EXPECT_EQ(sheet.view().bounds().size.width, window_.bounds().size.width);
 }
