@@ -85,7 +85,7 @@ int drive(const CommonOptions& options, const DriveOptions& what) {
   if (!session) return kFailed;
   Driver driver(*session);
   if (what.follow) {
-    if (wispen_host_follow_files(bundle_folder(options)->c_str()) == 0) return fail(wispen_host_last_error());
+    if (wispen_host_follow_files(session->bundle().c_str()) == 0) return fail(wispen_host_last_error());
     return drive_along(driver, what);
   }
   for (const Step& step : steps) {

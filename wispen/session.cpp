@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <utility>
 
+#include "host/core/device_root.hpp"
 #include "host/wispen_host.h"
 #include "wispen/output.hpp"
+#include "wispen/package/installer.hpp"
 
 namespace wispen::program {
 
@@ -66,6 +68,21 @@ bool Page::shows(const PSSpecifier& specifier) const {
   return controller.specifiers().containsObject(specifier);
 }
 
+Result<CommonOptions> with_installed_bundle(CommonOptions options) {
+  if (!options.bundle.empty()) return options;
+  const auto facts = bundle_facts(options);
+  if (!facts) return facts.error();
+  const std::string folder = options.root.empty() ? wispen_host_default_root() : options.root;
+  const auto root = DeviceRoot::open(folder, layout_from_name(options.layout));
+  if (!root) return root.error();
+  const auto package = package::desktop_package(program_folder() + "/packages", root->layout(), *facts);
+  if (!package) return package.error();
+  const auto installed = package::install_when_changed(*root, *package, *facts);
+  if (!installed) return installed.error();
+  options.bundle = root->resolve_or_nowhere(std::string(root->device_jbroot()) + facts->folder());
+  return options;
+}
+
 std::optional<Session> Session::start(const CommonOptions& options) { return start_on_clock(options, true); }
 
 std::optional<Session> Session::start_on_clock(const CommonOptions& options, bool wall_clock) {
@@ -94,6 +111,7 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
   }
   auto session = start(options);
   if (!session) return session;
+  session->bundle_ = *folder;
   if (wispen_host_load_bundle(folder->c_str()) == nullptr) {
     fail(wispen_host_last_error());
     return std::nullopt;
@@ -103,19 +121,20 @@ std::optional<Session> Session::start_with_bundle(const CommonOptions& options) 
 
 std::optional<Session> Session::start_with_screen(const CommonOptions& options, const Traits& traits,
                                                   bool wall_clock) {
-  const auto folder = bundle_folder(options);
-  if (!folder) {
-    fail(folder.error().message);
+  const auto used = with_installed_bundle(options);
+  if (!used) {
+    fail(used.error().message);
     return std::nullopt;
   }
   auto session = start_on_clock(options, wall_clock);
   if (!session) return session;
+  session->bundle_ = used->bundle;
   for (const auto& [name, value] : traits) {
     if (value.empty() || wispen_host_set_look(name.c_str(), value.c_str()) != 0) continue;
     fail(wispen_host_last_error());
     return std::nullopt;
   }
-  if (wispen_host_offer_bundle(folder->c_str()) == 0) {
+  if (wispen_host_offer_bundle(used->bundle.c_str()) == 0) {
     fail(wispen_host_last_error());
     return std::nullopt;
   }

@@ -46,6 +46,9 @@ std::string program_folder();
 Result<BundleFacts> bundle_facts(const CommonOptions& options);
 /// Its folder. An error where none is named and none, or more than one, is beside the program.
 Result<std::string> bundle_folder(const CommonOptions& options);
+/// The options with the bundle as it is installed in the device root, where its package is installed first if
+/// it is not there or was built anew. Whoever names a bundle is writing it, and gets that one.
+Result<CommonOptions> with_installed_bundle(CommonOptions options);
 
 /// Starts the host; ends it when it goes. One at a time.
 class Session {
@@ -58,11 +61,15 @@ class Session {
   static std::optional<Session> start_with_screen(const CommonOptions& options, const Traits& traits,
                                                   bool wall_clock = false);
   Session(Session&& other) noexcept
-      : running_(std::exchange(other.running_, false)), wall_clock_(other.wall_clock_) {}
+      : bundle_(std::move(other.bundle_)),
+        running_(std::exchange(other.running_, false)),
+        wall_clock_(other.wall_clock_) {}
   Session& operator=(Session&&) = delete;
   ~Session();
 
   bool on_wall_clock() const { return wall_clock_; }
+  /// The folder of the bundle, where one was loaded or offered.
+  const std::string& bundle() const { return bundle_; }
 
   /// The principal page and the pages that rows lead to, each once, in the order in which they are reached.
   std::vector<Page> pages() const;
@@ -72,6 +79,7 @@ class Session {
  private:
   Session() = default;
   static std::optional<Session> start_on_clock(const CommonOptions& options, bool wall_clock);
+  std::string bundle_;
   bool running_ = true;
   bool wall_clock_ = true;
 };

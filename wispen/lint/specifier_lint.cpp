@@ -192,7 +192,8 @@ class ListCheck {
   void check_class(const std::string& key, const std::string& name) {
     if (!classes_.exists(name))
       return add(Severity::Error, "there is no class " + name + " (\"" + key + "\")");
-    if (key == "detail" && !classes_.is_page(name)) add(Severity::Error, "the class " + name + " is not a page");
+    if (key == "detail" && !classes_.is_page(name))
+      add(Severity::Error, "the class " + name + " is not a page");
   }
 
   void check_selector(const std::string& key, const std::string& name) {

@@ -138,7 +138,8 @@ std::string DebFile::field(const std::string& name) const {
 
 Result<DebFile> read_deb(std::string_view bytes) {
   constexpr std::string_view kMagic = "!<arch>\n";
-  if (!bytes.starts_with(kMagic)) return Error{"this is not a package: the archive's first bytes are missing"};
+  if (!bytes.starts_with(kMagic))
+    return Error{"this is not a package: the archive's first bytes are missing"};
   std::size_t budget = DebFile::kMostBytes;
   const Archive outer(archive_read_new());
   archive_read_support_format_ar(outer.get());
@@ -156,7 +157,8 @@ Result<DebFile> read_deb(std::string_view bytes) {
   }
   if (!(*members)[1].path.starts_with("control.tar"))
     return Error{"the package's second member is not a control.tar"};
-  if (!(*members)[2].path.starts_with("data.tar")) return Error{"the package's third member is not a data.tar"};
+  if (!(*members)[2].path.starts_with("data.tar"))
+    return Error{"the package's third member is not a data.tar"};
 
   auto control = read_tar((*members)[1], budget);
   if (!control) return control.error();

@@ -14,8 +14,9 @@ namespace wispen::package {
 /// the place of a file that no package brought. The machine's own package database is never opened.
 Result<void> install(const DeviceRoot& root, const std::string& file, const BundleFacts& facts);
 
-/// The same where nothing, or an older version, is installed; otherwise nothing happens. Whether it was done.
-Result<bool> install_when_newer(const DeviceRoot& root, const std::string& file, const BundleFacts& facts);
+/// The same where the package is not installed, or its file is newer than the installation; otherwise nothing
+/// happens, and no process is started. Whether it was done.
+Result<bool> install_when_changed(const DeviceRoot& root, const std::string& file, const BundleFacts& facts);
 
 /// Removes what the installed package brought. Files of others stay, also in its folders.
 Result<void> remove(const DeviceRoot& root, const BundleFacts& facts);

@@ -29,7 +29,6 @@ INSTANTIATE_TEST_SUITE_P(Sizes, LargeTextTest,
                          [](const auto& test) { return std::string(test.param); });
 
 TEST_P(LargeTextTest, CutsNoTitleOfAnyPageInAnyLanguage) {
-  // So high that every row is in sight at once.
   ASSERT_EQ(wispen_host_set_look("text-size", GetParam()), 1) << wispen_host_last_error();
   ASSERT_EQ(wispen_host_offer_bundle(WISPEN_TEST_BUNDLE), 1) << wispen_host_last_error();
   for (const char* const language : {"en", "de"}) {

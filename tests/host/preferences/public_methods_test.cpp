@@ -1,5 +1,6 @@
 // tests/host/preferences/public_methods_test.cpp: the further methods of pages, rows and cells.
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -98,11 +99,13 @@ TEST_F(PublicMethodsTest, ARowIsReloadedByItself) {
 }
 
 TEST_F(PublicMethodsTest, ListsOfAnotherBundleAreLoaded) {
-  write_file(folder_ / "Other.bundle/Info.plist", plist("<dict/>"));
-  write_file(folder_ / "Other.bundle/Rows.plist",
+  const auto folder = device_path("/Library/Other.bundle");
+  std::filesystem::create_directories(folder);
+  write_file(folder / "Info.plist", plist("<dict/>"));
+  write_file(folder / "Rows.plist",
              specifier_list(item({{"cell", "PSSwitchCell"}, {"key", "k"}, {"label", "K"}})));
-  const auto other = objc::send<"bundleWithPath:", NSBundle>(objc::class_for<NSBundle>(),
-                                                             NSString((folder_ / "Other.bundle").c_str()));
+  const auto other =
+      objc::send<"bundleWithPath:", NSBundle>(objc::class_for<NSBundle>(), "/Library/Other.bundle"_ns);
   const auto rows =
       objc::send<"loadSpecifiersFromPlistName:target:bundle:", NSArray>(page_, "Rows"_ns, page_, other);
   ASSERT_EQ(rows.count(), 1U);
@@ -141,7 +144,7 @@ TEST_F(PublicMethodsTest, ACellKeepsWhatItIsMadeFor) {
   EXPECT_TRUE((objc::send<"cellClassForSpecifier:", objc::ClassRef>(cells, specifier)).is_subclass_of(cells));
   EXPECT_TRUE((objc::send<"reuseIdentifierForSpecifier:", NSString>(cells, specifier)));
   const PSTableCell cell =
-      objc::allocate<PSTableCell>().initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{0},
+      objc::allocate<PSTableCell>().initialize<"initWithStyle:reuseIdentifier:specifier:">(NSInteger{1},
                                                                                            "r"_ns, specifier);
   expect_kept<"cellTarget", "setCellTarget:">(cell, NSObject(page_));
   expect_kept<"cellAction", "setCellAction:">(cell, objc::selector<"reload">());

@@ -156,7 +156,7 @@ TEST_F(SpecifierLintTest, FindsAFirstRowThatCouldBeHidden) {
 
 TEST_F(SpecifierLintTest, KnowsTheKeysThatTheBundleSaysAreItsOwn) {
   EXPECT_THAT(check(row("") + row("<key>depends</key><integer>1</integer>")),
-              ElementsAre(HasSubstr("\"depends\" holds a number, and should hold a string")));
+              ElementsAre(HasSubstr("\"depends\" holds an integer, and should hold a string")));
   EXPECT_THAT(check(row(text("dependsOn", "x"))),
               ElementsAre(HasSubstr("nobody knows the key \"dependsOn\"")));
 }
@@ -184,7 +184,7 @@ TEST_F(SpecifierLintTest, FindsChoicesThatDoNotFitTogether) {
   const std::string titles = "<key>validTitles</key><array><string>A</string><string>B</string></array>";
   EXPECT_THAT(
       check("<dict>" + text("cell", "PSSegmentCell") + values + titles + text("default", "c") + "</dict>"),
-      ElementsAre(HasSubstr("none of the values")));
+      ElementsAre(HasSubstr("not one of the values")));
   EXPECT_THAT(check("<dict>" + text("cell", "PSSegmentCell") + values + titles +
                     "<key>default</key><real>2</real></dict>"),
               IsEmpty());

@@ -162,12 +162,17 @@ TEST_P(InstallerTest, NoPackageWritesOutsideTheRoot) {
   EXPECT_TRUE(fs::is_empty(outside));
 }
 
-TEST_P(InstallerTest, InstallsWhenNewerAndOnlyThen) {
-  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.9", {})), shipped_facts()));
-  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.9", {})), shipped_facts()));
-  EXPECT_FALSE(*package::install_when_newer(*root_, file_of(made("1.8", {})), shipped_facts()));
-  EXPECT_TRUE(*package::install_when_newer(*root_, file_of(made("1.10", {})), shipped_facts()));
-  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "1.10");
+TEST_P(InstallerTest, InstallsWhatWasBuiltAnewAndOnlyThat) {
+  const std::string file = file_of(made("1.9", {}));
+  EXPECT_TRUE(*package::install_when_changed(*root_, file, shipped_facts()));
+  EXPECT_FALSE(*package::install_when_changed(*root_, file, shipped_facts()));
+  // Of the same version, as while it is written.
+  fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(1));
+  EXPECT_TRUE(*package::install_when_changed(*root_, file, shipped_facts()));
+  ASSERT_TRUE(package::remove(*root_, shipped_facts()).ok());
+  fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  EXPECT_TRUE(*package::install_when_changed(*root_, file, shipped_facts()));
+  EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "1.9");
 }
 
 TEST_P(InstallerTest, RefusesThePackageOfTheOtherLayout) {

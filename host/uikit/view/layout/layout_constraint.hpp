@@ -24,9 +24,9 @@ class LayoutConstraint : public objc::Implementation<LayoutConstraint, NSLayoutC
   /// Views or layout guides; the second may be nil.
   NSObject first_item() const { return first_.lock(); }
   NSObject second_item() const { return second_.lock(); }
-  layout::Attribute first_attribute() const { return spec_.first_attribute; }
-  layout::Attribute second_attribute() const { return spec_.second_attribute; }
-  layout::Relation relation() const { return spec_.relation; }
+  NSInteger first_attribute() const { return static_cast<NSInteger>(spec_.first_attribute); }
+  NSInteger second_attribute() const { return static_cast<NSInteger>(spec_.second_attribute); }
+  NSInteger relation() const { return static_cast<NSInteger>(spec_.relation); }
   /// With kNoItem in place of the items.
   const layout::ConstraintSpec& spec() const { return spec_; }
   /// The holder is going away.

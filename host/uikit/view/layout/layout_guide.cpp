@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "host/uikit/view/layout/layout_anchor.hpp"
+#include "host/uikit/view/layout/layout_constraint.hpp"
 #include "host/uikit/view/layout/layout_system.hpp"
 #include "host/uikit/view/view.hpp"
 
@@ -46,7 +47,16 @@ void add_guide(const UIView& view, const UILayoutGuide& guide) {
   View::of(view).guides().push_back(guide);
 }
 void remove_guide(const UIView& view, const UILayoutGuide& guide) {
+  // What was tied to it hangs on nothing now.
+  for (UIView above = view; above; above = above.superview()) {
+    const auto held = View::of(above).constraints();
+    for (const NSLayoutConstraint& constraint : held) {
+      const LayoutConstraint& tie = LayoutConstraint::of(constraint);
+      if (tie.first_item() == guide || tie.second_item() == guide) constraint.setActive(false);
+    }
+  }
   std::erase(View::of(view).guides(), guide);
+  LayoutGuide::of(guide).set_owner(UIView());
   LayoutSystem::invalidate(view);
 }
 

@@ -8,12 +8,12 @@ namespace {
 
 using wispen::testing::expect_kept;
 
-class ButtonTest : public ScreenTest {
+class ButtonContentTest : public ScreenTest {
  protected:
   UIButton button_ = UIButton::buttonWithType(UIButtonType::Custom);
 };
 
-TEST_F(ButtonTest, HasATitleColourAndAnImageForEachState) {
+TEST_F(ButtonContentTest, HasATitleColourAndAnImageForEachState) {
   button_.setTitleColor(UIColor::redColor(), UIControlStateNormal);
   EXPECT_EQ((objc::send<"titleColorForState:", UIColor>(button_, NSUInteger{0})), UIColor::redColor());
   EXPECT_EQ((objc::send<"currentTitleColor", UIColor>(button_)), UIColor::redColor());
@@ -23,7 +23,7 @@ TEST_F(ButtonTest, HasATitleColourAndAnImageForEachState) {
   EXPECT_EQ((objc::send<"imageForState:", UIImage>(button_, NSUInteger{UIControlStateDisabled})), gear);
 }
 
-TEST_F(ButtonTest, GrowsByItsInsets) {
+TEST_F(ButtonContentTest, GrowsByItsInsets) {
   button_.setTitle("Title"_ns, UIControlStateNormal);
   const double width = button_.sizeThatFits({1000, 1000}).width;
   expect_kept<"contentEdgeInsets", "setContentEdgeInsets:">(button_, UIEdgeInsets{1, 10, 2, 20});
@@ -32,14 +32,14 @@ TEST_F(ButtonTest, GrowsByItsInsets) {
   expect_kept<"imageEdgeInsets", "setImageEdgeInsets:">(button_, UIEdgeInsets{0, 0, 0, 4});
 }
 
-TEST_F(ButtonTest, ShowsAnAttributedTitle) {
+TEST_F(ButtonContentTest, ShowsAnAttributedTitle) {
   const auto text = objc::allocate<NSAttributedString>().initialize<"initWithString:">("Fancy"_ns);
   objc::send<"setAttributedTitle:forState:">(button_, text, NSUInteger{0});
   show(button_, {{0, 0}, {200, 44}});
   EXPECT_EQ(button_.titleLabel().text().utf8(), "Fancy");
 }
 
-TEST_F(ButtonTest, PaintsABackgroundImage) {
+TEST_F(ButtonContentTest, PaintsABackgroundImage) {
   const UIImage image = UIImage::systemImageNamed("square.fill"_ns);
   objc::send<"setBackgroundImage:forState:">(button_, image, NSUInteger{0});
   show(button_, {{0, 0}, {60, 60}});

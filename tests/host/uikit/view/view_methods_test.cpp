@@ -120,7 +120,9 @@ TEST_F(ViewMethodsTest, AnimationsCanBeSwitchedOff) {
   bool finished = false;
   UIView::animateWithDuration(
       1, [&] { view_.setAlpha(0); }, [&](bool) { finished = true; });
-  EXPECT_TRUE(finished);
+  EXPECT_EQ(view_.alpha(), 0);
+  wait(1);
+  EXPECT_TRUE(finished) << "not after the second that it would take";
   objc::send<"setAnimationsEnabled:">(views, true);
 }
 

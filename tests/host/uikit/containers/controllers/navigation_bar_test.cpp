@@ -43,6 +43,7 @@ TEST_F(NavigationBarTest, IsHiddenWithTheRoomThatItTook) {
   EXPECT_GT(below, 0);
   objc::send<"setNavigationBarHidden:">(navigation_, true);
   EXPECT_TRUE((objc::send<"isNavigationBarHidden", bool>(navigation_)));
+  window_.layoutIfNeeded();
   EXPECT_TRUE(navigation_.navigationBar().isHidden());
   objc::send<"setNavigationBarHidden:animated:">(navigation_, false, true);
   EXPECT_FALSE((objc::send<"isNavigationBarHidden", bool>(navigation_)));

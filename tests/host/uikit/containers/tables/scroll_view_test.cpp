@@ -12,9 +12,11 @@ class ScrollViewTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
+    objc::send<"setContentInsetAdjustmentBehavior:">(scroll_, kNever);
     scroll_.setContentSize({100, 1000});
     show(scroll_, {{0, 0}, {100, 200}});
   }
+  static constexpr NSInteger kNever = 2;
   UIScrollView scroll_ = objc::make<UIScrollView>();
 };
 
@@ -23,7 +25,7 @@ TEST_F(ScrollViewTest, KeepsWhatItIsTold) {
   expect_kept<"alwaysBounceVertical", "setAlwaysBounceVertical:">(scroll_, true);
   expect_kept<"showsVerticalScrollIndicator", "setShowsVerticalScrollIndicator:">(scroll_, false);
   expect_kept<"keyboardDismissMode", "setKeyboardDismissMode:">(scroll_, NSInteger{1});
-  expect_kept<"contentInsetAdjustmentBehavior", "setContentInsetAdjustmentBehavior:">(scroll_, NSInteger{2});
+  expect_kept<"contentInsetAdjustmentBehavior", "setContentInsetAdjustmentBehavior:">(scroll_, NSInteger{0});
 }
 
 TEST_F(ScrollViewTest, DoesNotFollowAFingerWhileScrollingIsOff) {

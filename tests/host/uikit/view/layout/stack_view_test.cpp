@@ -18,7 +18,7 @@ class StackViewTest : public ScreenTest {
       views_.push_back(view);
       objc::send<"addArrangedSubview:">(stack_, view);
     }
-    show(stack_, {{0, 0}, {300, 40}});
+    show(stack_, {{0, 0}, {72, 40}});
   }
   double left(std::size_t index) const { return views_[index].frame().origin.x; }
 
@@ -37,6 +37,7 @@ TEST_F(StackViewTest, AGapOfItsOwnFollowsAView) {
 }
 
 TEST_F(StackViewTest, KeepsToItsMarginsWhereItIsTold) {
+  stack_.setFrame({{0, 0}, {75, 40}});
   objc::send<"setLayoutMargins:">(stack_, UIEdgeInsets{0, 15, 0, 0});
   expect_kept<"isLayoutMarginsRelativeArrangement", "setLayoutMarginsRelativeArrangement:">(stack_, true);
   window_.layoutIfNeeded();
