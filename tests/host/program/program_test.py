@@ -100,6 +100,24 @@ class ProgramTest(unittest.TestCase):
             self.assertEqual(done.returncode, 1)
             self.assertIn(word, done.stderr)
 
+    def test_a_file_that_may_not_grow_is_told_and_left_as_it_was(self):
+        self.succeed("defaults", "write", "enabled", "true")
+        before = self.domain()
+        for words in (["defaults", "write", "enabled", "false"], ["snapshot", "-o", "page.png"]):
+            done = subprocess.run([PROGRAM, *words, "--root", self.root], capture_output=True, text=True, timeout=120,
+                                  env=self.environment, cwd=self.folder.name,
+                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100)))
+            self.assertEqual(done.returncode, 1, words)
+            self.assertIn("File too large", done.stderr)
+        self.assertEqual(self.domain(), before)
+
+    def test_a_domain_file_that_is_too_large_is_told_before_it_is_written_over(self):
+        self.succeed("pages")
+        path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
+        path.write_bytes(b"")
+        os.truncate(path, (64 << 20) + 1)
+        self.assertIn("larger than 67108864 bytes", self.run_program("defaults", "write", "enabled", "true").stderr)
+
     def test_the_tour_shows_a_binary_file_by_its_values(self):
         self.succeed("pages")
         path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
