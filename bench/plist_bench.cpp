@@ -16,8 +16,8 @@
 #include <string>
 #include <vector>
 
-#include "host/foundation/files/replace_file.hpp"
-#include "host/foundation/plist/splice.hpp"
+#include "host/files/replace_file.hpp"
+#include "host/plist/splice.hpp"
 
 namespace {
 

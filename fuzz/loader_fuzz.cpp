@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "device/loader/compact_unwind.hpp"
-#include "device/loader/image_loader.hpp"
-#include "device/macho/exports.hpp"
+#include "tests/device/loader/compact_unwind.hpp"
+#include "tests/device/loader/image_loader.hpp"
+#include "wispen/macho/exports.hpp"
 
 namespace {
 

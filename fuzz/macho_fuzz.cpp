@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "device/macho/fixups.hpp"
-#include "device/macho/image.hpp"
-#include "device/macho/signature.hpp"
-#include "device/macho/signed_code.hpp"
-#include "device/macho/unwind_table.hpp"
+#include "wispen/macho/fixups.hpp"
+#include "wispen/macho/image.hpp"
+#include "wispen/macho/signature.hpp"
+#include "wispen/macho/signed_code.hpp"
+#include "wispen/macho/unwind_table.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace wispen::macho;

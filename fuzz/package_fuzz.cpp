@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "host/package/verify.hpp"
+#include "wispen/package/verify.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace wispen::package;

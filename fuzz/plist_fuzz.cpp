@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "host/foundation/plist/document.hpp"
-#include "host/foundation/plist/splice.hpp"
-#include "host/foundation/plist/tree.hpp"
+#include "host/plist/document.hpp"
+#include "host/plist/splice.hpp"
+#include "host/plist/tree.hpp"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "device/macho/fixups.hpp"
-#include "device/macho/signature.hpp"
-#include "device/macho/signed_code.hpp"
 #include "device/slices/finish.hpp"
 #include "device/slices/objects.hpp"
+#include "wispen/macho/fixups.hpp"
+#include "wispen/macho/signature.hpp"
+#include "wispen/macho/signed_code.hpp"
 
 namespace {
 

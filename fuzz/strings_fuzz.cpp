@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/foundation/plist/utf.hpp"
-#include "host/foundation/strings/table.hpp"
+#include "host/plist/utf.hpp"
+#include "host/strings/table.hpp"
 
 namespace {
 

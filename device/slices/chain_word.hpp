@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "device/macho/fixups.hpp"
 #include "host/core/result.hpp"
+#include "wispen/macho/fixups.hpp"
 
 namespace wispen::slices {
 

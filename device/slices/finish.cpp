@@ -6,14 +6,14 @@
 #include <cstddef>
 #include <cstring>
 
-#include "device/macho/bytes.hpp"
-#include "device/macho/fixups.hpp"
-#include "device/macho/format.hpp"
-#include "device/macho/image.hpp"
-#include "device/macho/signature.hpp"
-#include "device/macho/signed_code.hpp"
-#include "device/macho/unwind_table.hpp"
 #include "device/slices/chain_word.hpp"
+#include "wispen/macho/bytes.hpp"
+#include "wispen/macho/fixups.hpp"
+#include "wispen/macho/format.hpp"
+#include "wispen/macho/image.hpp"
+#include "wispen/macho/signature.hpp"
+#include "wispen/macho/signed_code.hpp"
+#include "wispen/macho/unwind_table.hpp"
 
 namespace wispen::slices {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "device/macho/bytes.hpp"
-#include "device/macho/format.hpp"
+#include "wispen/macho/bytes.hpp"
+#include "wispen/macho/format.hpp"
 
 namespace wispen::slices {
 

@@ -12,10 +12,10 @@
 #include "host/app/settings/settings_app.hpp"
 #include "host/app/view_tree.hpp"
 #include "host/graphics/image_file.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/painting/frame_buffer.hpp"
-#include "host/uikit/tables/scroll_view.hpp"
-#include "host/uikit/views/application.hpp"
+#include "host/uikit/containers/tables/scroll_view.hpp"
+#include "host/uikit/view/application.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/painting/frame_buffer.hpp"
 #include "host/wispen_host.h"
 
 namespace {

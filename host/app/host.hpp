@@ -13,8 +13,8 @@
 #include "host/core/notification_listener.hpp"
 #include "host/core/result.hpp"
 #include "host/processes/device_processes.hpp"
-#include "host/uikit/painting/frame_buffer.hpp"
-#include "host/uikit/session.hpp"
+#include "host/uikit/view/painting/frame_buffer.hpp"
+#include "host/uikit/view/session.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {

@@ -7,11 +7,11 @@
 #include <string>
 
 #include "host/preferences/cell_types.hpp"
-#include "host/uikit/events/focus.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/application.hpp"
+#include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/view.hpp"
 #include "platform/Preferences.hpp"
 
 namespace wispen {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host/foundation/plist/scalars.hpp"
+#include "host/plist/scalars.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/foundation/files/system_calls.hpp"
+#include "host/files/system_calls.hpp"
 
 namespace wispen {
 

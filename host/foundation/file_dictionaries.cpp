@@ -10,11 +10,11 @@
 #include <utility>
 #include <vector>
 
+#include "host/files/replace_file.hpp"
 #include "host/foundation/device_paths.hpp"
-#include "host/foundation/files/replace_file.hpp"
-#include "host/foundation/plist/splice.hpp"
 #include "host/foundation/plist_objects.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/plist/splice.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {

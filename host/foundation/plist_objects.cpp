@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/foundation/plist/limits.hpp"
+#include "host/plist/limits.hpp"
 
 namespace wispen {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "host/core/result.hpp"
-#include "host/foundation/plist/document.hpp"
-#include "host/foundation/plist/tree.hpp"
+#include "host/plist/document.hpp"
+#include "host/plist/tree.hpp"
 #include "platform/Foundation.hpp"
 
 namespace wispen {

@@ -6,7 +6,7 @@
 
 #include "host/foundation/device_paths.hpp"
 #include "host/foundation/problems.hpp"
-#include "host/foundation/strings/table.hpp"
+#include "host/strings/table.hpp"
 
 namespace wispen {
 

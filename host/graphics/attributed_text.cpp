@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/foundation/plist/utf.hpp"
+#include "host/plist/utf.hpp"
 
 namespace wispen::graphics {
 

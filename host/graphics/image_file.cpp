@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "host/foundation/files/read_file.hpp"
-#include "host/foundation/files/replace_file.hpp"
+#include "host/files/read_file.hpp"
+#include "host/files/replace_file.hpp"
 #include "host/graphics/gobject_ref.hpp"
 #include "host/graphics/image_header.hpp"
 #include "host/graphics/image_name.hpp"

@@ -10,7 +10,7 @@
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/values/image.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/view.hpp"
 #include "platform/OnBoardingKit.hpp"
 
 namespace wispen::onboarding {

@@ -6,7 +6,7 @@
 #include <map>
 #include <vector>
 
-#include "host/uikit/tables/index_path.hpp"
+#include "host/uikit/containers/tables/index_path.hpp"
 #include "platform/Preferences.hpp"
 
 namespace wispen::preferences {

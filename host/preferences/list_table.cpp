@@ -9,8 +9,8 @@
 #include "host/preferences/list_controller.hpp"
 #include "host/preferences/named_method.hpp"
 #include "host/preferences/specifier.hpp"
-#include "host/uikit/tables/table_cell.hpp"
-#include "host/uikit/tables/table_view.hpp"
+#include "host/uikit/containers/tables/table_cell.hpp"
+#include "host/uikit/containers/tables/table_view.hpp"
 
 namespace wispen::preferences {
 

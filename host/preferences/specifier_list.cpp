@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "host/foundation/device_paths.hpp"
-#include "host/foundation/plist/document.hpp"
 #include "host/foundation/plist_objects.hpp"
 #include "host/foundation/problems.hpp"
+#include "host/plist/document.hpp"
 #include "host/preferences/limits.hpp"
 #include "host/preferences/named_method.hpp"
 

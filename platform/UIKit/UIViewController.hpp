@@ -39,6 +39,12 @@ class UIViewController : public UIResponder {
   UIViewController presentingViewController() const {
     return objc::send<"presentingViewController", UIViewController>(*this);
   }
+  /// By whoever puts its view on the screen, or takes it off: it is told that it will, and at the end that it
+  /// did.
+  void beginAppearanceTransition(bool appearing, bool animated) const {
+    objc::send<"beginAppearanceTransition:animated:">(*this, appearing, animated);
+  }
+  void endAppearanceTransition() const { objc::send<"endAppearanceTransition">(*this); }
   bool isMovingFromParentViewController() const {
     return objc::send<"isMovingFromParentViewController", bool>(*this);
   }

@@ -7,9 +7,9 @@
 
 #include <array>
 
-#include "device/macho/image.hpp"
 #include "tests/device/image_patches.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "wispen/macho/image.hpp"
 
 namespace wispen::testing {
 namespace {

@@ -8,10 +8,10 @@
 #include <functional>
 #include <string>
 
-#include "device/macho/signature.hpp"
-#include "device/macho/signed_code.hpp"
 #include "tests/device/image_patches.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "wispen/macho/signature.hpp"
+#include "wispen/macho/signed_code.hpp"
 
 namespace wispen::testing {
 namespace {

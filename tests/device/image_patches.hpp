@@ -7,11 +7,11 @@
 #include <cstring>
 #include <string>
 
-#include "device/macho/bytes.hpp"
-#include "device/macho/fixups.hpp"
-#include "device/macho/format.hpp"
-#include "device/macho/image.hpp"
-#include "device/macho/unwind_table.hpp"
+#include "wispen/macho/bytes.hpp"
+#include "wispen/macho/fixups.hpp"
+#include "wispen/macho/format.hpp"
+#include "wispen/macho/image.hpp"
+#include "wispen/macho/unwind_table.hpp"
 
 namespace wispen::testing {
 

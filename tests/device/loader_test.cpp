@@ -6,12 +6,12 @@
 #include <cstring>
 #include <string>
 
-#include "device/loader/compact_unwind.hpp"
-#include "device/loader/image_loader.hpp"
-#include "device/loader/loaded_bundles.hpp"
-#include "device/loader/phone_symbols.hpp"
-#include "device/macho/format.hpp"
+#include "tests/device/loader/compact_unwind.hpp"
+#include "tests/device/loader/image_loader.hpp"
+#include "tests/device/loader/loaded_bundles.hpp"
+#include "tests/device/loader/phone_symbols.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "wispen/macho/format.hpp"
 
 namespace wispen::testing {
 namespace {

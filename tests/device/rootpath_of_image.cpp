@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "device/loader/loaded_bundles.hpp"
 #include "rootpath/rootpath.h"
+#include "tests/device/loader/loaded_bundles.hpp"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "device/loader/loaded_bundles.hpp"
-#include "device/loader/pointer_signing.hpp"
 #include "platform/Foundation.hpp"
+#include "tests/device/loader/loaded_bundles.hpp"
+#include "tests/device/loader/pointer_signing.hpp"
 
 namespace wispen::testing {
 

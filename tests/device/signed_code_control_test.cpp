@@ -13,14 +13,14 @@
 #include <optional>
 #include <string>
 
-#include "device/macho/bytes.hpp"
-#include "device/macho/fixups.hpp"
-#include "device/macho/format.hpp"
-#include "device/macho/signed_code.hpp"
-#include "device/macho/unwind_table.hpp"
 #include "device/slices/chain_word.hpp"
 #include "tests/device/signed_bundle.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "wispen/macho/bytes.hpp"
+#include "wispen/macho/fixups.hpp"
+#include "wispen/macho/format.hpp"
+#include "wispen/macho/signed_code.hpp"
+#include "wispen/macho/unwind_table.hpp"
 
 namespace wispen::testing {
 namespace {

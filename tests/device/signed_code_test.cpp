@@ -14,10 +14,10 @@
 #include <string>
 #include <thread>
 
-#include "device/loader/image_loader.hpp"
-#include "device/macho/image.hpp"
+#include "tests/device/loader/image_loader.hpp"
 #include "tests/device/signed_bundle.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "wispen/macho/image.hpp"
 
 extern "C" {
 [[gnu::visibility("default")]] int signed_test_number = 21;

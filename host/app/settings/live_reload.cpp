@@ -17,8 +17,8 @@
 #include <vector>
 
 #include "host/app/host.hpp"
-#include "host/foundation/plist/document.hpp"
-#include "host/foundation/strings/table.hpp"
+#include "host/plist/document.hpp"
+#include "host/strings/table.hpp"
 
 namespace wispen {
 

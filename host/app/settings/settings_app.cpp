@@ -12,10 +12,10 @@
 #include "host/app/settings/installed_bundles.hpp"
 #include "host/foundation/arrays.hpp"
 #include "host/foundation/problems.hpp"
-#include "host/uikit/painting/frame_buffer.hpp"
-#include "host/uikit/tables/scroll_view.hpp"
-#include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/containers/tables/scroll_view.hpp"
+#include "host/uikit/view/application.hpp"
+#include "host/uikit/view/painting/frame_buffer.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen {
 

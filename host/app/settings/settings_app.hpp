@@ -7,7 +7,7 @@
 #include "host/app/settings/front_page.hpp"
 #include "host/core/result.hpp"
 #include "host/graphics/image.hpp"
-#include "host/uikit/session.hpp"
+#include "host/uikit/view/session.hpp"
 
 namespace wispen {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "host/uikit/device/device_model.hpp"
 #include "host/uikit/values/display_settings.hpp"
+#include "host/uikit/view/device/device_model.hpp"
 
 namespace wispen {
 

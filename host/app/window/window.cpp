@@ -15,10 +15,10 @@
 #include "host/app/window/toolbar.hpp"
 #include "host/app/window/window_input.hpp"
 #include "host/graphics/canvas.hpp"
+#include "host/uikit/containers/tables/scroll_view.hpp"
 #include "host/uikit/controls/text_field.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/tables/scroll_view.hpp"
-#include "host/uikit/views/responder.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/responder.hpp"
 
 namespace wispen {
 

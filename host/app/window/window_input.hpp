@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/app/window/sdl_library.hpp"
-#include "host/uikit/events/key.hpp"
+#include "host/uikit/view/events/key.hpp"
 
 namespace wispen {
 

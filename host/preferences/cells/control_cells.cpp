@@ -7,9 +7,9 @@
 
 #include "host/preferences/cells/table_cell.hpp"
 #include "host/preferences/confirmation.hpp"
-#include "host/uikit/tables/table_cell.hpp"
+#include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::preferences {
 

@@ -7,7 +7,7 @@
 #include "host/foundation/problems.hpp"
 #include "host/preferences/specifier.hpp"
 #include "host/preferences/specifier_list.hpp"
-#include "host/uikit/tables/table_cell.hpp"
+#include "host/uikit/containers/tables/table_cell.hpp"
 #include "host/uikit/values/color.hpp"
 
 namespace wispen::preferences {

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "host/preferences/cells/table_cell.hpp"
-#include "host/uikit/tables/table_cell.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/containers/tables/table_cell.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::preferences {
 

@@ -5,11 +5,11 @@
 #include <numbers>
 
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/painting/painter.hpp"
-#include "host/uikit/session.hpp"
 #include "host/uikit/values/color.hpp"
-#include "host/uikit/views/view.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/session.hpp"
+#include "host/uikit/view/view.hpp"
+#include "host/uikit/view/window.hpp"
 
 namespace wispen::uikit {
 

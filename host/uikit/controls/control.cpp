@@ -5,12 +5,12 @@
 #include <algorithm>
 
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/events/focus.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/events/touch.hpp"
-#include "host/uikit/hooks.hpp"
-#include "host/uikit/views/application.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/application.hpp"
+#include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/events/touch.hpp"
+#include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

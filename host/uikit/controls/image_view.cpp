@@ -3,10 +3,10 @@
 #include "host/uikit/controls/image_view.hpp"
 
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/painting/painter.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/image.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

@@ -7,13 +7,13 @@
 
 #include "host/graphics/text_layout.hpp"
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/hooks.hpp"
-#include "host/uikit/painting/painter.hpp"
 #include "host/uikit/values/attributed_text.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

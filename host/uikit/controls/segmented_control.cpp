@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "host/uikit/controls/control.hpp"
-#include "host/uikit/events/focus.hpp"
-#include "host/uikit/hooks.hpp"
-#include "host/uikit/look.hpp"
-#include "host/uikit/painting/painter.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

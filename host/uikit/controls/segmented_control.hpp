@@ -8,8 +8,8 @@
 #include "host/geometry/geometry.hpp"
 #include "host/graphics/canvas.hpp"
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/views/geometry.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/geometry.hpp"
 #include "platform/UIKit.hpp"
 
 namespace wispen::uikit {

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "host/uikit/controls/segmented_control.hpp"
-#include "host/uikit/look.hpp"
 #include "host/uikit/values/attributed_text.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
 #include "host/uikit/values/image.hpp"
-#include "host/uikit/views/animation.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/animation.hpp"
+#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

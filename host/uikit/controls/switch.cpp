@@ -4,14 +4,14 @@
 
 #include "host/uikit/controls/control.hpp"
 #include "host/uikit/controls/controls.hpp"
-#include "host/uikit/events/focus.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/hooks.hpp"
-#include "host/uikit/look.hpp"
 #include "host/uikit/values/color.hpp"
-#include "host/uikit/views/animation.hpp"
-#include "host/uikit/views/view.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/view/animation.hpp"
+#include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/look.hpp"
+#include "host/uikit/view/view.hpp"
+#include "host/uikit/view/window.hpp"
 
 namespace wispen::uikit {
 

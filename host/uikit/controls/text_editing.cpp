@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "host/uikit/controls/text_field.hpp"
-#include "host/uikit/events/touch.hpp"
+#include "host/uikit/view/events/touch.hpp"
 
 namespace wispen::uikit {
 

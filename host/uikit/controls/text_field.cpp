@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
-#include "host/uikit/hooks.hpp"
-#include "host/uikit/painting/painter.hpp"
 #include "host/uikit/values/color.hpp"
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/font.hpp"
-#include "host/uikit/views/view.hpp"
+#include "host/uikit/view/hooks.hpp"
+#include "host/uikit/view/painting/painter.hpp"
+#include "host/uikit/view/view.hpp"
 
 namespace wispen::uikit {
 

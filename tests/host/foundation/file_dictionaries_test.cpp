@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/host/foundation/plist/binary_maker.hpp"
+#include "tests/host/plist/binary_maker.hpp"
 #include "tests/support/host_fixture.hpp"
 
 namespace wispen::testing {

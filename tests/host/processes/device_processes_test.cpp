@@ -7,7 +7,7 @@
 
 #include <csignal>
 
-#include "host/processes/end_named.hpp"
+#include "home_screen/processes/end_named.hpp"
 #include "tests/host/core/child.hpp"
 #include "tests/host/processes/stayer_fixture.hpp"
 

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "host/uikit/events/focus.hpp"
-#include "host/uikit/events/key.hpp"
-#include "host/uikit/painting/frame_buffer.hpp"
-#include "host/uikit/session.hpp"
 #include "host/uikit/values/display_settings.hpp"
-#include "host/uikit/views/responder.hpp"
-#include "host/uikit/views/view.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/view/events/focus.hpp"
+#include "host/uikit/view/events/key.hpp"
+#include "host/uikit/view/painting/frame_buffer.hpp"
+#include "host/uikit/view/responder.hpp"
+#include "host/uikit/view/session.hpp"
+#include "host/uikit/view/view.hpp"
+#include "host/uikit/view/window.hpp"
 #include "tests/support/host_fixture.hpp"
 
 namespace wispen::uikit {

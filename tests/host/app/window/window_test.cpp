@@ -8,9 +8,9 @@
 #include <ctime>
 
 #include "host/app/window/screen_placement.hpp"
+#include "host/uikit/containers/tables/scroll_view.hpp"
 #include "host/uikit/controls/text_field.hpp"
-#include "host/uikit/tables/scroll_view.hpp"
-#include "host/uikit/views/window.hpp"
+#include "host/uikit/view/window.hpp"
 #include "tests/host/app/window/x_server.hpp"
 #include "tests/support/temporary_folder.hpp"
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "host/uikit/tables/table_view.hpp"
+#include "host/uikit/containers/tables/table_view.hpp"
 #include "tests/host/uikit/screen_fixture.hpp"
 
 namespace wispen::uikit {

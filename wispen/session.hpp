@@ -1,0 +1,77 @@
+// wispen/session.hpp: a host with the bundle loaded, for the length of one command.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Preferences.hpp"
+
+namespace wispen::program {
+
+/// What every command takes.
+struct CommonOptions {
+  std::string root;    // empty: the user's own
+  std::string layout;  // empty: as the root was made
+  std::string bundle;  // empty: the one beside the program
+  std::string languages = "en";
+  bool json = false;
+  bool lists_as_data = false;  // nothing that lists name is performed
+};
+
+/// How a screen looks; empty words are the host's defaults.
+struct LookOptions {
+  std::string device;
+  std::string orientation;
+  std::string appearance;
+  std::string text_size;
+  std::string direction;
+};
+
+/// A page of the bundle, open.
+struct Page {
+  PSListController controller;
+  std::string cls;
+  std::string list;   // the name of its specifier list
+  std::string title;  // as the row that opens it is labelled
+
+  /// Every row of the list, hidden ones too, in the list's order.
+  NSArray all_specifiers() const;
+  bool shows(const PSSpecifier& specifier) const;
+};
+
+/// The folder of this program.
+std::string program_folder();
+/// The bundle that the options name, or the one beside the program.
+std::string bundle_folder(const CommonOptions& options);
+
+/// Starts the host; ends it when it goes. One at a time.
+class Session {
+ public:
+  /// Prints why and gives nothing where the host cannot start (or the bundle cannot be loaded).
+  static std::optional<Session> start(const CommonOptions& options);
+  static std::optional<Session> start_with_bundle(const CommonOptions& options);
+  /// With a screen that looks so, the bundle offered on the list of Settings, and a clock that is driven
+  /// unless it is to be the wall's.
+  static std::optional<Session> start_with_screen(const CommonOptions& options, const LookOptions& look,
+                                                  bool wall_clock = false);
+  Session(Session&& other) noexcept
+      : running_(std::exchange(other.running_, false)), wall_clock_(other.wall_clock_) {}
+  Session& operator=(Session&&) = delete;
+  ~Session();
+
+  bool on_wall_clock() const { return wall_clock_; }
+
+  /// The principal page and the pages that rows lead to, each once, in the order in which they are reached.
+  std::vector<Page> pages() const;
+  /// The page of a class, or of a specifier list; prints the names that there are where it is neither.
+  std::optional<Page> page(const std::string& name) const;
+
+ private:
+  Session() = default;
+  static std::optional<Session> start_on_clock(const CommonOptions& options, bool wall_clock);
+  bool running_ = true;
+  bool wall_clock_ = true;
+};
+
+}  // namespace wispen::program
