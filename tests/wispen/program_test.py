@@ -92,6 +92,19 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(json.loads(self.succeed("defaults", "read", "colorSource", "--json"))["value"],
                          "a\0b\x1b[31m\x7f\x9b\u202ec")
 
+    def test_a_terminal_gets_no_control_characters_from_a_package(self):
+        tree = pathlib.Path(self.folder.name, "tree")
+        (tree / "DEBIAN").mkdir(parents=True)
+        (tree / "DEBIAN" / "control").write_text("Package: p\x1b[31m\nVersion: 1\nArchitecture: all\nMaintainer: x\n"
+                                                 "Description: x\n")
+        (tree / "a\x1b[31m").write_text("x")
+        package = os.path.join(self.folder.name, "p.deb")
+        subprocess.run(["dpkg-deb", "--nocheck", "--build", str(tree), package], check=True, capture_output=True)
+        done = self.run_program("package", "verify", package, root=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("\\x1b", done.stdout)
+        self.assertNotIn("\x1b", done.stdout + done.stderr)
+
     def test_too_small_limits_are_named(self):
         for limit, value, word in ((resource.RLIMIT_STACK, 128 * 1024, "stack"), (resource.RLIMIT_NOFILE, 12, "open 12")):
             done = subprocess.run([PROGRAM, "pages", "--root", self.root], capture_output=True, text=True, timeout=120,
