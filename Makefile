@@ -2,11 +2,13 @@
 .DEFAULT_GOAL := help
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 300
+FUZZ_RUNS ?= 10000000
 # OFF leaves the slice for phones from A12 on out of the phone's bundle.
 export ARM64E ?= ON
 CONFIGURE = cmake -DWISPEN_ARM64E=$(ARM64E) --preset
 
-.PHONY: help setup configure build run test pictures docs lint format asan tsan clang bench fuzz clean device packages test-device
+.PHONY: help setup configure build run test pictures docs lint format asan tsan clang bench fuzz fuzz-runs \
+        coverage test-writes clean device packages test-device
 
 help: ## list the commands
 	@grep -hE '^[a-z-]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## (.*)/  make \1\t\2/' | expand -t 20
@@ -39,11 +41,25 @@ tsan: setup ## tests under ThreadSanitizer
 clang: setup ## build and test with clang
 	@$(CONFIGURE) clang && cmake --build build/clang -j $(JOBS) && ctest --test-dir build/clang --output-on-failure -j $(JOBS)
 
+coverage: ## count the lines that the tests reach; fails where that is too few
+	@tools/setup gcovr
+	@tools/coverage $(JOBS)
+
+test-writes: ## pass all tests under strace, and see that they write nowhere but in their own folder
+	@tools/setup strace
+	@$(CONFIGURE) default && cmake --build build/default -j $(JOBS) && tools/test-writes build/default -j $(JOBS)
+
 bench: setup ## measure: ratios against peers, in one run each
 	@$(CONFIGURE) bench && cmake --build build/bench -j $(JOBS) && tools/bench build/bench
 
 fuzz: setup ## run every fuzzer for FUZZ_SECONDS (300)
-	@$(CONFIGURE) fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz $(FUZZ_SECONDS)
+	@$(CONFIGURE) fuzz && cmake --build build/fuzz -j $(JOBS) && tools/fuzz build/fuzz -max_total_time=$(FUZZ_SECONDS)
+
+fuzz-runs: ## run every fuzzer FUZZ_RUNS (10000000) times, with fewer checks, and count the lines they reach
+	@$(CONFIGURE) fuzz-fast && cmake --build build/fuzz-fast -j $(JOBS)
+	@tools/fuzz build/fuzz-fast -runs=$(FUZZ_RUNS)
+	@$(CONFIGURE) coverage && cmake --build build/coverage -j $(JOBS) --target fuzzers
+	@tools/fuzz-coverage build/fuzz-fast
 
 device: configure ## build the phone's bundle (Mach-O, arm64 and arm64e)
 	@cmake --build build/default -j $(JOBS) --target device

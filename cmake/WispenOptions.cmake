@@ -24,6 +24,7 @@ option(WISPEN_BUILD_TESTS "Build the tests" ON)
 option(WISPEN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(WISPEN_BUILD_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
 option(WISPEN_ARM64E "Build the slice for phones from A12 on (needs clang 22)" ON)
+option(WISPEN_COVERAGE "Count which lines the tests reach (needs g++)" OFF)
 set(WISPEN_SANITIZE "" CACHE STRING "Comma-separated sanitizers, as -fsanitize takes them")
 set(WISPEN_OUTPUT_DIR ${CMAKE_BINARY_DIR}/out CACHE PATH "Where programs, libraries and the bundle go")
 
@@ -37,6 +38,11 @@ if(WISPEN_SANITIZE)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_compile_options(-Wno-maybe-uninitialized)
   endif()
+endif()
+
+if(WISPEN_COVERAGE)
+  add_compile_options(--coverage -fprofile-update=atomic)  # many threads count at once
+  add_link_options(--coverage)
 endif()
 
 # The code under test must report its branches to the fuzzer, not only the fuzz target itself.

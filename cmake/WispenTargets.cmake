@@ -40,10 +40,22 @@ function(wispen_benchmark NAME)
   target_link_libraries(${NAME} PRIVATE ${ARG_DEPENDS} benchmark::benchmark Threads::Threads)
 endfunction()
 
-# wispen_fuzzer(NAME SEEDS dir SOURCES... DEPENDS...): a libFuzzer program. Without libFuzzer the same
-# target is a plain program that replays the files it is given, so that `make test` replays the seeds.
+# wispen_fuzzer(NAME SEEDS dir OWN patterns... SOURCES... DEPENDS...): a libFuzzer program. Without libFuzzer the same
+# target is a plain program that replays the files it is given, so that `make test` replays the seeds. The sources that
+# match OWN are listed in NAME.own in the build folder.
+add_custom_target(fuzzers)
 function(wispen_fuzzer NAME)
-  cmake_parse_arguments(ARG "" "SEEDS" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SEEDS" "OWN;SOURCES;DEPENDS" ${ARGN})
+  set(own "")
+  foreach(pattern ${ARG_OWN})
+    file(GLOB matching CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${pattern})
+    if(NOT matching)
+      message(FATAL_ERROR "${NAME}: no source is ${pattern}")
+    endif()
+    list(APPEND own ${matching})
+  endforeach()
+  list(JOIN own "\n" own)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${NAME}.own "${own}\n")
   if(WISPEN_BUILD_FUZZERS)
     add_executable(${NAME} ${ARG_SOURCES})
     target_compile_options(${NAME} PRIVATE -fsanitize=fuzzer)
@@ -54,4 +66,5 @@ function(wispen_fuzzer NAME)
   endif()
   target_include_directories(${NAME} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${NAME} PRIVATE ${ARG_DEPENDS})
+  add_dependencies(fuzzers ${NAME})
 endfunction()

@@ -35,8 +35,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string text;
   for (const auto& [key, value] : table.entries()) {
     require(wispen::plist::is_utf8(key) && wispen::plist::is_utf8(value), "texts are UTF-8");
+    require(table.find(key) != nullptr && *table.find(key) == value, "an entry is found");
     text += quoted(key) + " = " + quoted(value) + ";\n";
   }
+  require(table.complete().ok() == !table.error(), "a table with an error is not complete");
   const Table again = Table::parse(text, "again");
   require(!again.error() && again.entries() == table.entries(),
           "what was read reads the same when written out");

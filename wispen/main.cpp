@@ -1,6 +1,7 @@
 // wispen/main.cpp: the wispen program: its commands and their options.
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -253,6 +254,8 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): only me
     fail("the argument \"" + std::string(argv[i]) + "\" is not UTF-8");
     return kWrongUse;
   }
+  // A file that may not grow any further is an error of the write, which is told like any other.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -28,7 +28,7 @@ int verify(const CommonOptions& options, const std::string& file, const BundleFa
                      {"detail", check.detail}});
     } else {
       std::printf("%s  %s  %s  %s\n", check.passed ? "ok   " : "FAULT", padded(check.subject, 8).c_str(),
-                  padded(check.name, 22).c_str(), check.detail.c_str());
+                  padded(check.name, 22).c_str(), shown(check.detail).c_str());
     }
   }
   if (options.json) {

@@ -93,9 +93,16 @@ std::deque<std::string> problems;
 /// Whether a host runs and this is not its thread; the error is said then.
 bool is_elsewhere() { return wispen_host_running() != 0 && !is_running(); }
 
-/// The references that this library gave away and has not got back.
-std::map<wispen_host_object, int>& given_objects() {
-  static auto* const objects = new std::map<wispen_host_object, int>();
+struct Given {
+  objc::Weak<NSObject> object;
+  int references = 0;
+};
+
+/// The references that this library gave away and has not got back. A caller may also release by message;
+/// what died that way is forgotten, since another object may have its address by now.
+std::map<wispen_host_object, Given>& given_objects() {
+  static auto* const objects = new std::map<wispen_host_object, Given>();
+  std::erase_if(*objects, [](const auto& entry) { return !entry.second.object.lock(); });
   return *objects;
 }
 
@@ -234,9 +241,10 @@ extern "C" {
       return nullptr;
     }
     done();
-    const auto object = reinterpret_cast<wispen_host_object>(objc::leak(*std::move(page)));
-    ++given_objects()[object];
-    return object;
+    Given& given = given_objects()[reinterpret_cast<wispen_host_object>(objc::borrow(*page))];
+    given.object = *page;
+    ++given.references;
+    return reinterpret_cast<wispen_host_object>(objc::leak(*std::move(page)));
   });
 }
 
@@ -247,7 +255,7 @@ extern "C" {
     failed("this reference was not given out by this library, or was given back already");
     return;
   }
-  if (--found->second == 0) given_objects().erase(found);
+  if (--found->second.references == 0) given_objects().erase(found);
   const objc::AutoreleasePool pool;
   guarded(0, [&] {
     objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(object));

@@ -193,8 +193,8 @@ struct AffineTransform {
 
   friend bool operator==(const AffineTransform&, const AffineTransform&) = default;
   template <TransformLike<AffineTransform> T>
-  friend bool operator==(const AffineTransform& a, const T& b) {
-    return a == AffineTransform(b);
+  friend bool operator==(const AffineTransform& left, const T& right) {
+    return left == AffineTransform(right);
   }
 };
 

@@ -68,7 +68,6 @@ bool says_what_is_there(int error_number) {
     case ENOTDIR:
     case EISDIR:
     case EINVAL:  // not a regular file
-    case EFBIG:
     case ELOOP:
     case ENAMETOOLONG:
     case EACCES:

@@ -92,6 +92,19 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(json.loads(self.succeed("defaults", "read", "colorSource", "--json"))["value"],
                          "a\0b\x1b[31m\x7f\x9b\u202ec")
 
+    def test_a_terminal_gets_no_control_characters_from_a_package(self):
+        tree = pathlib.Path(self.folder.name, "tree")
+        (tree / "DEBIAN").mkdir(parents=True)
+        (tree / "DEBIAN" / "control").write_text("Package: p\x1b[31m\nVersion: 1\nArchitecture: all\nMaintainer: x\n"
+                                                 "Description: x\n")
+        (tree / "a\x1b[31m").write_text("x")
+        package = os.path.join(self.folder.name, "p.deb")
+        subprocess.run(["dpkg-deb", "--nocheck", "--build", str(tree), package], check=True, capture_output=True)
+        done = self.run_program("package", "verify", package, root=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("\\x1b", done.stdout)
+        self.assertNotIn("\x1b", done.stdout + done.stderr)
+
     def test_too_small_limits_are_named(self):
         for limit, value, word in ((resource.RLIMIT_STACK, 128 * 1024, "stack"), (resource.RLIMIT_NOFILE, 12, "open 12")):
             done = subprocess.run([PROGRAM, "pages", "--root", self.root], capture_output=True, text=True, timeout=120,
@@ -99,6 +112,24 @@ class ProgramTest(unittest.TestCase):
                                   preexec_fn=lambda limit=limit, value=value: resource.setrlimit(limit, (value, value)))
             self.assertEqual(done.returncode, 1)
             self.assertIn(word, done.stderr)
+
+    def test_a_file_that_may_not_grow_is_told_and_left_as_it_was(self):
+        self.succeed("defaults", "write", "enabled", "true")
+        before = self.domain()
+        for words in (["defaults", "write", "enabled", "false"], ["snapshot", "-o", "page.png"]):
+            done = subprocess.run([PROGRAM, *words, "--root", self.root], capture_output=True, text=True, timeout=120,
+                                  env=self.environment, cwd=self.folder.name,
+                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100)))
+            self.assertEqual(done.returncode, 1, words)
+            self.assertIn("File too large", done.stderr)
+        self.assertEqual(self.domain(), before)
+
+    def test_a_domain_file_that_is_too_large_is_told_before_it_is_written_over(self):
+        self.succeed("pages")
+        path = pathlib.Path(self.root, "var/jb/var/mobile/Library/Preferences/com.m0rrow5.vitrelle3dtouch.plist")
+        path.write_bytes(b"")
+        os.truncate(path, (64 << 20) + 1)
+        self.assertIn("larger than 67108864 bytes", self.run_program("defaults", "write", "enabled", "true").stderr)
 
     def test_the_tour_shows_a_binary_file_by_its_values(self):
         self.succeed("pages")

@@ -50,6 +50,19 @@ std::string elf_fault(std::string_view code) {
     return "the code is for another machine";
   }
   if (header.e_type != ET_DYN) return "the code is not a library";
+  const auto is_inside = [&](std::uint64_t at, std::uint64_t size) {
+    return at <= code.size() && size <= code.size() - at;
+  };
+  // Whoever maps a file that ends too early is ended by a signal.
+  constexpr const char* kCutOff = "the code is cut off";
+  if (!is_inside(header.e_shoff, std::uint64_t{header.e_shnum} * sizeof(Elf64_Shdr))) return kCutOff;
+  for (std::uint64_t i = 0; i < header.e_phnum; ++i) {
+    Elf64_Phdr segment{};
+    if (!is_inside(header.e_phoff, (i + 1) * sizeof segment)) return kCutOff;
+    std::memcpy(&segment, code.data() + header.e_phoff + i * sizeof segment, sizeof segment);
+    if (segment.p_type == PT_INTERP) return "the code is a program, not a library";
+    if (!is_inside(segment.p_offset, segment.p_filesz)) return kCutOff;
+  }
   return {};
 }
 

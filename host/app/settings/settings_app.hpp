@@ -25,7 +25,8 @@ class SettingsApp {
   UINavigationController navigation() const { return navigation_; }
   UIViewController top() const { return navigation_.topViewController(); }
 
-  /// Offers a bundle that no entry list names, as while it is written. Fails for a folder that is not a bundle.
+  /// Offers a bundle that no entry list names, as while it is written. Fails for a folder that is not a
+  /// bundle.
   Result<void> offer(const std::string& folder);
 
   /// Brings up a page, with the pages that lead to it below it: the front page for an empty name, the

@@ -150,7 +150,6 @@ class SpinnerCell : public objc::Implementation<SpinnerCell, PSSpinnerTableCell>
     PSSpinnerTableCell cell =
         super_init<"initWithStyle:reuseIdentifier:specifier:">(std::move(self), style, identifier, specifier);
     if (!cell) return cell;
-    cell.setSelectionStyle(UITableViewCellSelectionStyle::None);
     const auto indicator = objc::make<UIActivityIndicatorView>();
     indicator.sizeToFit();
     cell.setAccessoryView(indicator);

@@ -139,5 +139,25 @@ TEST_F(CInterfaceTest, ARowWithAPageAndNoKeyLeadsToIt) {
   EXPECT_EQ(last_error(), "the object is not a row");
 }
 
+TEST_F(CInterfaceTest, AReferenceThatAHandleTookOverIsForgotten) {
+  load_shipped_bundle();
+  // Memory of a page that died is used again for the next of its class; a stale entry would let a reference
+  // that was never given out be taken back.
+  for (int tries = 0; tries < 3; ++tries) {
+    wispen_host_object page = nullptr;
+    {
+      const objc::AutoreleasePool pool;
+      page = wispen_host_open_page("SepSettingsCell");
+      objc::adopt<NSObject>(reinterpret_cast<objc::abi::id>(page));
+    }
+    wispen_host_release(page);
+    EXPECT_THAT(last_error(), HasSubstr("was given back already"));
+  }
+  const wispen_host_object page = wispen_host_open_page("SepSettingsCell");
+  wispen_host_release(page);
+  wispen_host_release(page);
+  EXPECT_THAT(last_error(), HasSubstr("was given back already"));
+}
+
 }  // namespace
 }  // namespace wispen::testing

@@ -189,6 +189,19 @@ TEST_F(ReplaceFile, LeavesTheOldFileWhenAnyCallFails) {
   }
 }
 
+TEST_F(ReplaceFile, SaysThatTheUsersQuotaIsExhausted) {
+  // Where the quota is noticed depends on the file system: when the file is made, as its bytes are written,
+  // when they are given their place on the disk, or when it is closed.
+  for (const char* name : {"openat", "write", "fsync", "close"}) {
+    write_file(path_, "old");
+    plan() = {.fail_at = 1, .error_number = EDQUOT, .only = name, .keeps_failing = true};
+    if (std::string(name) == "openat") plan().fail_at = 2;  // the first is the folder
+    EXPECT_THAT(error_of(path_, "new", failing_calls()), HasSubstr(path_ + ": Disk quota exceeded")) << name;
+    EXPECT_EQ(contents_of(path_), "old") << name;
+    EXPECT_THAT(folder_.names(), ElementsAre("values")) << name;
+  }
+}
+
 TEST_F(ReplaceFile, GoesOnAfterSignalsAndShortWrites) {
   for (const char* name : {"openat", "write", "fsync", "close"}) {
     write_file(path_, "old");

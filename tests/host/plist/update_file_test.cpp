@@ -1,9 +1,12 @@
 // tests/host/plist/update_file_test.cpp: what an error while reading means for the write after it.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
 
+#include "host/plist/limits.hpp"
 #include "host/plist/splice.hpp"
 #include "tests/host/files/failing_calls.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -13,6 +16,8 @@ namespace {
 
 using files::testing::failing_calls;
 using files::testing::plan;
+using ::testing::HasSubstr;
+using wispen::testing::contents_of;
 using wispen::testing::TemporaryFolder;
 
 class UpdateFile : public ::testing::Test {
@@ -45,8 +50,18 @@ TEST_F(UpdateFile, ReplacesAFileThatMayNotBeRead) {
   EXPECT_EQ(content(), Tree(Dictionary{{"b", 2}}));
 }
 
+TEST_F(UpdateFile, LeavesAFileThatIsTooLargeToBeRead) {
+  const std::string before = contents_of(path_);
+  std::filesystem::resize_file(path_, kMaxFileSize + 1);
+  const auto done = update_file(path_, {{"b", 2}});
+  ASSERT_FALSE(done);
+  EXPECT_THAT(done.error().message, HasSubstr("larger than"));
+  std::filesystem::resize_file(path_, before.size());
+  EXPECT_EQ(contents_of(path_), before);
+}
+
 TEST_F(UpdateFile, LeavesTheKeysWhenAnyCallFails) {
-  for (const int error_number : {EIO, ENOSPC}) {
+  for (const int error_number : {EIO, ENOSPC, EDQUOT}) {
     int call = 0;
     do {
       ASSERT_TRUE(update_file(path_, {{"a", 1}, {"b", std::nullopt}}));

@@ -149,21 +149,5 @@ TEST_F(ListControllerTest, FindsRowsByIndexAndNothingOutside) {
   EXPECT_FALSE(by_id("missing"));
 }
 
-TEST_F(ListControllerTest, TheDefaultStoreUsesTheRowsDomain) {
-  const PSSpecifier specifier = row("r");
-  specifier.setProperty("k"_ns, "key"_ns);
-  specifier.setProperty("some.domain"_ns, "defaults"_ns);
-  specifier.setProperty(NSNumber::numberWithInt(3), "default"_ns);
-  specifier.setProperty("some/changed"_ns, "PostNotification"_ns);
-  EXPECT_EQ((objc::send<"readPreferenceValue:", NSNumber>(page_, specifier)).intValue(), 3);
-  objc::send<"setPreferenceValue:specifier:">(page_, NSNumber::numberWithInt(4), specifier);
-  EXPECT_EQ((objc::send<"readPreferenceValue:", NSNumber>(page_, specifier)).intValue(), 4);
-  EXPECT_TRUE(std::filesystem::exists(folder_ / "root/var/mobile/Library/Preferences/some.domain.plist"));
-  EXPECT_THAT(posted(), ElementsAre("some/changed"));
-  const PSSpecifier keyless = row("s");
-  objc::send<"setPreferenceValue:specifier:">(page_, NSNumber::numberWithInt(4), keyless);
-  EXPECT_FALSE((objc::send<"readPreferenceValue:", NSNumber>(page_, keyless)));
-}
-
 }  // namespace
 }  // namespace wispen::testing

@@ -1,81 +1,13 @@
-// tests/host/preferences/specifier_test.cpp: rows, as a list describes them.
+// tests/host/preferences/specifier_test.cpp: rows and what they are asked.
 
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "host/preferences/limits.hpp"
-#include "tests/support/host_fixture.hpp"
+#include "tests/host/preferences/list_fixture.hpp"
 
 namespace wispen::testing {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
-/// A page whose rows name selectors of their own.
-class AskedPage : public objc::Authored<AskedPage, PSListController> {
- public:
-  static constexpr objc::FixedString kClass{"WispenTestAskedPage"};
-  using Authored::Authored;
-  static inline std::vector<std::string> log;
-
-  NSObject get_it(const PSSpecifier& specifier) const {
-    log.push_back("get " + specifier.identifier().utf8());
-    return "gotten"_ns;
-  }
-  void set_it(const NSObject& value, const PSSpecifier& specifier) const {
-    log.push_back("set " + specifier.identifier().utf8() + " " + value.description().utf8());
-  }
-  NSArray value_source(const PSSpecifier&) const {
-    NSMutableArray values = NSMutableArray::array();
-    values.addObject(NSNumber::numberWithInt(1));
-    values.addObject(NSNumber::numberWithInt(2));
-    return values;
-  }
-  NSArray load_again(const PSSpecifier&) const { return loadSpecifiersFromPlistName("List"_ns, *this); }
-  NSArray title_source(const PSSpecifier&) const {
-    NSMutableArray titles = NSMutableArray::array();
-    titles.addObject("One"_ns);
-    titles.addObject("Two"_ns);
-    return titles;
-  }
-  NSBundle bundle_under_test() const {
-    return NSBundle::bundleForClass(objc::ClassRef::named("WispBaseController"));
-  }
-  static void define() {
-    objc::Class<AskedPage>()
-        .method<"getIt:", &AskedPage::get_it>()
-        .method<"setIt:forSpecifier:", &AskedPage::set_it>()
-        .method<"valueSource:", &AskedPage::value_source>()
-        .method<"loadAgain:", &AskedPage::load_again>()
-        .method<"titleSource:", &AskedPage::title_source>()
-        .method<"bundle", &AskedPage::bundle_under_test>()
-        .register_class();
-  }
-};
-
-class SpecifierTest : public HostTest {
- protected:
-  void SetUp() override {
-    HostTest::SetUp();
-    AskedPage::define();
-    AskedPage::log.clear();
-    page_ = objc::make<AskedPage>();
-  }
-  void TearDown() override {
-    page_ = AskedPage();
-    HostTest::TearDown();
-  }
-  NSMutableArray load(const std::string& items, std::vector<std::pair<std::string, std::string>> more = {}) {
-    more.emplace_back("List.plist", specifier_list(items));
-    load_bundle_with(more);
-    return page_.loadSpecifiersFromPlistName("List"_ns, page_);
-  }
-  PSSpecifier load_one(const std::string& one) { return load(one).objectAtIndex<PSSpecifier>(0); }
-
-  AskedPage page_;
-};
+class SpecifierTest : public ListTest {};
 
 TEST_F(SpecifierTest, KeepsEveryPropertyOfItsDictionaryKnownOrNot) {
   const auto specifier =
@@ -85,47 +17,6 @@ TEST_F(SpecifierTest, KeepsEveryPropertyOfItsDictionaryKnownOrNot) {
   EXPECT_EQ(specifier.propertyForKey<NSNumber>("min"_ns).doubleValue(), -1.5);
   EXPECT_EQ(specifier.propertyForKey<NSArray>("nested"_ns).count(), 1u);
   EXPECT_EQ(specifier.propertyForKey<NSString>("localizationTable"_ns).utf8(), "List");
-}
-
-TEST_F(SpecifierTest, ATableThatTheRowNamesItselfWins) {
-  const auto specifier = load_one(item({{"cell", "PSSwitchCell"}, {"localizationTable", "Other"}}));
-  EXPECT_EQ(specifier.propertyForKey<NSString>("localizationTable"_ns).utf8(), "Other");
-}
-
-TEST_F(SpecifierTest, KnowsEveryPublicCellType) {
-  const std::vector<std::string> names{
-      "PSGroupCell",          "PSLinkCell",    "PSLinkListCell",     "PSListItemCell",
-      "PSTitleValueCell",     "PSSliderCell",  "PSSwitchCell",       "PSStaticTextCell",
-      "PSEditTextCell",       "PSSegmentCell", "PSGiantIconCell",    "PSGiantCell",
-      "PSSecureEditTextCell", "PSButtonCell",  "PSEditTextViewCell", "PSSpinnerCell"};
-  std::string items;
-  for (const std::string& name : names) items += item({{"cell", name.c_str()}});
-  const NSMutableArray specifiers = load(items);
-  ASSERT_EQ(specifiers.count(), names.size());
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    EXPECT_EQ(specifiers.objectAtIndex<PSSpecifier>(i).cellType(), static_cast<NSInteger>(i)) << names[i];
-  }
-  EXPECT_TRUE(problems().empty());
-}
-
-TEST_F(SpecifierTest, AnUnknownCellIsReportedAndShownAsText) {
-  const auto specifier = load_one(item({{"cell", "PSHologramCell"}, {"label", "x"}}));
-  EXPECT_EQ(specifier.cellType(), 7);
-  EXPECT_THAT(problems(), ElementsAre(HasSubstr("PSHologramCell")));
-}
-
-TEST_F(SpecifierTest, ItsNameIsTheTranslatedLabelAndItsLabelStaysAsWritten) {
-  const auto specifiers =
-      load(item({{"cell", "PSGroupCell"}, {"label", "Colours"}, {"footerText", "Foot"}}) +
-               item({{"cell", "PSEditTextCell"}, {"label", "Untranslated"}, {"placeholder", "Hint"}}),
-           {{"en.lproj/List.strings", "Colours = \"Farben\"; Foot = \"Fu\xC3\x9F\"; Hint = \"Wink\";"}});
-  const auto group = specifiers.objectAtIndex<PSSpecifier>(0);
-  EXPECT_EQ(group.name().utf8(), "Farben");
-  EXPECT_EQ(group.propertyForKey<NSString>("label"_ns).utf8(), "Colours");
-  EXPECT_EQ(group.propertyForKey<NSString>("footerText"_ns).utf8(), "Fu\xC3\x9F");
-  const auto text = specifiers.objectAtIndex<PSSpecifier>(1);
-  EXPECT_EQ(text.name().utf8(), "Untranslated");
-  EXPECT_EQ(text.propertyForKey<NSString>("placeholder"_ns).utf8(), "Wink");
 }
 
 TEST_F(SpecifierTest, IsIdentifiedByIdOrKeyOrLabel) {
@@ -154,49 +45,6 @@ TEST_F(SpecifierTest, ASelectorThatTheTargetLacksDoesNothing) {
   EXPECT_TRUE(AskedPage::log.empty());
 }
 
-TEST_F(SpecifierTest, AMethodThatDoesNotFitIsReportedAndNotPerformed) {
-  for (const char* const name : {"hash", "retainCount", "release", "dealloc", "autorelease", "isProxy",
-                                 "setPreferenceValue:specifier:", "specifiers", "initWithCoder:"}) {
-    const auto specifier = load_one(item({{"cell", "PSSwitchCell"},
-                                          {"key", "k"},
-                                          {"get", name},
-                                          {"set", "getIt:"},
-                                          {"valuesDataSource", name},
-                                          {"titlesDataSource", name}}));
-    EXPECT_FALSE(specifier.values()) << name;
-    EXPECT_FALSE(specifier.performGetter()) << name;
-    specifier.performSetterWithValue("v"_ns);
-    EXPECT_THAT(problems(), ::testing::Contains(HasSubstr(name))) << name;
-  }
-  EXPECT_TRUE(AskedPage::log.empty());
-}
-
-TEST_F(SpecifierTest, ADataSourceThatAsksForItsOwnListEnds) {
-  const auto specifiers =
-      load(item({{"cell", "PSLinkListCell"}, {"key", "k"}, {"valuesDataSource", "loadAgain:"}}) +
-           item({{"cell", "PSLinkListCell"}, {"key", "l"}, {"valuesDataSource", "loadAgain:"}}));
-  EXPECT_EQ(specifiers.count(), 2u);
-  EXPECT_THAT(problems(), ::testing::Contains(HasSubstr("asks for the list that it belongs to")));
-}
-
-TEST_F(SpecifierTest, OfAListWithoutEndTheFirstRowsAreRead) {
-  std::string items;
-  for (std::size_t i = 0; i <= preferences::kMostRows; ++i) items += "<dict/>";
-  EXPECT_EQ(load(items).count(), preferences::kMostRows);
-  EXPECT_THAT(problems(), ElementsAre(HasSubstr("List.plist: only the first 10000 rows are shown")));
-}
-
-TEST_F(SpecifierTest, ATextWithoutEndIsCutAndReported) {
-  const std::string text(preferences::kLongestText - 1, 'x');
-  const auto whole = load_one(item({{"cell", "PSGroupCell"}, {"footerText", (text + "y").c_str()}}));
-  EXPECT_EQ(whole.propertyForKey<NSString>("footerText"_ns).utf8(), text + "y");
-  EXPECT_TRUE(problems().empty());
-  const auto cut = load_one(item({{"cell", "PSGroupCell"}, {"footerText", (text + "\U0001F642").c_str()}}));
-  EXPECT_EQ(cut.propertyForKey<NSString>("footerText"_ns).utf8(), text + "\u2026")
-      << "not between the halves of a character";
-  EXPECT_THAT(problems(), ElementsAre(HasSubstr("16385 characters is cut")));
-}
-
 TEST_F(SpecifierTest, DoesNotKeepItsTargetAlive) {
   PSSpecifier specifier;
   {
@@ -221,47 +69,6 @@ TEST_F(SpecifierTest, HasValuesAndTitlesInOrderAndEqualValuesShareOneTitle) {
   EXPECT_EQ(specifier.titleDictionary().objectForKeyedSubscript<NSString>("a"_ns).utf8(), "A2");
 }
 
-TEST_F(SpecifierTest, TakesItsChoicesFromDataSourcesOfTheTarget) {
-  const auto specifier = load_one(item({{"cell", "PSLinkListCell"},
-                                        {"key", "k"},
-                                        {"valuesDataSource", "valueSource:"},
-                                        {"titlesDataSource", "titleSource:"}}));
-  EXPECT_EQ(specifier.values().count(), 2u);
-  EXPECT_EQ(specifier.titleDictionary().objectForKey<NSString>(NSNumber::numberWithInt(2)).utf8(), "Two");
-}
-
-TEST_F(SpecifierTest, ValuesAndTitlesOfDifferentNumberAreReported) {
-  load_one(item({{"cell", "PSSegmentCell"}, {"key", "odd"}},
-                "<key>validValues</key><array><string>a</string><string>b</string></array>"
-                "<key>validTitles</key><array><string>A</string></array>"));
-  EXPECT_THAT(problems(),
-              ElementsAre(::testing::AllOf(HasSubstr("odd"), HasSubstr("2 values and 1 titles"))));
-}
-
-TEST_F(SpecifierTest, ARowThatNeedsWhatTheDeviceLacksIsLeftOut) {
-  const auto specifiers =
-      load(item({{"cell", "PSSwitchCell"}, {"key", "a"}},
-                "<key>requiredCapabilities</key><array><string>wifi</string></array>") +
-           item({{"cell", "PSSwitchCell"}, {"key", "b"}},
-                "<key>requiredCapabilities</key><array><string>warp-drive</string></array>"));
-  ASSERT_EQ(specifiers.count(), 1u);
-  EXPECT_EQ(specifiers.objectAtIndex<PSSpecifier>(0).identifier().utf8(), "a");
-}
-
-TEST_F(SpecifierTest, OddItemsArePassedOverAndReported) {
-  const auto specifiers = load("<string>no dictionary</string>" +
-                               item({{"cell", "PSSwitchCell"}, {"key", "a"}}) + "<integer>3</integer>");
-  EXPECT_EQ(specifiers.count(), 1u);
-  EXPECT_THAT(problems(), ElementsAre(HasSubstr("item 0"), HasSubstr("item 2")));
-}
-
-TEST_F(SpecifierTest, ABrokenListIsEmptyAndReported) {
-  load_bundle_with({{"List.plist", "<plist><dict>"}, {"NoItems.plist", plist("<dict/>")}});
-  EXPECT_EQ(page_.loadSpecifiersFromPlistName("List"_ns, page_).count(), 0u);
-  EXPECT_EQ(page_.loadSpecifiersFromPlistName("NoItems"_ns, page_).count(), 0u);
-  EXPECT_EQ(problems().size(), 2u);
-}
-
 TEST_F(SpecifierTest, SettingAPropertyToNilRemovesIt) {
   const auto specifier = load_one(item({{"cell", "PSSwitchCell"}, {"key", "k"}}));
   specifier.setProperty(NSNumber::numberWithInt(56), "height"_ns);
@@ -281,6 +88,36 @@ TEST_F(SpecifierTest, CanBeMadeInCode) {
   const auto group =
       objc::send<"groupSpecifierWithName:", PSSpecifier>(objc::class_for<PSSpecifier>(), "G"_ns);
   EXPECT_EQ(group.cellType(), 0);
+}
+
+TEST_F(SpecifierTest, HasShortTitlesBesideItsTitles) {
+  const auto array = [](const NSString& first, const NSString& second) {
+    const NSMutableArray both = NSMutableArray::array();
+    both.addObject(first);
+    both.addObject(second);
+    return both;
+  };
+  const PSSpecifier specifier = objc::make<PSSpecifier>();
+  specifier.setValues(array("a"_ns, "b"_ns), array("First"_ns, "Second"_ns), array("1"_ns, "2"_ns));
+  EXPECT_EQ(specifier.titleDictionary().objectForKey<NSString>("b"_ns).utf8(), "Second");
+  EXPECT_EQ(specifier.shortTitleDictionary().objectForKey<NSString>("b"_ns).utf8(), "2");
+}
+
+TEST_F(SpecifierTest, FindsTheClassesThatItNamesWhenAsked) {
+  const auto specifier = load_one(
+      item({{"cell", "PSLinkCell"}, {"detail", "PSListItemsController"}, {"cellClass", "NoSuchCell"}}));
+  EXPECT_EQ(specifier.detailControllerClass(), objc::class_for<PSListItemsController>());
+  EXPECT_FALSE(specifier.cellClass());
+  specifier.setProperty(NSNumber::numberWithInt(1), "detail"_ns);
+  EXPECT_FALSE(specifier.detailControllerClass());
+}
+
+TEST_F(SpecifierTest, WithoutADictionaryItHasNoProperties) {
+  const auto specifier = load_one(item({{"cell", "PSSwitchCell"}, {"key", "k"}, {"label", "l"}}));
+  specifier.setProperties(NSDictionary());
+  EXPECT_EQ(specifier.properties().count(), 0u);
+  EXPECT_EQ(specifier.identifier().utf8(), "l") << "its name";
+  EXPECT_EQ((objc::send<"emptyGroupSpecifier", PSSpecifier>(objc::class_for<PSSpecifier>())).cellType(), 0);
 }
 
 }  // namespace

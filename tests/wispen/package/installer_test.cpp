@@ -192,6 +192,14 @@ TEST_P(InstallerTest, CodeThatIsNeitherThePhonesNorThisMachinesIsRefused) {
   code->bytes = code_of("1.2");
   code->bytes[EI_CLASS] = ELFCLASS32;
   EXPECT_THAT(why_not(deb), HasSubstr("for another machine"));
+
+  const std::string program = contents_of("/proc/self/exe");
+  code->bytes = program;
+  EXPECT_THAT(why_not(deb), HasSubstr("is not installed: the code is a program"));
+  for (const std::size_t size : {program.size() - 1, program.size() / 2, sizeof(Elf64_Ehdr)}) {
+    code->bytes = program.substr(0, size);
+    EXPECT_THAT(why_not(deb), HasSubstr("is not installed: the code is cut off")) << size;
+  }
   code->bytes = code_of("1.2").substr(0, 40);
   EXPECT_THAT(why_not(deb), HasSubstr("ends in its header"));
   EXPECT_EQ(*package::installed_version(*root_, shipped_facts()), "");

@@ -14,13 +14,6 @@
 
 namespace wispen::uikit {
 
-namespace {
-
-constexpr UIViewAutoresizing kFlexibleSize =
-    UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight;
-
-}  // namespace
-
 void NavigationController::prepare() {
   bar_ = objc::make<UINavigationBar>();
   NavigationBar::of(bar_).set_back_target(self());
