@@ -112,7 +112,7 @@ bool XmlParser::close_tag(std::string_view name, bool& canonical) {
 
 bool XmlParser::check_scalar(Name name, std::string_view content, const char* place) {
   const auto refuse = [&](const char* what) {
-    return fail_at(place, "\"" + std::string(content.substr(0, 40)) + "\" is no " + what);
+    return fail_at(place, "\"" + std::string(content.substr(0, 40)) + "\" is not a " + what);
   };
   switch (name) {
     case Name::Integer:

@@ -88,7 +88,7 @@ std::vector<Damage> damages() {
   return {
       {"AnotherProcessor", "not for arm64 processors",
        [](std::string& image) { put(image, 4, macho::kCpuX86_64); }},
-      {"ALibrary", "no bundle", [](std::string& image) { put(image, 12, std::uint32_t{6}); }},
+      {"ALibrary", "not a bundle", [](std::string& image) { put(image, 12, std::uint32_t{6}); }},
       {"OneThatIsFinished", "finished already", [](std::string& image) { image = seed("macho/arm64e"); }},
       {"AnOlderSubtype", "not of the subtype",
        [](std::string& image) { put(image, 8, macho::kSubtypeArm64e); }},
@@ -125,7 +125,7 @@ std::vector<Damage> damages() {
        }},
       {"AnUnwindingTableOfAnotherVersion", "unknown version",
        [](std::string& image) { put(image, section_at(image, "__unwind_info"), std::uint32_t{2}); }},
-      {"AFunctionOfDwarf", "no plain frame", [](std::string& image) { send_to_dwarf(image); }},
+      {"AFunctionOfDwarf", "not a plain frame", [](std::string& image) { send_to_dwarf(image); }},
       {"AnUnsignedReturnAddress", "does not sign its return address",
        [](std::string& image) { unsign_return_address(image, framed_function(image)); }},
       {"CodeThatIsNotSigned", "does not sign its return address",

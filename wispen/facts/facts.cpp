@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "host/plist/document.hpp"
+
 namespace wispen {
 
 namespace {
@@ -55,6 +57,14 @@ class Reader {
   std::optional<Error> error_;
 };
 
+/// "" where Info.plist does not say it.
+std::string executable_of(const fs::path& bundle) {
+  const auto info = plist::Document::read((bundle / "Info.plist").string());
+  if (!info) return {};
+  const auto name = info->root().find("CFBundleExecutable");
+  return name && name->is(plist::Type::String) ? name->string() : "";
+}
+
 }  // namespace
 
 Result<BundleFacts> read_facts(const std::string& file) {
@@ -89,10 +99,14 @@ Result<BundleFacts> facts_of_bundle(const std::string& folder, const std::string
   const fs::path path = fs::path(folder).lexically_normal();
   const fs::path bundle = path.has_filename() ? path : path.parent_path();
   const std::string name = bundle.stem().string();
-  for (const fs::path& place : {bundle.parent_path(), fs::path(programs)}) {
-    const fs::path file = place / (name + std::string(kEnding));
-    std::error_code error;
-    if (fs::exists(file, error)) return read_facts(file.string());
+  // A copy may have another name than the bundle that it is of.
+  for (const std::string& known : {name, executable_of(bundle)}) {
+    if (known.empty()) continue;
+    for (const fs::path& place : {bundle.parent_path(), fs::path(programs)}) {
+      const fs::path file = place / (known + std::string(kEnding));
+      std::error_code error;
+      if (fs::exists(file, error)) return read_facts(file.string());
+    }
   }
   BundleFacts facts;
   facts.bundle = facts.name = name;

@@ -37,7 +37,7 @@ struct BundleFacts {
 Result<BundleFacts> read_facts(const std::string& file);
 
 /// The facts of the bundle in a folder: out of the file beside it, else out of the one of that bundle in
-/// `programs`, else its name alone.
+/// `programs`, by its own name or by that of its executable; else its name alone.
 Result<BundleFacts> facts_of_bundle(const std::string& folder, const std::string& programs);
 
 /// The one bundle whose facts lie in that folder. An error where there is none, or more than one.

@@ -96,6 +96,25 @@ class EditCell : public objc::Implementation<EditCell, PSEditableTableCell> {
   bool becomeFirstResponder() { return field_.becomeFirstResponder(); }
   // Its field is, which is one stop of the keyboard for one row.
   bool canBecomeFocused() { return false; }
+  /// How wide the title is that begins at `leading`: as wide as it wants, as long as the field keeps some
+  /// room.
+  double title_width(double content_width, double leading) {
+    const UILabel title = self().textLabel();
+    if (!title.text() || title.text().length() == 0) return 0;
+    const double room = content_width - leading - uikit::metrics::kCellMargin;
+    return std::min(title.sizeThatFits(Size{room, 0}).width, std::max(0.0, room - kGap - kLeastFieldWidth));
+  }
+  Size sizeThatFits(const Size& size) {
+    Size fitting = super<"sizeThatFits:", Size>(size);
+    const Rect title = self().textLabel().frame();
+    const double leading =
+        std::max(uikit::metrics::kCellMargin,
+                 uikit::is_right_to_left(self()) ? size.width - title.max_x() : title.min_x());
+    const double width = title_width(size.width, leading);
+    const double height = self().textLabel().sizeThatFits(Size{width, 0}).height;
+    fitting.height = std::max(fitting.height, height + 2 * uikit::metrics::kCellVerticalPadding);
+    return fitting;
+  }
   void layoutSubviews() {
     super<"layoutSubviews">();
     const Rect content = self().contentView().bounds();
@@ -104,12 +123,7 @@ class EditCell : public objc::Implementation<EditCell, PSEditableTableCell> {
     const bool turned = uikit::is_right_to_left(self());
     const Rect place = title.frame();
     const double leading = turned ? content.width() - place.max_x() : place.min_x();
-    const double room = content.width() - leading - uikit::metrics::kCellMargin;
-    double title_width = 0;
-    if (named) {
-      title_width =
-          std::min(title.sizeThatFits(Size{room, 0}).width, std::max(0.0, room - kGap - kLeastFieldWidth));
-    }
+    const double title_width = this->title_width(content.width(), leading);
     const double start = leading + (named ? title_width + kGap : 0);
     const double width = std::max(0.0, content.width() - start - uikit::metrics::kCellMargin);
     const auto put = [&](const UIView& view, double from, double wide) {
@@ -132,6 +146,7 @@ void define_edit_cell() {
       .getter<"textField", &EditCell::field_>()
       .method<"refreshCellContentsWithSpecifier:", &EditCell::refresh>()
       .method<"setValue:", &EditCell::setValue>()
+      .method<"sizeThatFits:", &EditCell::sizeThatFits>()
       .method<"setCellEnabled:", &EditCell::setCellEnabled>()
       .method<"textFieldDidEndEditing:", &EditCell::textFieldDidEndEditing>()
       .method<"textFieldShouldReturn:", &EditCell::textFieldShouldReturn>()

@@ -31,6 +31,7 @@ inline constexpr double kCellMargin = 16;
 inline constexpr double kDefaultRowHeight = 44;
 inline constexpr double kCellImageSize = 29;  // of an icon, whatever its own size
 inline constexpr double kCellImageGap = 15;
+inline constexpr double kCellVerticalPadding = 11;
 inline constexpr double kCellAccessoryWidth = 8;
 inline constexpr double kCellAccessoryMargin = 16;
 inline constexpr double kSectionTextPadding = 7;  // between a header's words and its rows
@@ -172,7 +173,6 @@ inline constexpr double kShortestIndicator = 36;
 namespace cell {
 inline constexpr double kLabelGap = 8;
 inline constexpr double kAccessoryGap = 8;
-inline constexpr double kVerticalPadding = 11;
 }  // namespace cell
 
 /// Sections of tables.

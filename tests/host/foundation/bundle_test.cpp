@@ -87,7 +87,7 @@ TEST_F(BundleTest, SaysWhatIsWrongWithABundleThatCannotBeLoaded) {
   std::filesystem::create_directories(folder_ / "empty.bundle");
   refuses(folder_ / "empty.bundle", "has no Info.plist");
   write_file(folder_ / "bad.bundle/Info.plist", "<plist><dict>");
-  refuses(folder_ / "bad.bundle", "no property list that can be read");
+  refuses(folder_ / "bad.bundle", "not a property list that can be read");
   write_file(folder_ / "nameless.bundle/Info.plist", plist("<dict/>"));
   refuses(folder_ / "nameless.bundle", "NSPrincipalClass");
   write_file(folder_ / "codeless.bundle/Info.plist",

@@ -70,6 +70,10 @@ TEST_F(FactsTest, LieBesideTheBundleOrBesideTheProgram) {
   EXPECT_EQ(facts_of_bundle(folder_ / "here/Lumen.bundle/", programs)->name, "Beside");
   EXPECT_EQ(facts_of_bundle(folder_ / "root/Lumen.bundle", programs)->name, "Program");
   EXPECT_EQ(facts_of_bundle(folder_ / "root/Other.bundle", programs)->name, "Other");
+  folder_.write(
+      "root/Copy.bundle/Info.plist",
+      "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key><string>Lumen</string></dict></plist>");
+  EXPECT_EQ(facts_of_bundle(folder_ / "root/Copy.bundle", programs)->name, "Program");
 }
 
 TEST_F(FactsTest, TheOnlyBundleIsFoundAndTwoAreAnError) {

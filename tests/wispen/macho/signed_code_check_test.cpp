@@ -200,7 +200,7 @@ TEST(SignedImage, EveryWayToLoadAWordIsFollowed) {
 TEST(SignedImage, NeedsPlainFramesWithSignedReturnAddresses) {
   std::string dwarf = arm64e();
   send_to_dwarf(dwarf);
-  EXPECT_THAT(fault_of(dwarf), HasSubstr("no plain frame"));
+  EXPECT_THAT(fault_of(dwarf), HasSubstr("not a plain frame"));
   std::string plain = arm64e();
   unsign_return_address(plain, framed_function(plain));
   EXPECT_THAT(fault_of(plain), HasSubstr("does not sign its return address"));

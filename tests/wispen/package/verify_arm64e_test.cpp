@@ -126,7 +126,7 @@ std::vector<Breakage> breakages() {
        })},
       {"CodeThatLoadsASignedWord", "plain loads", "loads the signed word",
        in_arm64e([](std::string& slice) { load_plainly(slice, personality_address(slice)); })},
-      {"AFunctionOfDwarf", "unwinding codes", "no plain frame", in_arm64e(send_to_dwarf)},
+      {"AFunctionOfDwarf", "unwinding codes", "not a plain frame", in_arm64e(send_to_dwarf)},
       {"AnUnwindingTableOfAnotherVersion", "unwinding codes", "unknown version",
        in_arm64e(
            [](std::string& slice) { put(slice, section_at(slice, "__unwind_info"), std::uint32_t{2}); })},

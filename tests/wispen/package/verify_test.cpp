@@ -106,7 +106,7 @@ std::vector<Breakage> breakages() {
        [](DebFile& deb) {
          deb.entries.push_back({"./usr/bin/x", EntryType::File, 0755, 0, 0, "", "x"});
        }},
-      {"TheOtherLayout", "install paths", "no place",
+      {"TheOtherLayout", "install paths", "not a place",
        [](DebFile& deb) { deb.control["Architecture"] = "iphoneos-arm"; }},
       {"AWrongOwner", "owner and modes", "does not belong to root",
        [](DebFile& deb) { entry_at(deb, kBundle + "icon.png").uid = 501; }},

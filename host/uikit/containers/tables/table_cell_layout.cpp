@@ -103,7 +103,8 @@ Size TableCell::sizeThatFits(const Size& size) {
   if (has_detail() && is_stacked()) {
     text += 2 + detail_label_.sizeThatFits(CGSize{room, 0}).height;
   }
-  height = std::max(height, ceil_to_pixel(text, display_settings().scale) + 2 * kVerticalPadding);
+  height =
+      std::max(height, ceil_to_pixel(text, display_settings().scale) + 2 * metrics::kCellVerticalPadding);
   if (!View::of(content_).constraints().empty()) {
     const Size fitting = content_.systemLayoutSizeFittingSize(CGSize{size.width, 0}, UILayoutPriorityRequired,
                                                               kFittingSizeLevel);

@@ -27,7 +27,7 @@ TEST_F(TableCellTest, AClassThatIsNoCellIsReportedAndTheUsualOneTaken) {
   const PSSpecifier row = stored_row("PSSwitchCell", "k");
   row.setProperty("NSObject"_ns, "cellClass"_ns);
   EXPECT_EQ(objc::class_of(cell_of(row)), objc::class_for<PSSwitchTableCell>());
-  EXPECT_THAT(problems(), ::testing::Each(HasSubstr("the class NSObject is no cell of a settings page")));
+  EXPECT_THAT(problems(), ::testing::Each(HasSubstr("the class NSObject is not a cell of a settings page")));
   row.setProperty("NoSuchCell"_ns, "cellClass"_ns);
   EXPECT_EQ(objc::class_of(cell_of(row)), objc::class_for<PSSwitchTableCell>());
   EXPECT_THAT(problems(), ::testing::Each(HasSubstr("there is no cell class NoSuchCell")));

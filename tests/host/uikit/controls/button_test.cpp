@@ -10,7 +10,11 @@ using wispen::testing::expect_kept;
 
 class ButtonContentTest : public ScreenTest {
  protected:
-  UIButton button_ = UIButton::buttonWithType(UIButtonType::Custom);
+  void SetUp() override {
+    ScreenTest::SetUp();
+    button_ = UIButton::buttonWithType(UIButtonType::Custom);
+  }
+  UIButton button_;
 };
 
 TEST_F(ButtonContentTest, HasATitleColourAndAnImageForEachState) {

@@ -10,7 +10,11 @@ using ::testing::ElementsAre;
 
 class ApplicationTest : public ScreenTest {
  protected:
-  const UIApplication app_ = UIApplication::sharedApplication();
+  void SetUp() override {
+    ScreenTest::SetUp();
+    app_ = UIApplication::sharedApplication();
+  }
+  UIApplication app_;
 };
 
 TEST_F(ApplicationTest, IsActiveAndReadsAsItsLanguageDoes) {

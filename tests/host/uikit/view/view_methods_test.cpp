@@ -12,9 +12,10 @@ class ViewMethodsTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
+    view_ = objc::make<UIView>();
     show(view_, {{10, 20}, {100, 50}});
   }
-  UIView view_ = objc::make<UIView>();
+  UIView view_;
 };
 
 TEST_F(ViewMethodsTest, PutsSubviewsAboveAndBelowOthers) {

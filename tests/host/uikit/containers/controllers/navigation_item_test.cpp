@@ -10,11 +10,15 @@ using wispen::testing::expect_kept;
 
 class NavigationItemTest : public ScreenTest {
  protected:
+  void SetUp() override {
+    ScreenTest::SetUp();
+    item_ = objc::allocate<UINavigationItem>().initialize<"initWithTitle:">("Page"_ns);
+  }
   UIBarButtonItem button(const char* title) const {
     return objc::allocate<UIBarButtonItem>().initialize<"initWithTitle:style:target:action:">(
         NSString(title), NSInteger{0}, listener_, objc::selector<"plain">());
   }
-  UINavigationItem item_ = objc::allocate<UINavigationItem>().initialize<"initWithTitle:">("Page"_ns);
+  UINavigationItem item_;
 };
 
 TEST_F(NavigationItemTest, ABarButtonKeepsWhatItIsMadeOf) {

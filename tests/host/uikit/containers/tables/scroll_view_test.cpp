@@ -12,12 +12,13 @@ class ScrollViewTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
+    scroll_ = objc::make<UIScrollView>();
     objc::send<"setContentInsetAdjustmentBehavior:">(scroll_, kNever);
     scroll_.setContentSize({100, 1000});
     show(scroll_, {{0, 0}, {100, 200}});
   }
   static constexpr NSInteger kNever = 2;
-  UIScrollView scroll_ = objc::make<UIScrollView>();
+  UIScrollView scroll_;
 };
 
 TEST_F(ScrollViewTest, KeepsWhatItIsTold) {

@@ -34,6 +34,8 @@ class TableMessagesTest : public ScreenTest {
     ScreenTest::SetUp();
     ThreeRows::define();
     source_ = objc::make<ThreeRows>();
+    table_ = objc::allocate<UITableView>().initialize<"initWithFrame:style:">(CGRectMake(0, 0, 320, 480),
+                                                                              NSInteger{0});
     objc::send<"registerClass:forCellReuseIdentifier:">(table_, objc::class_for<UITableViewCell>(), "Row"_ns);
     table_.setDataSource(source_);
     show(table_, {{0, 0}, {320, 480}});
@@ -48,8 +50,7 @@ class TableMessagesTest : public ScreenTest {
   }
   static NSIndexPath path(NSInteger row) { return NSIndexPath::indexPathForRow(row, 0); }
 
-  UITableView table_ = objc::allocate<UITableView>().initialize<"initWithFrame:style:">(
-      CGRectMake(0, 0, 320, 480), NSInteger{0});
+  UITableView table_;
   ThreeRows source_;
 };
 

@@ -10,6 +10,8 @@ class LayoutAnchorTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
+    outer_ = objc::make<UIView>();
+    inner_ = objc::make<UIView>();
     show(outer_, {{0, 0}, {200, 100}});
     inner_.setTranslatesAutoresizingMaskIntoConstraints(false);
     outer_.addSubview(inner_);
@@ -46,8 +48,8 @@ class LayoutAnchorTest : public ScreenTest {
     return bottom;
   }
 
-  UIView outer_ = objc::make<UIView>();
-  UIView inner_ = objc::make<UIView>();
+  UIView outer_;
+  UIView inner_;
 };
 
 TEST_F(LayoutAnchorTest, RelatesToAnotherAnchorByShareAndDistance) {

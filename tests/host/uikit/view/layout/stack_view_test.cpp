@@ -12,6 +12,7 @@ class StackViewTest : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
+    stack_ = objc::make<UIStackView>();
     for (int i = 0; i < 3; ++i) {
       const UIView view = objc::make<UIView>();
       view.widthAnchor().constraintEqualToConstant(20).setActive(true);
@@ -22,7 +23,7 @@ class StackViewTest : public ScreenTest {
   }
   double left(std::size_t index) const { return views_[index].frame().origin.x; }
 
-  UIStackView stack_ = objc::make<UIStackView>();
+  UIStackView stack_;
   std::vector<UIView> views_;
 };
 
