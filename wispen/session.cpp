@@ -164,7 +164,8 @@ std::vector<Page> Session::pages() const {
 std::optional<Page> Session::page(const std::string& name) const {
   std::string known;
   for (Page& page : pages()) {
-    if (page.cls == name || page.list == name) return std::move(page);
+    const bool root = name == "root" && known.empty();  // as the commands with a screen call the first
+    if (root || page.cls == name || page.list == name) return std::move(page);
     known += (known.empty() ? "" : ", ") + page.cls + " (" + page.list + ")";
   }
   fail("there is no page " + name + "; the pages are " + known);

@@ -73,7 +73,8 @@ class Session {
 
   /// The principal page and the pages that rows lead to, each once, in the order in which they are reached.
   std::vector<Page> pages() const;
-  /// The page of a class, or of a specifier list; prints the names that there are where it is neither.
+  /// The page of a class, or of a specifier list, or "root"; prints the names that there are where it is
+  /// neither.
   std::optional<Page> page(const std::string& name) const;
 
  private:

@@ -155,6 +155,11 @@ class ProgramTest(unittest.TestCase):
             self.assertIn(f"({name}): error: the method {name} ", done.stdout)
         self.assertEqual(self.run_program("pages", "--bundle", bundle).returncode, 0)
 
+    def test_the_first_page_is_called_root_by_every_command(self):
+        first = self.succeed("pages", "root")
+        self.assertEqual(first, self.succeed("pages", "WispRootListController"))
+        self.assertEqual(first, self.succeed("pages", "Root"))
+
     def test_colour_reads_texts(self):
         self.assertEqual(self.succeed("colour", "hex", "0x00FF00", "#FFF:0.5"),
                          "#00FF00  light  0x00FF00\n#000FFF  dark   alpha 0.5  #FFF:0.5\n")
