@@ -37,27 +37,5 @@ TEST_F(LabelTest, ShrinksItsTextAsFarAsItMay) {
   EXPECT_NE(dark_pixels(), cut);
 }
 
-TEST_F(LabelTest, AnIndicatorKeepsItsStyleAndHidesWhenItRests) {
-  const auto spinner = objc::make<UIActivityIndicatorView>();
-  const UIColor red = UIColor::redColor();
-  expect_kept<"activityIndicatorViewStyle", "setActivityIndicatorViewStyle:">(spinner, NSInteger{101});
-  expect_kept<"color", "setColor:">(spinner, red);
-  EXPECT_TRUE((objc::send<"hidesWhenStopped", bool>(spinner)));
-  EXPECT_TRUE(spinner.isHidden());
-  spinner.startAnimating();
-  EXPECT_FALSE(spinner.isHidden());
-}
-
-TEST_F(LabelTest, AnImageViewShowsItsOtherImageWhileItIsHighlighted) {
-  const UIImageView view = objc::make<UIImageView>();
-  view.setImage(UIImage::systemImageNamed("gear"_ns));
-  const UIImage filled = UIImage::systemImageNamed("square.fill"_ns);
-  expect_kept<"highlightedImage", "setHighlightedImage:">(view, filled);
-  show(view, {{0, 0}, {40, 40}});
-  const auto before = pixel({20, 20});
-  objc::send<"setHighlighted:">(view, true);
-  EXPECT_NE(pixel({20, 20}), before);
-}
-
 }  // namespace
 }  // namespace wispen::uikit

@@ -48,48 +48,5 @@ TEST_F(ApplicationTest, SendsAnActionToItsTargetOrUpTheResponders) {
   EXPECT_FALSE(send(objc::selector<"nobodyAnswersThis:">(), NSObject(), window_));
 }
 
-TEST_F(ApplicationTest, TheScreenAndTheDeviceSayWhatTheyAre) {
-  const UIScreen screen = UIScreen::mainScreen();
-  EXPECT_EQ((objc::send<"nativeScale", CGFloat>(screen)), screen.scale());
-  const auto native = objc::send<"nativeBounds", CGRect>(screen);
-  EXPECT_EQ(native.size.width, screen.bounds().size.width * screen.scale());
-  EXPECT_TRUE((objc::send<"traitCollection", NSObject>(screen)));
-  const auto device = objc::send<"currentDevice", NSObject>(objc::class_named<"UIDevice">());
-  EXPECT_EQ((objc::send<"systemName", NSString>(device)).utf8(), "iOS");
-  EXPECT_NE((objc::send<"model", NSString>(device)).utf8(), "");
-}
-
-TEST_F(ApplicationTest, TraitsAreThoseOfTheDisplay) {
-  const objc::ClassRef collections = objc::class_named<"UITraitCollection">();
-  const auto traits = objc::send<"currentTraitCollection", NSObject>(collections);
-  EXPECT_EQ((objc::send<"displayScale", CGFloat>(traits)), UIScreen::mainScreen().scale());
-  EXPECT_EQ((objc::send<"layoutDirection", NSInteger>(traits)), 0);
-  EXPECT_EQ((objc::send<"preferredContentSizeCategory", NSString>(traits)).utf8(),
-            "UICTContentSizeCategoryL");
-  EXPECT_EQ((objc::send<"verticalSizeClass", NSInteger>(traits)), 2);
-  const auto dark = objc::send<"traitCollectionWithUserInterfaceStyle:", NSObject>(collections, NSInteger{2});
-  EXPECT_TRUE((objc::send<"hasDifferentColorAppearanceComparedToTraitCollection:", bool>(traits, dark)));
-  EXPECT_FALSE((objc::send<"hasDifferentColorAppearanceComparedToTraitCollection:", bool>(traits, traits)));
-  const auto pad = objc::send<"traitCollectionWithUserInterfaceIdiom:", NSObject>(collections, NSInteger{1});
-  EXPECT_EQ((objc::send<"userInterfaceIdiom", NSInteger>(pad)), 1);
-}
-
-TEST_F(ApplicationTest, TheKeyWindowChangesByMessage) {
-  const UIWindow other = objc::make<UIWindow>();
-  objc::send<"makeKeyWindow">(other);
-  EXPECT_TRUE(other.isKeyWindow());
-  EXPECT_FALSE(window_.isKeyWindow());
-  objc::send<"sendEvent:">(other, NSObject());  // the dispatcher finds the way by itself
-  window_.makeKeyAndVisible();
-}
-
-TEST_F(ApplicationTest, AHiddenWindowLeavesTheKeyboardAndComesBackWhole) {
-  window_.setHidden(true);
-  EXPECT_FALSE(window_.isKeyWindow());
-  EXPECT_NE(pixel({10, 10}), 0xFFFFFFFFU);
-  window_.setHidden(false);
-  EXPECT_EQ(pixel({10, 10}), 0xFFFFFFFFU);
-}
-
 }  // namespace
 }  // namespace wispen::uikit

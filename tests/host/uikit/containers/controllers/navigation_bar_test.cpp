@@ -88,15 +88,5 @@ TEST_F(NavigationBarTest, CoversContentThatHasScrolledUnderItAlsoWhenItsPageCome
   EXPECT_NE(pixel(in_bar), kRed) << "back again";
 }
 
-TEST_F(NavigationBarTest, AnAlertKeepsWhatItSays) {
-  constexpr NSInteger kAlert = 1;
-  const auto alert = objc::send<"alertControllerWithTitle:message:preferredStyle:", UIAlertController>(
-      objc::class_for<UIAlertController>(), "Title"_ns, "Old"_ns, kAlert);
-  const NSString message = "New"_ns;
-  expect_kept<"message", "setMessage:">(alert, message);
-  EXPECT_EQ((objc::send<"preferredStyle", NSInteger>(alert)), kAlert);
-  EXPECT_FALSE((objc::send<"preferredAction", NSObject>(alert)));
-}
-
 }  // namespace
 }  // namespace wispen::uikit

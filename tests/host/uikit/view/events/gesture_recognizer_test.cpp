@@ -8,17 +8,6 @@ namespace {
 
 using wispen::testing::expect_kept;
 
-NSUInteger touches_seen = 0;
-
-class Toucher : public objc::Authored<Toucher, UIView> {
- public:
-  static constexpr objc::FixedString kClass{"WispenTestToucher"};
-  using Authored::Authored;
-  void began(const NSObject&, const NSObject& event) const {
-    touches_seen = objc::send<"count", NSUInteger>(objc::send<"allTouches", NSObject>(event));
-  }
-};
-
 class GestureRecognizerTest : public ScreenTest {};
 
 TEST_F(GestureRecognizerTest, KeepsWhatItWaitsFor) {
@@ -50,37 +39,6 @@ TEST_F(GestureRecognizerTest, ALongPressWaitsAsLongAsItSays) {
   wait(600);
   EXPECT_FALSE(listener_.heard().empty());
   lift({50, 50});
-}
-
-TEST_F(GestureRecognizerTest, ALayerKeepsItsShadowAndIsAsClearAsItsView) {
-  const UIView view = objc::make<UIView>();
-  const CALayer layer = view.layer();
-  objc::send<"setOpacity:">(layer, 0.25F);
-  EXPECT_EQ((objc::send<"opacity", float>(layer)), 0.25F);
-  EXPECT_EQ(view.alpha(), 0.25);
-  layer.setShadowOffset({3, 4});
-  EXPECT_EQ((objc::send<"shadowOffset", CGSize>(layer)), (CGSize{3, 4}));
-  layer.setShadowColor(UIColor::redColor().CGColor());
-  EXPECT_TRUE(
-      CGColorEqualToColor((objc::send<"shadowColor", CGColorRef>(layer)), UIColor::redColor().CGColor()));
-}
-
-TEST_F(GestureRecognizerTest, ABackdropKeepsItsSettings) {
-  const auto settings = UIBackdropViewSettings::settingsForStyle(2);
-  const UIBackdropView plain = objc::allocate<UIBackdropView>().initialize<"initWithSettings:">(settings);
-  EXPECT_EQ((objc::send<"inputSettings", NSObject>(plain)), settings);
-  const UIBackdropView filling = UIBackdropView::alloc().initWithFrame({}, true, settings);
-  EXPECT_TRUE((objc::send<"autosizesToFitSuperview", bool>(filling)));
-  show(filling, {{0, 0}, {10, 10}});
-  EXPECT_EQ(filling.frame().size, window_.bounds().size);
-}
-
-TEST_F(GestureRecognizerTest, AnEventKnowsAllItsTouches) {
-  objc::Class<Toucher>().method<"touchesBegan:withEvent:", &Toucher::began>().register_class();
-  const auto view = objc::make<Toucher>();
-  show(view, {{0, 0}, {100, 100}});
-  tap({50, 50});
-  EXPECT_EQ(touches_seen, 1U);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// tests/host/uikit/view/layout_test.cpp: anchors and stacks through messages.
+// tests/host/uikit/view/layout/layout_system_test.cpp: anchors and stacks through messages.
 
 #include "host/uikit/controls/label.hpp"
 #include "host/uikit/view/view.hpp"

@@ -1,4 +1,4 @@
-// tests/host/uikit/view/effects/panes_test.cpp: frosted panes and what is behind them.
+// tests/host/uikit/view/painting/panes_test.cpp: frosted panes and what is behind them.
 
 #include "host/uikit/view/painting/panes.hpp"
 

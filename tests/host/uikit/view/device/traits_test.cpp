@@ -1,4 +1,4 @@
-// tests/host/uikit/view/traits_test.cpp: the traits' table, and what setting them does.
+// tests/host/uikit/view/device/traits_test.cpp: the traits' table, and what setting them does.
 
 #include "host/uikit/view/device/traits.hpp"
 

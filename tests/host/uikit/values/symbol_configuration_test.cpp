@@ -1,8 +1,9 @@
-// tests/host/uikit/values/symbol_image_test.cpp: symbols, and their configurations.
+// tests/host/uikit/values/symbol_configuration_test.cpp: symbols, and their configurations.
+
+#include "host/uikit/values/symbol_configuration.hpp"
 
 #include "host/uikit/values/display_settings.hpp"
 #include "host/uikit/values/image.hpp"
-#include "host/uikit/values/symbol_configuration.hpp"
 #include "platform/UIKit.hpp"
 #include "tests/support/host_fixture.hpp"
 

@@ -1,4 +1,4 @@
-// tests/host/uikit/values/named_image_test.cpp: images by name in a bundle.
+// tests/host/uikit/values/named_images_test.cpp: images by name in a bundle.
 
 #include <string>
 

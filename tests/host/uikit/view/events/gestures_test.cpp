@@ -1,4 +1,4 @@
-// tests/host/uikit/view/events/gesture_test.cpp: what a finger's way is taken for.
+// tests/host/uikit/view/events/gestures_test.cpp: what a finger's way is taken for.
 
 #include "host/uikit/controls/label.hpp"
 #include "host/uikit/view/events/gesture_recognizer.hpp"
