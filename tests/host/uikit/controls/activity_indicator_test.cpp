@@ -8,9 +8,9 @@ namespace {
 
 using wispen::testing::expect_kept;
 
-class ActivityIndicatorTest : public ScreenTest {};
+class IndicatorPropertiesTest : public ScreenTest {};
 
-TEST_F(ActivityIndicatorTest, AnIndicatorKeepsItsStyleAndHidesWhenItRests) {
+TEST_F(IndicatorPropertiesTest, AnIndicatorKeepsItsStyleAndHidesWhenItRests) {
   const auto spinner = objc::make<UIActivityIndicatorView>();
   const UIColor red = UIColor::redColor();
   expect_kept<"activityIndicatorViewStyle", "setActivityIndicatorViewStyle:">(spinner, NSInteger{101});
