@@ -359,7 +359,7 @@ class ScreenTest(unittest.TestCase):
     def test_a_script_with_an_error_does_nothing(self):
         self.page(row("PSSwitchCell", "Switch", key="switch"))
         for script, reason in (("tap switch\ntpa switch", 'line 2: there is no step "tpa"'), ('tap "switch', "quote"),
-                               ("drag switch", "is used so: drag ROW to VALUE | drag X Y to X Y"), ("wait long", "wait SECONDS")):
+                               ("drag switch", "usage: drag ROW to VALUE | drag X Y to X Y"), ("wait long", "wait SECONDS")):
             done = self.run_program("drive", "-", text=script)
             self.assertEqual(done.returncode, 2, script)
             self.assertIn(reason, done.stderr)

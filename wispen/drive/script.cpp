@@ -103,7 +103,7 @@ Result<std::vector<Step>> read_script(std::string_view text) {
         }
       }
       if (uses.empty()) return wrong(number, "there is no step \"" + words->front() + "\"");
-      return wrong(number, "\"" + words->front() + "\" is used so: " + uses);
+      return wrong(number, "usage: " + uses);
     }
     step->line = number;
     step->source = line;
